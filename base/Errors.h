@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+/// The failures that core code reports. Each carries a short German text that
+/// can be shown to the user as it stands.
+class Error : public std::exception {
+public:
+    explicit Error(const QString& text) : m_text(text), m_bytes(text.toUtf8()) {}
+
+    const QString& text() const { return m_text; }
+    const char* what() const noexcept override { return m_bytes.constData(); }
+
+private:
+    QString m_text;
+    QByteArray m_bytes;
+};
+
+/// A whole number left the range of its 16- or 32-bit type.
+class OverflowError : public Error {
+public:
+    OverflowError() : Error(QStringLiteral("Überlauf: Die Zahl ist zu groß.")) {}
+};
+
+/// A text that should be a number is none.
+class ConversionError : public Error {
+public:
+    explicit ConversionError(const QString& value)
+        : Error(QStringLiteral("'%1' ist keine Zahl.").arg(value))
+    {
+    }
+};
+
+/// A key is in the collection already.
+class DuplicateKeyError : public Error {
+public:
+    explicit DuplicateKeyError(const QString& key)
+        : Error(QStringLiteral("Der Schlüssel '%1' ist bereits vergeben.").arg(key))
+    {
+    }
+};
+
+/// A position or key that the collection does not hold.
+class NotFoundError : public Error {
+public:
+    explicit NotFoundError(const QString& which)
+        : Error(QStringLiteral("Das Element '%1' ist nicht vorhanden.").arg(which))
+    {
+    }
+};
+
+/// A file could not be opened, read, written or removed.
+class FileError : public Error {
+public:
+    /// `reason` is the system's own description, as QFileDevice::errorString() gives it.
+    FileError(const QString& path, const QString& reason)
+        : Error(QStringLiteral("Die Datei '%1' ist nicht zugänglich: %2").arg(path, reason)),
+          m_path(path)
+    {
+    }
+
+    const QString& path() const { return m_path; }
+
+private:
+    QString m_path;
+};

@@ -1,0 +1,85 @@
+#include "base/MessagePrompt.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace {
+QMessageBox::Icon boxIcon(Prompt::Icon icon)
+{
+    switch (icon) {
+    case Prompt::Icon::Information:
+        return QMessageBox::Information;
+    case Prompt::Icon::Question:
+        return QMessageBox::Question;
+    case Prompt::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Prompt::Icon::Critical:
+        return QMessageBox::Critical;
+    case Prompt::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// A question that Escape and the close box leave open.
+class QuestionBox : public QMessageBox {
+public:
+    using QMessageBox::QMessageBox;
+
+    void reject() override {}
+};
+
+void fill(QMessageBox& box, const QString& text, const QString& title, Prompt::Icon icon)
+{
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setWindowTitle(title);
+    box.setIcon(boxIcon(icon));
+}
+
+/// "Caption|*.a;*.b" as the dialog wants it: it takes the patterns from the
+/// last pair of brackets and splits them at blanks.
+QString nameFilter(const QString& filter)
+{
+    const qsizetype bar = filter.indexOf(QLatin1Char('|'));
+    QString patterns = filter.mid(bar + 1);
+    patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
+    return filter.left(bar) + QStringLiteral(" (") + patterns + QLatin1Char(')');
+}
+} // namespace
+
+void MessagePrompt::tell(QWidget* parent, const QString& text, const QString& title, Icon icon)
+{
+    QMessageBox box(parent);
+    fill(box, text, title, icon);
+    box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.exec();
+}
+
+bool MessagePrompt::askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon)
+{
+    QuestionBox box(parent);
+    fill(box, text, title, icon);
+    QPushButton* yes = box.addButton(QStringLiteral("Ja"), QMessageBox::YesRole);
+    box.addButton(QStringLiteral("Nein"), QMessageBox::NoRole);
+    box.setDefaultButton(yes);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+QString MessagePrompt::saveFileName(QWidget* parent, const SaveRequest& request)
+{
+    QFileDialog dialog(parent, request.title, request.directory);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                      QFileDialog::HideNameFilterDetails);
+    QStringList filters{nameFilter(request.filter)};
+    if (!request.secondFilter.isEmpty())
+        filters.append(nameFilter(request.secondFilter));
+    dialog.setNameFilters(filters);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "base/Prompt.h"
+
+/// Prompt with real message boxes and the toolkit's own save dialog.
+class MessagePrompt : public Prompt {
+public:
+    void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    QString saveFileName(QWidget* parent, const SaveRequest& request) override;
+};

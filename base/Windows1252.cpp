@@ -1,0 +1,47 @@
+#include "base/Windows1252.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+// What the bytes 0x80 to 0x9F stand for; all others stand for themselves.
+constexpr std::array<char16_t, 32> upperControls{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char toByte(char16_t unit)
+{
+    if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF))
+        return static_cast<char>(unit);
+    const auto* const found = std::find(upperControls.begin(), upperControls.end(), unit);
+    if (found == upperControls.end())
+        return '?';
+    return static_cast<char>(0x80 + (found - upperControls.begin()));
+}
+} // namespace
+
+QByteArray toWindows1252(QStringView text)
+{
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool pair =
+            text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        bytes.append(toByte(text[i].unicode()));
+        if (pair)
+            ++i;
+    }
+    return bytes;
+}
+
+QString fromWindows1252(QByteArrayView bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
+        const auto value = static_cast<unsigned char>(byte);
+        return QChar(value >= 0x80 && value <= 0x9F ? upperControls[value - 0x80U]
+                                                    : char16_t{value});
+    });
+    return text;
+}

@@ -1,0 +1,26 @@
+# Compiler settings that every target of this project shares.
+add_library(tessera_options INTERFACE)
+target_include_directories(tessera_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tessera_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wcast-align -Wimplicit-fallthrough -Werror)
+target_compile_definitions(tessera_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400
+  TESSERA_VERSION="${PROJECT_VERSION}")
+
+if(TESSERA_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(tessera_options INTERFACE ${sanitizers})
+  target_link_options(tessera_options INTERFACE ${sanitizers})
+endif()
+if(TESSERA_FUZZ)
+  target_compile_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+  target_link_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+endif()
+
+# tessera_library(name needed...): a static library whose sources the rooms add.
+function(tessera_library name)
+  add_library(${name} STATIC)
+  target_link_libraries(${name} PUBLIC tessera_options ${ARGN})
+endfunction()

@@ -1,0 +1,129 @@
+#include "app/Prefer.h"
+#include "base/Errors.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+class PreferTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_path = m_folder->path() + u"/Pref.tsp"_s;
+    }
+
+    void firstStartWritesTheDefaults()
+    {
+        Prefer pref(m_folder->path());
+        pref.LoadPref();
+        QCOMPARE(pref.HomeUrl(), m_folder->path() + u"\\Lizenz.txt"_s);
+
+        QByteArray expected("\xFF\xFF\xFF\xFF\x32\x00\x80\x25\x20\x1C\x00\x00\x01\x00", 14);
+        expected += (m_folder->path().toLatin1() + "\\Lizenz.txt").leftJustified(200);
+        expected += QByteArray("https://duckduckgo.com/").leftJustified(200);
+        expected += QByteArray(200, ' ') + "\xFF\xFF\xFF\xFF";
+        QCOMPARE(content(), expected);
+        QCOMPARE(expected.size(), 618);
+    }
+
+    void brokenFilesAreReplaced_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        const QByteArray good = goodFile();
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("zeros") << QByteArray(618, '\0');
+        QTest::newRow("foreign") << QByteArray(700, 'x');
+        QTest::newRow("other mark") << QByteArray(good).replace(0, 2, "\xFE\xFF");
+        QTest::newRow("ends before the mail client") << good.left(414);
+        QTest::newRow("zero at the mail client") << QByteArray(good).replace(414, 1, "\0"_ba);
+    }
+    void brokenFilesAreReplaced()
+    {
+        QFETCH(QByteArray, file);
+        write(file);
+        Prefer pref(m_folder->path());
+        pref.LoadPref();
+        QCOMPARE(int{pref.HistoryRows()}, 50);
+        QCOMPARE(content().size(), 618);
+        QVERIFY(content().startsWith("\xFF\xFF"));
+    }
+
+    void shortButGoodFilesLoad()
+    {
+        write(goodFile().left(415));
+        Prefer pref(m_folder->path());
+        pref.LoadPref();
+        QCOMPARE(int{pref.HistoryRows()}, -3);
+        QCOMPARE(int{pref.Toolbar()}, 0);
+        QCOMPARE(content().size(), 415);
+    }
+
+    void oddValuesAreKept()
+    {
+        write(goodFile() + "tail");
+        Prefer pref(m_folder->path());
+        pref.LoadPref();
+        QCOMPARE(int{pref.StartBrowser()}, 5);
+        QCOMPARE(int{pref.MdiWidth()}, 0);
+        QCOMPARE(int{pref.StatusBar()}, 7);
+        QCOMPARE(pref.HomeUrl(), u"home\r\n"_s); // blanks go, line ends stay
+        QCOMPARE(pref.SearchEngine(), u"\u00A0s"_s);
+        pref.SavePref();
+        QByteArray expected = goodFile() + "tail";
+        expected.replace(14, 200, QByteArray("home\r\n").leftJustified(200));
+        expected.replace(214, 200, QByteArray("\xA0s").leftJustified(200));
+        QCOMPARE(content(), expected);
+    }
+
+    void textsAreCutInTheFileOnly()
+    {
+        Prefer pref(m_folder->path());
+        pref.LoadPref();
+        pref.MailClient(u"  "_s + QString(248, u'ä'));
+        pref.SavePref();
+        QCOMPARE(pref.MailClient().size(), 250);
+        QCOMPARE(content().size(), 618);
+        Prefer again(m_folder->path());
+        again.LoadPref();
+        QCOMPARE(again.MailClient(), QString(198, u'ä'));
+    }
+
+    void unwritableFolder()
+    {
+        Prefer pref(m_folder->path() + u"/missing"_s);
+        pref.LoadPref();
+        QCOMPARE(int{pref.HistoryRows()}, 50);
+        QVERIFY_THROWS_EXCEPTION(FileError, pref.SavePref());
+    }
+
+private:
+    static QByteArray goodFile()
+    {
+        return QByteArray("\xFF\xFF\x05\x00\xFD\xFF\x00\x00\x20\x1C\x02\x00\x07\x00", 14) +
+               QByteArray("  home\r\n").leftJustified(200) +
+               QByteArray("\xA0s").leftJustified(200) + QByteArray("mail").leftJustified(200) +
+               QByteArray("\x00\x00\x09\x00", 4);
+    }
+    void write(const QByteArray& bytes)
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    QByteArray content()
+    {
+        QFile file(m_path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_path;
+};
+
+QTEST_APPLESS_MAIN(PreferTest)
+#include "PreferTest.moc"
