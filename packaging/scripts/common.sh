@@ -90,6 +90,11 @@ allow_engine_as_root() {
     fi
 }
 
+# Without any locale set the C locale would turn umlauts into question marks.
+settle_locale() {
+    [[ -n ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]] || export LANG=C.UTF-8
+}
+
 # Starts a display of our own with a window manager and points the environment
 # at it. It goes when the script ends, whichever way.
 start_display() {
@@ -130,7 +135,7 @@ stop_display() {
 }
 
 # run_tests preset [ctest argument...]: on a display of its own, with a private
-# runtime folder, in a locale that has all letters.
+# runtime folder.
 run_tests() {
     local folder=$root/build/$1
     shift
@@ -139,7 +144,7 @@ run_tests() {
         allow_engine_as_root
         mkdir -m 700 "$scratch/runtime"
         export XDG_RUNTIME_DIR=$scratch/runtime
-        [[ -n ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]] || export LANG=C.UTF-8
+        settle_locale
         ctest --test-dir "$folder" --output-on-failure --no-tests=error "$@"
     )
 }
