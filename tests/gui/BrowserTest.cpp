@@ -39,11 +39,12 @@ struct OneWindow : FrameFixture {
         return all;
     }
     /// Drops on the address line as the toolkit delivers it.
-    bool drop(const QMimeData& data)
+    bool drop(const QMimeData& offered)
     {
-        QDropEvent event(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
-                         Qt::NoModifier);
-        event.ignore();
+        const auto actions = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter(QPoint(5, 5), actions, &offered, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(combo->lineEdit(), &enter);
+        QDropEvent event(QPointF(5, 5), actions, &offered, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(combo->lineEdit(), &event);
         return event.isAccepted() && event.dropAction() == Qt::CopyAction;
     }
@@ -280,7 +281,7 @@ private slots:
         QMetaObject::invokeMethod(w.timer, "timeout", Qt::DirectConnection);
         QCOMPARE(w.browser->windowTitle(), u"name"_s);
         QVERIFY(!w.busy());
-        QVERIFY(w.bar->isHidden());
+        QTRY_VERIFY(w.bar->isHidden());
     }
 
     void stopKeepsTheCaptionOfANamelessPage()
