@@ -2,7 +2,7 @@
 
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
-#include "app/Launcher.h"
+#include "app/ProgramStarter.h"
 #include "app/MDIForm1.h"
 #include "app/Maker.h"
 #include "app/Prefer.h"
@@ -16,8 +16,8 @@
 
 using namespace Qt::StringLiterals;
 
-FrameCommands::FrameCommands(MDIForm1& frame, Launcher& launcher)
-    : QObject(&frame), m_frame(frame), m_launcher(launcher)
+FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
+    : QObject(&frame), m_frame(frame), m_starter(starter)
 {
     buildTable();
     FrameMenus& menus = frame.menus();
@@ -133,10 +133,10 @@ void FrameCommands::showPreferences()
 
 void FrameCommands::showInternetOptions()
 {
-    if (m_launcher.start(u"rundll32.exe"_s, {u"shell32.dll,Control_RunDLL"_s, u"inetcpl.cpl,,0"_s}))
+    if (m_starter.start(u"rundll32.exe"_s, {u"shell32.dll,Control_RunDLL"_s, u"inetcpl.cpl,,0"_s}))
         return;
-    if (!m_launcher.start(u"gnome-control-center"_s, {u"network"_s}))
-        m_launcher.start(u"systemsettings"_s, {u"kcm_proxy"_s});
+    if (!m_starter.start(u"gnome-control-center"_s, {u"network"_s}))
+        m_starter.start(u"systemsettings"_s, {u"kcm_proxy"_s});
 }
 
 void FrameCommands::showHistory()
@@ -165,7 +165,7 @@ void FrameCommands::startMailClient()
     const QString& mailClient = m_frame.preferences().MailClient();
     if (mailClient.isEmpty())
         tell(u"Bitte konfigurieren Sie Ihre E-Mail Anwendung."_s, Prompt::Icon::Information);
-    else if (!m_launcher.start(mailClient, {}))
+    else if (!m_starter.start(mailClient, {}))
         tell(u"Die Anwendung '"_s + mailClient + u"' konnte nicht gefunden werden."_s,
              Prompt::Icon::Exclamation);
 }

@@ -9,7 +9,7 @@
 
 #include <functional>
 
-class Launcher;
+class ProgramStarter;
 class MDIForm1;
 class QAction;
 class QMenu;
@@ -21,8 +21,8 @@ class FrameCommands : public QObject {
     Q_OBJECT
 public:
     /// Connects itself to the menus and the area of `frame`, which owns it.
-    /// `launcher` outlives it.
-    FrameCommands(MDIForm1& frame, Launcher& launcher);
+    /// `starter` outlives it.
+    FrameCommands(MDIForm1& frame, ProgramStarter& starter);
 
     /// Runs the command of a role; an error is shown as a message.
     void run(const QString& role);
@@ -49,7 +49,7 @@ private:
     void tell(const QString& text, Prompt::Icon icon);
 
     MDIForm1& m_frame;
-    Launcher& m_launcher;
+    ProgramStarter& m_starter;
     QHash<QString, std::function<void()>> m_commands;
     QPointer<QWidget> m_history;
     QList<QAction*> m_windowList;

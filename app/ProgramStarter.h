@@ -5,19 +5,19 @@
 
 /// Starts other programs without waiting for them. Windows ask through this
 /// face only, so that tests see what would be started.
-class Launcher {
+class ProgramStarter {
 public:
-    Launcher() = default;
-    Launcher(const Launcher&) = delete;
-    Launcher& operator=(const Launcher&) = delete;
-    virtual ~Launcher() = default;
+    ProgramStarter() = default;
+    ProgramStarter(const ProgramStarter&) = delete;
+    ProgramStarter& operator=(const ProgramStarter&) = delete;
+    virtual ~ProgramStarter() = default;
 
     /// Whether `program` could be started. Its path may hold blanks.
     virtual bool start(const QString& program, const QStringList& arguments) = 0;
 };
 
-/// Launcher with real processes.
-class ProcessLauncher : public Launcher {
+/// ProgramStarter with real processes.
+class ProcessStarter : public ProgramStarter {
 public:
     bool start(const QString& program, const QStringList& arguments) override;
 };

@@ -1,8 +1,0 @@
-#include "app/Launcher.h"
-
-#include <QProcess>
-
-bool ProcessLauncher::start(const QString& program, const QStringList& arguments)
-{
-    return QProcess::startDetached(program, arguments);
-}
