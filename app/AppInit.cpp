@@ -1,16 +1,20 @@
 #include "app/AppInit.h"
 
 #include "app/FrameMenus.h"
+#include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
 #include "base/Twips.h"
 
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMdiSubWindow>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qint16 maximised = 2;
+constexpr int handOverMessage = 1025;
 }
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts)
@@ -63,4 +67,31 @@ void AppInit::SetDropDisabled(bool disable)
 {
     m_dropEnabled = !disable;
     m_frame->dropMode(m_dropEnabled);
+}
+
+void AppInit::takeOver(const HandOver& handOver)
+{
+    if (!m_hooked)
+        return;
+    // Under Wayland the toolkit looks here when it activates a window.
+    qputenv("XDG_ACTIVATION_TOKEN", handOver.activationToken.toUtf8());
+    if (handOver.toFront) {
+        m_frame->bringToFront();
+        return;
+    }
+    QGuiApplication::clipboard()->setText(handOver.address);
+    WindowProc(handOverMessage, handOver.address);
+}
+
+bool AppInit::WindowProc(int uMsg, const QString& address)
+{
+    if (uMsg != handOverMessage)
+        return false;
+    if (m_dropEnabled) {
+        m_frame->HistoryUrl(address);
+        m_frame->NewBrowser();
+        m_frame->HistoryUrl({});
+    }
+    m_frame->restoreIfMinimized();
+    return true;
 }

@@ -8,6 +8,7 @@
 
 class MDIForm1;
 class Prompt;
+struct HandOver;
 
 /// The start-up module: holds the program-wide values of the run, creates the
 /// frame and brings it up, and switches its drop target.
@@ -33,6 +34,12 @@ public:
     Prefer& preferences() override { return *m_prefer; }
     bool previousInstance() const override { return m_previousInstance; }
     void SetDropDisabled(bool disable) override;
+    /// Takes what a second start hands over. The address also goes to the
+    /// clipboard; a start without an address brings the frame to the front.
+    void takeOver(const HandOver& handOver);
+    /// The frame's hook: handles the message 1025 and returns true; any other
+    /// message is not its business. While drops are off the address is lost.
+    bool WindowProc(int uMsg, const QString& address);
     void installHook() override { m_hooked = true; }
     void removeHook() override { m_hooked = false; }
 
