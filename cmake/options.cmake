@@ -15,8 +15,10 @@ if(TESSERA_SANITIZE)
   target_link_options(tessera_options INTERFACE ${sanitizers})
 endif()
 if(TESSERA_FUZZ)
-  target_compile_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
-  target_link_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+  set(fuzzers -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_compile_options(tessera_options INTERFACE ${fuzzers})
+  target_link_options(tessera_options INTERFACE ${fuzzers})
 endif()
 
 # tessera_library(name needed...): a static library whose sources the rooms add.

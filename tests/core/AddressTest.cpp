@@ -80,6 +80,7 @@ const std::array known{
     Known{"file:///home/u/c#1?.htm", "file:///home/u/c%231%3F.htm"},
     Known{"file:///home/u/c%231%3F.htm#top", "file:///home/u/c%231%3F.htm#top"},
     Known{"file:///D:/Liste.htm#top", "file:///mnt/Stick/Liste.htm#top"},
+    Known{"file://d:\\Liste.htm", "file:///mnt/Stick/Liste.htm"},
     Known{"file://server/share/x", "file://server/share/x"},
     Known{"file:///home/u/%E4.htm", "file:///home/u/%E4.htm"}, Known{"file:", "file:///"},
     Known{"file://localhost", "file:///"}};
