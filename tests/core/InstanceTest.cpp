@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <future>
 #include <memory>
@@ -273,9 +275,9 @@ private slots:
     void exactlyOneOfManyIsFirst()
     {
         m_lock.release();
-        std::vector<std::unique_ptr<Copy>> copies;
-        for (int i = 0; i < 6; ++i)
-            copies.push_back(std::make_unique<Copy>(m_place.path, QStringLiteral("http://x/")));
+        std::array<std::unique_ptr<Copy>, 6> copies;
+        for (auto& copy : copies)
+            copy = std::make_unique<Copy>(m_place.path, QStringLiteral("http://x/"));
         QTRY_COMPARE(std::count_if(copies.begin(), copies.end(),
                                    [](auto& copy) { return copy->said() == "handed over\n"; }),
                      5);
