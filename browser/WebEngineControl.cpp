@@ -1,0 +1,207 @@
+#include "browser/WebEngineControl.h"
+
+#include "browser/WebEnginePage.h"
+#include "browser/WebErrorPage.h"
+
+#include <QTimer>
+#include <QWebEngineNewWindowRequest>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve)
+    : m_page(page), m_view(new QWebEngineView(parent)), m_resolve(std::move(resolve)),
+      m_visits([this](const EngineFrame& frame, const QString& address) {
+          emit NavigateComplete2(frame, address);
+      })
+{
+    m_view->setPage(m_page);
+    connectLoading();
+    connectWindow();
+}
+
+WebEngineControl::~WebEngineControl()
+{
+    if (m_view) { // the view, too, must not go while the engine is at work in it
+        m_view->hide();
+        m_view->setParent(nullptr);
+        connect(m_page.get(), &QObject::destroyed, m_page->profile(),
+                [view = m_view] { delete view.get(); });
+    }
+    m_page->disconnect(this);
+    m_page->deleteLater();
+}
+
+void WebEngineControl::connectLoading()
+{
+    connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
+        m_visits.loadStarted();
+        emit DownloadBegin();
+    });
+    connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
+        const QPointer<WebEngineControl> self = this;
+        m_visits.loadFinished(m_page->title(), m_page->url());
+        if (self) {
+            emit DownloadComplete();
+        }
+    });
+    connect(m_page, &QWebEnginePage::urlChanged, this,
+            [this](const QUrl& url) { m_visits.urlChanged(url); });
+    connect(m_page, &QWebEnginePage::titleChanged, this, [this](const QString& title) {
+        m_visits.titleChanged(title, m_page->url());
+        emit TitleChange(title);
+    });
+    connect(m_page, &WebEnginePage::frameReported, this,
+            [this](const FrameReport& report) { m_visits.reported(report, m_page->url()); });
+    connect(m_page, &WebEnginePage::navigationStarting, this,
+            &WebEngineControl::announceNavigation);
+}
+
+void WebEngineControl::connectWindow()
+{
+    connect(m_page, &QWebEnginePage::linkHovered, this, &EngineControl::StatusTextChange);
+    connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
+    connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
+            &WebEngineControl::resizeWindow);
+    connect(m_page, &QWebEnginePage::windowCloseRequested, this, &WebEngineControl::closeWindow);
+}
+
+void WebEngineControl::Navigate(const QString& url)
+{
+    m_pending = url;
+    QTimer::singleShot(0, this, &WebEngineControl::start);
+}
+
+void WebEngineControl::start()
+{
+    if (!m_pending) { // stopped, replaced, or the page was lent in between
+        return;
+    }
+    const QString typed = *std::exchange(m_pending, std::nullopt);
+    const QUrl url = m_resolve(typed);
+    if (url.isValid() && !url.scheme().isEmpty()) {
+        m_page->load(url);
+    } else {
+        m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
+    }
+}
+
+void WebEngineControl::GoBack()
+{
+    actLater(QWebEnginePage::Back);
+}
+
+void WebEngineControl::GoForward()
+{
+    actLater(QWebEnginePage::Forward);
+}
+
+void WebEngineControl::Refresh()
+{
+    actLater(QWebEnginePage::Reload);
+}
+
+void WebEngineControl::RefreshPastCache()
+{
+    actLater(QWebEnginePage::ReloadAndBypassCache);
+}
+
+void WebEngineControl::Stop()
+{
+    m_pending.reset();
+    m_page->triggerAction(QWebEnginePage::Stop);
+}
+
+void WebEngineControl::actLater(QWebEnginePage::WebAction action)
+{
+    QTimer::singleShot(0, this, [this, action] { m_page->triggerAction(action); });
+}
+
+bool WebEngineControl::Busy() const
+{
+    return m_pending || m_page->isLoading();
+}
+
+QString WebEngineControl::LocationURL() const
+{
+    return WebErrorPage::shownAddress(m_page->url());
+}
+
+QString WebEngineControl::LocationName() const
+{
+    return m_page->title();
+}
+
+std::optional<EngineDocument> WebEngineControl::Document() const
+{
+    return m_visits.document();
+}
+
+void WebEngineControl::RegisterAsDropTarget(bool value)
+{
+    EngineControl::RegisterAsDropTarget(value);
+    if (m_view) {
+        m_view->setAcceptDrops(value);
+    }
+}
+
+QWidget* WebEngineControl::host()
+{
+    return m_view;
+}
+
+void WebEngineControl::announceNavigation(const QUrl& url)
+{
+    // The engine knows a page of our own making by its content.
+    const bool isErrorPage =
+        url.scheme() == "data"_L1 && WebErrorPage::isAt(m_page->requestedUrl());
+    emit BeforeNavigate2(WebErrorPage::shownAddress(isErrorPage ? m_page->requestedUrl() : url));
+}
+
+void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
+{
+    EngineControl* engine = nullptr;
+    bool cancel = false;
+    emit NewWindow2(engine, cancel);
+    auto* const other = qobject_cast<WebEngineControl*>(engine);
+    if (!cancel && other != nullptr) {
+        other->lend(request);
+    }
+}
+
+void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
+{
+    m_pending.reset();
+    m_isLent = true;
+    // A window that a page opens and writes into never navigates, so that the
+    // engine never works out its preferences, and crashes at its first paint
+    // (seen with Qt 6.4). A page that has begun a load of its own has some, and
+    // a setting that is set once more hands them over to the window lent.
+    m_page->load(QUrl(u"about:blank"_s));
+    request.openIn(m_page);
+    m_page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+}
+
+void WebEngineControl::resizeWindow(const QRect& geometry)
+{
+    if (m_view && geometry.size() == m_view->size()) { // only moved
+        return;
+    }
+    const QPointer<WebEngineControl> self = this;
+    emit WindowSetHeight(geometry.height());
+    if (self) {
+        emit WindowSetWidth(geometry.width());
+    }
+}
+
+void WebEngineControl::closeWindow()
+{
+    const QPointer<WebEngineControl> self = this;
+    bool cancel = false;
+    emit WindowClosing(m_isLent, cancel);
+    if (self && !cancel && m_view) {
+        m_view->hide();
+    }
+}

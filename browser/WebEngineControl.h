@@ -1,0 +1,69 @@
+#pragma once
+
+#include "browser/EngineControl.h"
+#include "browser/WebVisits.h"
+
+#include <QPointer>
+#include <QUrl>
+#include <QWebEnginePage>
+
+#include <functional>
+#include <optional>
+
+class QWebEngineNewWindowRequest;
+class QWebEngineView;
+class WebEnginePage;
+
+/// Makes an address to open of a text as the user typed it; an invalid one
+/// means that the text cannot be an address.
+using AddressResolver = std::function<QUrl(const QString& typed)>;
+
+/// The engine of one browser window on Qt WebEngine.
+///
+/// Whatever makes the engine start something runs when control is back in the
+/// event loop, and the page dies there too: an event of this class may be sent
+/// from deep inside the engine, and its receiver may destroy this object.
+class WebEngineControl : public EngineControl {
+    Q_OBJECT
+public:
+    /// Takes `page` over; its parent remains the owner of last resort. The
+    /// view is made inside `parent`.
+    WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve);
+    ~WebEngineControl() override;
+    Q_DISABLE_COPY_MOVE(WebEngineControl)
+
+    void Navigate(const QString& url) override;
+    void GoBack() override;
+    void GoForward() override;
+    void Refresh() override;
+    void RefreshPastCache() override;
+    void Stop() override;
+
+    bool Busy() const override;
+    QString LocationURL() const override;
+    QString LocationName() const override;
+    std::optional<EngineDocument> Document() const override;
+
+    using EngineControl::RegisterAsDropTarget;
+    void RegisterAsDropTarget(bool value) override;
+    QWidget* host() override;
+
+private:
+    void connectLoading();
+    void connectWindow();
+    void start();
+    void actLater(QWebEnginePage::WebAction action);
+    void announceNavigation(const QUrl& url);
+    void openWindow(QWebEngineNewWindowRequest& request);
+    void lend(QWebEngineNewWindowRequest& request);
+    void resizeWindow(const QRect& geometry);
+    void closeWindow();
+
+    QPointer<WebEnginePage> m_page;
+    QPointer<QWebEngineView> m_view;
+    AddressResolver m_resolve;
+    WebVisits m_visits;
+    /// The text of a navigation that has not been handed to the engine yet.
+    std::optional<QString> m_pending;
+    bool m_isLent = false;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "browser/EngineControl.h"
+#include "browser/WebEngineControl.h"
+#include "browser/WebFrameReports.h"
+
+#include <memory>
+
+class QWebEngineProfile;
+
+/// What the pages of all browser windows share: the one profile, with what
+/// they store and how they behave. It outlives every engine it has made.
+class WebEngineHost {
+public:
+    /// Cookies and the like are kept in `dataFolder`, what can be fetched again
+    /// in `cacheFolder`. Both are made when they are needed.
+    WebEngineHost(const QString& dataFolder, const QString& cacheFolder, AddressResolver resolve);
+    ~WebEngineHost();
+    Q_DISABLE_COPY_MOVE(WebEngineHost)
+
+    EngineFactory factory();
+
+private:
+    void applySettings();
+    void addReportScript();
+
+    AddressResolver m_resolve;
+    WebFrameReports m_reports;
+    std::unique_ptr<QWebEngineProfile> m_profile;
+    /// The owner of all pages, so that they are gone before the profile.
+    std::unique_ptr<QObject> m_pages;
+};

@@ -1,0 +1,55 @@
+#include "browser/WebErrorPage.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostShown = 1000;
+const QString scheme = u"tessera-error"_s;
+
+QString shortened(const QString& typed)
+{
+    return typed.size() > mostShown ? typed.left(mostShown) + u'…' : typed;
+}
+
+} // namespace
+
+QUrl WebErrorPage::url(const QString& typed)
+{
+    return QUrl::fromEncoded(scheme.toLatin1() + ":address=" + QUrl::toPercentEncoding(typed));
+}
+
+bool WebErrorPage::isAt(const QUrl& url)
+{
+    return url.scheme() == scheme;
+}
+
+QString WebErrorPage::html(const QString& typed)
+{
+    const QString reason = typed.trimmed().isEmpty()
+                               ? u"Es wurde keine Adresse eingegeben."_s
+                               : u"Das ist keine Adresse, die sich öffnen lässt:"_s;
+    return uR"(<!DOCTYPE html>
+<html lang="de"><head><meta charset="utf-8"><title>Keine gültige Adresse</title><style>
+body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
+       padding: 0 1.5em; }
+h1 { font-size: 1.5em; font-weight: normal; }
+code { overflow-wrap: anywhere; white-space: pre-wrap; background: #e8e8e8; padding: 0.1em 0.3em; }
+</style></head><body>
+<h1>Keine gültige Adresse</h1>
+<p>)"_s + reason +
+           u"</p>\n<p><code>"_s + shortened(typed).toHtmlEscaped() + uR"(</code></p>
+<p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
+„/home/name/seite.html“.</p>
+</body></html>
+)"_s;
+}
+
+QString WebErrorPage::shownAddress(const QUrl& url)
+{
+    if (!isAt(url)) {
+        return url.toString(QUrl::FullyEncoded);
+    }
+    const QByteArray encoded = url.toEncoded();
+    return QUrl::fromPercentEncoding(encoded.mid(encoded.indexOf('=') + 1));
+}

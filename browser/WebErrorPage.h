@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+/// The page that stands in place of an address that is none, and the address
+/// under which the engine knows it: it carries the typed text, so that it is
+/// still there when the user comes back to the page.
+namespace WebErrorPage {
+
+QUrl url(const QString& typed);
+bool isAt(const QUrl& url);
+/// The page in German, with the typed text (a very long one shortened).
+QString html(const QString& typed);
+
+/// The address of the page at `url` as the user sees it: the typed text for
+/// the error page, the fully encoded address for any other.
+QString shownAddress(const QUrl& url);
+
+} // namespace WebErrorPage

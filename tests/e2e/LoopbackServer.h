@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QHash>
+#include <QTcpServer>
+#include <QUrl>
+
+class QTcpSocket;
+
+/// A small HTTP server on the loopback interface with scripted answers, one
+/// per path. A path without an answer is answered with 404 and a short text.
+class LoopbackServer : public QTcpServer {
+    Q_OBJECT
+public:
+    struct Answer {
+        QByteArray body;
+        QByteArray type = "text/html; charset=utf-8";
+        int status = 200;
+        /// Further header lines, each ended by CR LF.
+        QByteArray headers;
+        /// The rest of the body is never sent: only its first `sent` bytes.
+        qsizetype sent = -1;
+    };
+
+    explicit LoopbackServer(QObject* parent = nullptr);
+
+    void answer(const QString& path, const Answer& answer) { m_answers.insert(path, answer); }
+    void page(const QString& path, const QByteArray& html) { answer(path, {.body = html}); }
+    /// Accepts the request and never says a word.
+    void stall(const QString& path) { answer(path, {.status = 0}); }
+
+    QString address(const QString& path, const QString& host = QStringLiteral("127.0.0.1")) const;
+    int requests(const QString& path) const { return m_requests.value(path); }
+
+private:
+    void serve(QTcpSocket& socket);
+    void send(QTcpSocket& socket, const Answer& answer) const;
+
+    QHash<QString, Answer> m_answers;
+    QHash<QString, int> m_requests;
+};
