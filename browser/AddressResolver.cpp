@@ -184,18 +184,3 @@ QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTab
 {
     return checked(resolve(typed, files, drives));
 }
-
-QString absoluteIfFile(const QString& commandLine, const QString& currentFolder,
-                       const FileTable& files)
-{
-    if (commandLine.trimmed().isEmpty() || isSeparator(commandLine[0]) ||
-        schemeLength(commandLine) > 0)
-        return commandLine;
-    for (const QString& name : {commandLine, withSlashes(commandLine)}) {
-        QString path = cleanPath(currentFolder + u'/' + name);
-        const bool isPath = name.contains(u'/') || name == "."_L1 || name == ".."_L1;
-        if (files.exists(path) && (isPath || !files.isFolder(path)))
-            return path;
-    }
-    return commandLine;
-}

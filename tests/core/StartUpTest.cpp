@@ -226,6 +226,7 @@ private slots:
         QCOMPARE(absoluteIfFile("../x", path("localhost")), std::string("../x"));
         QCOMPARE(absoluteIfFile("../ä b%20#?.htm", path("localhost")),
                  path("localhost/../ä b%20#?.htm"));
+        QCOMPARE(absoluteIfFile("localhost/", path("")), path("localhost/"));
         for (const std::string same : {"", "dangling", "localhost", "/etc", "http://x/"})
             QCOMPARE(absoluteIfFile(same, path("")), same);
         QCOMPARE(absoluteIfFile(std::string(100000, 'x'), path("")), std::string(100000, 'x'));
