@@ -281,7 +281,7 @@ private slots:
         QTRY_COMPARE(std::count_if(copies.begin(), copies.end(),
                                    [](auto& copy) { return copy->said() == "handed over\n"; }),
                      5);
-        const auto first =
+        auto* const first =
             std::find_if(copies.begin(), copies.end(), [](auto& copy) { return copy->isFirst(); });
         QVERIFY(first != copies.end());
         QTRY_COMPARE((*first)->said().count("http://x/"), 5);
