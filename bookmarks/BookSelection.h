@@ -9,8 +9,7 @@ class Bookmark;
 class Thema;
 
 /// What the properties dialog and the drop commands need of the archive window.
-class BookSelection
-{
+class BookSelection {
 public:
     BookSelection() = default;
     BookSelection(const BookSelection&) = delete;
