@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Prompt.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+
+/// Answers for the user. Every text is recorded; the running test fails when a
+/// question comes without an answer, and when, at the end, an answer was not
+/// asked for or a text was not taken.
+class FakePrompt : public Prompt {
+public:
+    FakePrompt() = default;
+    ~FakePrompt() override;
+
+    void answerYesNo(bool yes) { m_yesNo.append(yes); }
+    /// An empty name stands for a cancelled dialog.
+    void answerFileName(const QString& path) { m_fileNames.append(path); }
+    /// Runs while the next prompt is open, once.
+    void whileOpen(const std::function<void()>& action) { m_whileOpen = action; }
+
+    /// The texts since the last call, oldest first, each as
+    /// "title|icon|text", for a save dialog "title|directory|filter[|second filter]".
+    /// The icon is the name of its enumerator.
+    QStringList takeTexts();
+
+    void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    QString saveFileName(QWidget* parent, const SaveRequest& request) override;
+
+private:
+    void opened(const QStringList& parts);
+
+    QStringList m_texts;
+    QList<bool> m_yesNo;
+    QStringList m_fileNames;
+    std::function<void()> m_whileOpen;
+};
