@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr qint16 maximised = 2;
 constexpr int handOverMessage = 1025;
-}
+} // namespace
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts)
     : m_programFolder(programFolder), m_licencePath(Prefer::defaultHomeUrl(programFolder)),

@@ -58,6 +58,8 @@ std::string absoluteIfFile(const std::string& address, const std::string& folder
         return address;
     const std::string path = folder + (folder.ends_with('/') ? "" : "/") + address;
     struct stat info = {};
-    const bool isFile = ::stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
-    return isFile ? path : address;
+    if (::stat(path.c_str(), &info) != 0)
+        return address;
+    const bool isPath = address.find('/') != std::string::npos || address == "." || address == "..";
+    return isPath || !S_ISDIR(info.st_mode) ? path : address;
 }

@@ -22,5 +22,6 @@ std::string helpText();
 std::string refusal(bool isRoot, bool sandboxDisabled);
 
 /// The full path when `address` names a file relative to `folder`, otherwise
-/// `address` as it is. Folders are no files: a site's mirror does not hide the site.
+/// `address` as it is. A folder counts only when it is written as a path: a site's
+/// mirror does not hide the site.
 std::string absoluteIfFile(const std::string& address, const std::string& folder);

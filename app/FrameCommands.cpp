@@ -2,10 +2,10 @@
 
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
-#include "app/ProgramStarter.h"
 #include "app/MDIForm1.h"
 #include "app/Maker.h"
 #include "app/Prefer.h"
+#include "app/ProgramStarter.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
 #include "base/Guarded.h"

@@ -55,9 +55,9 @@ int run(QApplication& application, const ShellStart& start)
 {
     const LinuxFileTable files;
     const PresentDrives drives;
-    WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
-                          storage(QStandardPaths::CacheLocation),
-                          [&](const QString& typed) { return resolveAddress(typed, files, drives); });
+    WebEngineHost engines(
+        storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
+        [&](const QString& typed) { return resolveAddress(typed, files, drives); });
     MessagePrompt prompt;
     AppInit module(QCoreApplication::applicationDirPath(), prompt,
                    {engines.factory(), [] { return mountedDrives().entries(); }});

@@ -23,6 +23,14 @@ public:
     bool IsEmpty() const { return m_items.empty(); }
     bool Contains(const QString& key) const { return m_byKey.contains(key); }
 
+    /// Makes room for `count` elements in all; only saves time.
+    void reserve(int count)
+    {
+        m_items.reserve(static_cast<std::size_t>(count));
+        m_keys.reserve(static_cast<std::size_t>(count));
+        m_byKey.reserve(count);
+    }
+
     void Add(Ref item, const QString& key = {}) { insert(m_items.size(), std::move(item), key); }
     void AddBefore(int position, Ref item, const QString& key = {})
     {

@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -13,6 +14,17 @@ void appendLittleEndian(QByteArray& bytes, Int value)
     std::array<char, sizeof(Int)> raw{};
     qToLittleEndian(value, raw.data());
     bytes.append(raw.data(), static_cast<qsizetype>(raw.size()));
+}
+
+/// Most fields are mostly padding: whole blocks of it go first.
+QByteArrayView withoutEndBlanks(QByteArrayView field)
+{
+    constexpr QByteArrayView block("                                ");
+    while (field.endsWith(block))
+        field.chop(block.size());
+    while (field.endsWith(' '))
+        field.chop(1);
+    return field;
 }
 } // namespace
 
@@ -30,33 +42,51 @@ RecordWriter& RecordWriter::int32(qint32 value)
 
 RecordWriter& RecordWriter::text(QStringView value, qsizetype width)
 {
+    const qsizetype end = m_bytes.size() + width;
     // Convert before cutting: one code point can be two units of the text.
-    m_bytes.append(toWindows1252(value.left(2 * width)).leftJustified(width, ' ', true));
+    appendWindows1252(m_bytes, value.left(2 * width));
+    const qsizetype filled = std::min(m_bytes.size(), end);
+    m_bytes.resize(end);
+    std::fill(m_bytes.begin() + filled, m_bytes.end(), ' ');
     return *this;
+}
+
+template <typename Int>
+Int RecordReader::number()
+{
+    std::array<char, sizeof(Int)> raw{};
+    const QByteArrayView there = take(sizeof(Int));
+    std::copy(there.begin(), there.end(), raw.begin());
+    return qFromLittleEndian<Int>(raw.data());
 }
 
 qint16 RecordReader::int16()
 {
-    return qFromLittleEndian<qint16>(take(sizeof(qint16)).constData());
+    return number<qint16>();
 }
 
 qint32 RecordReader::int32()
 {
-    return qFromLittleEndian<qint32>(take(sizeof(qint32)).constData());
+    return number<qint32>();
 }
 
 QString RecordReader::text(qsizetype width)
 {
-    const QString whole = fromWindows1252(take(width));
-    return trimBlanks(whole).toString();
+    QByteArrayView field = take(width);
+    const qsizetype missing = width - field.size();
+    while (field.startsWith(' '))
+        field = field.sliced(1);
+    if (missing > 0)
+        return fromWindows1252(field) + QString(missing, QChar(0));
+    return fromWindows1252(withoutEndBlanks(field));
 }
 
-QByteArray RecordReader::take(qsizetype width)
+QByteArrayView RecordReader::take(qsizetype width)
 {
     const qsizetype here = std::min(m_offset, m_record.size());
     const qsizetype there = std::min(m_offset + width, m_record.size());
     m_offset += width;
-    return m_record.sliced(here, there - here).toByteArray().leftJustified(width, '\0');
+    return m_record.sliced(here, there - here);
 }
 
 QStringView trimBlanks(QStringView text)

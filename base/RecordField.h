@@ -36,7 +36,9 @@ public:
     QString text(qsizetype width);
 
 private:
-    QByteArray take(qsizetype width);
+    template <typename Int>
+    Int number();
+    QByteArrayView take(qsizetype width);
 
     QByteArrayView m_record;
     qsizetype m_offset = 0;

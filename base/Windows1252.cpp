@@ -24,24 +24,37 @@ char toByte(char16_t unit)
 QByteArray toWindows1252(QStringView text)
 {
     QByteArray bytes;
-    bytes.reserve(text.size());
+    appendWindows1252(bytes, text);
+    return bytes;
+}
+
+void appendWindows1252(QByteArray& bytes, QStringView text)
+{
+    const qsizetype start = bytes.size();
+    bytes.resize(start + text.size());
+    char* out = bytes.data() + start;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair =
             text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
-        bytes.append(toByte(text[i].unicode()));
+        *out++ = toByte(text[i].unicode());
         if (pair)
             ++i;
     }
-    return bytes;
+    bytes.truncate(out - bytes.constData());
 }
 
 QString fromWindows1252(QByteArrayView bytes)
 {
-    QString text(bytes.size(), Qt::Uninitialized);
-    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
+    const auto isUpperControl = [](char byte) {
         const auto value = static_cast<unsigned char>(byte);
-        return QChar(value >= 0x80 && value <= 0x9F ? upperControls[value - 0x80U]
-                                                    : char16_t{value});
+        return value >= 0x80 && value <= 0x9F;
+    };
+    if (std::none_of(bytes.begin(), bytes.end(), isUpperControl))
+        return QString::fromLatin1(bytes);
+    QString text(bytes.size(), Qt::Uninitialized);
+    std::transform(bytes.begin(), bytes.end(), text.begin(), [&isUpperControl](char byte) {
+        const auto value = static_cast<unsigned char>(byte);
+        return QChar(isUpperControl(byte) ? upperControls[value - 0x80U] : char16_t{value});
     });
     return text;
 }

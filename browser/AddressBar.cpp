@@ -49,6 +49,7 @@ void AddressBar::visited(const QString& current, const QString& location)
     m_address->insertItem(0, current);
     m_address->setCurrentIndex(0);
     m_address->setEditText(current);
+    m_address->lineEdit()->setCursorPosition(0); // of a long address the host is to be seen
 }
 
 int AddressBar::addressLeft() const

@@ -104,26 +104,28 @@ bool beginsBelowRoot(const QString& path, const FileTable& files)
 /// `rest` is what follows "file:", in any of the spellings in use.
 QUrl resolveFileScheme(const QString& rest, const FileTable& files, const DriveTable& drives)
 {
-    static const QRegularExpression host(u"^//(?!localhost(/|$))([^/]+)"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression isRemote(u"^//(?!localhost(/|$))[^/]"_s,
+                                             QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression lead(u"^(//localhost(?=/|$))?/*"_s,
                                          QRegularExpression::CaseInsensitiveOption);
     const QString slashed = withSlashes(rest);
     QString below = slashed;
     below.remove(lead);
-    if (isDrivePath(below)) {
-        const PathReading onDrive = withoutTail(below);
-        return withTail(resolveDrivePath(percentDecoded(onDrive.path), files, drives),
-                        onDrive.tail);
-    }
-    if (host.match(slashed).hasMatch() && !beginsBelowRoot(below, files))
-        return QUrl(u"file:"_s + slashed); // another machine's file
+    QUrl remote(u"file:"_s + slashed);
+    if (isRemote.match(slashed).hasMatch() && !remote.host().isEmpty() && !isDrivePath(below) &&
+        !beginsBelowRoot(below, files))
+        return remote;
     const QString path = u'/' + below;
     const PathReading cut = withoutTail(path);
     const auto url = firstThere(
         {{percentDecoded(cut.path), cut.tail}, {path, {}}, {percentDecoded(path), {}}}, files);
+    if (url)
+        return *url;
+    if (isDrivePath(cut.path.sliced(1)))
+        return withTail(resolveDrivePath(percentDecoded(cut.path.sliced(1)), files, drives),
+                        cut.tail);
     // What is not there keeps its encoding: the name need not be UTF-8.
-    return url ? *url : QUrl(u"file://"_s + path);
+    return QUrl(u"file://"_s + path);
 }
 
 /// "http:" with whatever slashes behind it.
@@ -181,19 +183,4 @@ QUrl resolve(const QString& typed, const FileTable& files, const DriveTable& dri
 QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTable& drives)
 {
     return checked(resolve(typed, files, drives));
-}
-
-QString absoluteIfFile(const QString& commandLine, const QString& currentFolder,
-                       const FileTable& files)
-{
-    if (commandLine.trimmed().isEmpty() || isSeparator(commandLine[0]) ||
-        schemeLength(commandLine) > 0)
-        return commandLine;
-    for (const QString& name : {commandLine, withSlashes(commandLine)}) {
-        QString path = cleanPath(currentFolder + u'/' + name);
-        const bool isPath = name.contains(u'/') || name == "."_L1 || name == ".."_L1;
-        if (files.exists(path) && (isPath || !files.isFolder(path)))
-            return path;
-    }
-    return commandLine;
 }

@@ -21,10 +21,3 @@ class FileTable;
 /// engine takes: the texts for which it would silently show an empty page, or
 /// never end loading, are not let through.
 QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTable& drives);
-
-/// A command line that names an existing file relative to `currentFolder` (an
-/// absolute path) is made absolute; anything else comes back unchanged. A folder
-/// counts only when it is written as a path ("docs/", "./docs"): a folder can well
-/// have the name of a host.
-QString absoluteIfFile(const QString& commandLine, const QString& currentFolder,
-                       const FileTable& files);

@@ -107,10 +107,11 @@ void frmBrowser::load()
 {
     m_shell.bOpenNewWindow(false);
     ignoringErrors([this] { InitEngine(); });
+    m_startingAddress = StripQuotes(m_startingAddress);
+    // An empty window waits for an address, any other one for its page.
+    m_pageHadFocus = !m_startingAddress.isEmpty();
     ignoringErrors([this] { show(); });
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
-    m_startingAddress = StripQuotes(m_startingAddress);
-    m_pageHadFocus = !m_startingAddress.isEmpty();
     if (!m_startingAddress.isEmpty()) {
         StartBusy();
         ignoringErrors([this] { m_engine->Navigate(m_startingAddress); });

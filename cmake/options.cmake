@@ -15,12 +15,17 @@ if(TESSERA_SANITIZE)
   target_link_options(tessera_options INTERFACE ${sanitizers})
 endif()
 if(TESSERA_FUZZ)
-  target_compile_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
-  target_link_options(tessera_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+  set(fuzzers -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_compile_options(tessera_options INTERFACE ${fuzzers})
+  target_link_options(tessera_options INTERFACE ${fuzzers})
 endif()
 
 # tessera_library(name needed...): a static library whose sources the rooms add.
 function(tessera_library name)
   add_library(${name} STATIC)
   target_link_libraries(${name} PUBLIC tessera_options ${ARGN})
+  # A header that a room adds has to be looked at by moc: only the lists tell of it.
+  file(GLOB rooms ${PROJECT_SOURCE_DIR}/*/CMakeLists.txt)
+  set_target_properties(${name} PROPERTIES AUTOGEN_TARGET_DEPENDS "${rooms}")
 endfunction()

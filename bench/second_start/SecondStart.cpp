@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -26,13 +27,9 @@ constexpr std::chrono::milliseconds rest(400); // the running copy loads its pag
 
 pid_t start(const std::string& program, const std::string& argument)
 {
-    std::vector<std::string> words = {program};
-    if (!argument.empty())
-        words.push_back(argument);
-    std::vector<char*> arguments;
-    for (std::string& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+    std::string name = program;
+    std::string word = argument;
+    std::array<char*, 3> arguments = {name.data(), word.empty() ? nullptr : word.data(), nullptr};
     pid_t child = -1;
     return ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0
                ? child

@@ -80,6 +80,7 @@ const std::array known{
     Known{"file:///home/u/c#1?.htm", "file:///home/u/c%231%3F.htm"},
     Known{"file:///home/u/c%231%3F.htm#top", "file:///home/u/c%231%3F.htm#top"},
     Known{"file:///D:/Liste.htm#top", "file:///mnt/Stick/Liste.htm#top"},
+    Known{"file://d:\\Liste.htm", "file:///mnt/Stick/Liste.htm"},
     Known{"file://server/share/x", "file://server/share/x"},
     Known{"file:///home/u/%E4.htm", "file:///home/u/%E4.htm"}, Known{"file:", "file:///"},
     Known{"file://localhost", "file:///"}};
@@ -197,32 +198,6 @@ private slots:
         QVERIFY(!files.exists(root + QChar(0)));
         QVERIFY(mounted.entries().constFirst().startsWith(u"C: ["_s));
         QCOMPARE(mounted.rootOf(u'C'), u"/"_s);
-    }
-
-    void commandLines_data()
-    {
-        QTest::addColumn<QString>("path"); // empty: unchanged
-        QTest::newRow("a.htm") << u"/home/u/a.htm"_s;
-        QTest::newRow("a b.htm") << u"/home/u/a b.htm"_s;
-        QTest::newRow("c#1?.htm") << u"/home/u/c#1?.htm"_s;
-        QTest::newRow("re\\al") << u"/home/u/re\\al"_s;
-        QTest::newRow("..\\u\\a.htm") << u"/home/u/a.htm"_s;
-        QTest::newRow("../../opt/") << u"/opt/"_s;
-        QTest::newRow(".") << u"/home/u"_s;
-        for (const char* same : {"", " ", "A.htm", "/home/u/a.htm", "http://a.htm", "gone.htm"})
-            QTest::newRow(same) << QString();
-    }
-    void commandLines()
-    {
-        QFETCH(QString, path);
-        const QString typed = QString::fromUtf8(QTest::currentDataTag());
-        QCOMPARE(absoluteIfFile(typed, u"/home/u"_s, disk()), path.isEmpty() ? typed : path);
-    }
-
-    void aFolderMayHaveTheNameOfAHost()
-    {
-        const FakeFileTable files({u"/www.example.org/"_s});
-        QCOMPARE(absoluteIfFile(u"www.example.org"_s, u"/"_s, files), u"www.example.org"_s);
     }
 };
 

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <future>
 #include <memory>
@@ -273,13 +275,13 @@ private slots:
     void exactlyOneOfManyIsFirst()
     {
         m_lock.release();
-        std::vector<std::unique_ptr<Copy>> copies;
-        for (int i = 0; i < 6; ++i)
-            copies.push_back(std::make_unique<Copy>(m_place.path, QStringLiteral("http://x/")));
+        std::array<std::unique_ptr<Copy>, 6> copies;
+        for (auto& copy : copies)
+            copy = std::make_unique<Copy>(m_place.path, QStringLiteral("http://x/"));
         QTRY_COMPARE(std::count_if(copies.begin(), copies.end(),
                                    [](auto& copy) { return copy->said() == "handed over\n"; }),
                      5);
-        const auto first =
+        auto* const first =
             std::find_if(copies.begin(), copies.end(), [](auto& copy) { return copy->isFirst(); });
         QVERIFY(first != copies.end());
         QTRY_COMPARE((*first)->said().count("http://x/"), 5);

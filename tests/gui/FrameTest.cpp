@@ -1,9 +1,9 @@
 #include "FrameFixture.h"
 
-#include "base/Errors.h"
+#include "app/InstanceServer.h"
 #include "history/HistoryItem.h"
 
-#include <QComboBox>
+#include <QClipboard>
 #include <QFile>
 #include <QtTest>
 
@@ -201,6 +201,67 @@ private slots:
         QVERIFY(!viewport->acceptDrops());
         emit f.engine(0)->TitleChange(u"t"_s);
         QVERIFY(viewport->acceptDrops());
+    }
+
+    void anAddressIsTakenOver_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("dropsOff");
+        QTest::addColumn<bool>("toFront");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("normal") << 0 << false << false << u"1 2"_s;
+        QTest::newRow("minimised") << 1 << false << false << u"1 2"_s;
+        QTest::newRow("maximised") << 2 << false << false << u"1 2"_s;
+        QTest::newRow("behind a dialog") << 0 << true << false << u"1"_s;
+        QTest::newRow("minimised behind a dialog") << 1 << true << false << u"1"_s;
+        QTest::newRow("to the front") << 1 << false << true << u"1"_s;
+        QTest::newRow("maximised to the front") << 2 << false << true << u"1"_s;
+    }
+    void anAddressIsTakenOver()
+    {
+        QFETCH(int, state);
+        QFETCH(bool, dropsOff);
+        QFETCH(bool, toFront);
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().setWindowState(static_cast<Qt::WindowState>(state)); // 1 and 2 are its values
+        f.start.SetDropDisabled(dropsOff);
+        QGuiApplication::clipboard()->setText(u"before"_s);
+        f.start.takeOver({toFront, toFront ? QString() : u"http://x/"_s, {}, {}});
+        QTEST(f.keys(), "keys");
+        QVERIFY(!f.frame().isMinimized());
+        QCOMPARE(f.frame().isMaximized(), state == 2);
+        QCOMPARE(f.frame().HistoryUrl(), QString());
+        QCOMPARE(QGuiApplication::clipboard()->text(), toFront ? u"before"_s : u"http://x/"_s);
+        f.start.SetDropDisabled(false);
+        QCoreApplication::processEvents();
+        QVERIFY(f.keys() == u"1"_s || !dropsOff); // what was refused does not come later
+    }
+
+    void otherMessagesAreNotTheHooks()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        QVERIFY(!f.start.WindowProc(1024, u"http://x/"_s));
+        QCOMPARE(f.keys(), u"1"_s);
+        f.frame().close(); // takes the hook away
+        f.start.takeOver({false, u"http://x/"_s, {}, {}});
+        QCOMPARE(f.engines.size(), std::size_t{1});
+    }
+
+    void aRestoredFrameIsArrangedAgain()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().VisitUrl(u"b"_s);
+        const QRect arranged = f.window(2)->geometry();
+        f.window(2)->setGeometry(5, 6, 300, 200);
+        f.start.takeOver({true, {}, {}, {}});
+        QCOMPARE(f.window(2)->geometry(), QRect(5, 6, 300, 200)); // it was not minimised
+        f.frame().setWindowState(Qt::WindowMinimized);
+        f.start.SetDropDisabled(true);
+        f.start.takeOver({false, u"http://x/"_s, {}, {}});
+        QCOMPARE(f.window(2)->geometry(), arranged);
     }
 
     void statusTextIsShared()

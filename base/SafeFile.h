@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Whole files that survive a kill or a full disk: each is replaced in one step,
+/// and what could not be replaced waits beside it under its name and ".bak".
+
+/// Replaces the file by `bytes`: they are written beside it, synced, and renamed
+/// over it; a ".bak" is then removed. When that fails the old content becomes
+/// the ".bak", no file of the name remains, and FileError is thrown.
+void replaceFile(const QString& path, const QByteArray& bytes);
+
+/// Removes the file and its ".bak". Throws FileError when the file is still there.
+void removeFile(const QString& path);
+
+/// The first `limit` bytes of a file that can be read and written. A missing file
+/// is first taken back from its ".bak"; if there is none it is created empty.
+/// Throws FileError.
+QByteArray readOrCreateFile(const QString& path, qint64 limit);
+
+/// Renames the ".bak" to `path` if there is no file of that name.
+void takeBackupBack(const QString& path);
+
+/// Writes `bytes` over whatever `path` names, without a copy. Throws FileError.
+void writeFile(const QString& path, const QByteArray& bytes);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+class Book;
+
+/// Gives an archive without folders its first one, with three bookmarks, and
+/// saves both. Call it only after a load that found no folder, never after one
+/// that failed.
+///
+/// A file "1.bkm" with content, left over from an archive whose index is gone, is
+/// kept as "1.bkm.alt" (".alt2", ... when that is taken). Throws FileError, and
+/// changes nothing, when it cannot be. The save itself throws nothing.
+void createDefaultArchive(Book& book, const QString& programFolder);

@@ -1,0 +1,198 @@
+#include "SampleArchive.h"
+#include "bookmarks/DefaultArchive.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+class ArchiveTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
+    void savesGoldenFiles()
+    {
+        Book book(path());
+        fillSample(book, path());
+        writeBytes(file(u"6.bkm"_s), "old"); // a folder without bookmarks loses its file
+        book.IsEdit(true);
+        book.SaveAllThema();
+        QVERIFY(book.filesNotWritten().empty());
+        QVERIFY(!book.IsEdit() && !book.colThema()->Item(1)->IsEdit());
+        const QStringList names{u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s};
+        QCOMPARE(QDir(path()).entryList(QDir::Files, QDir::Name), names);
+        for (const QString& name : names)
+            QCOMPARE(bytesOf(file(name)), golden(name));
+        // Numbers in memory stay; those read are the written ones.
+        const auto folder = book.colThema()->Item(1);
+        QCOMPARE(int{folder->colBookmark()->Item(3)->Nr()}, 9);
+        folder->LoadBookmarks();
+        QCOMPARE(keys(*folder), (QStringList{u">3|1"_s, u">3|2"_s, u">3|3"_s}));
+        QCOMPARE(int{folder->GetNewKey()}, 4);
+    }
+
+    void loadsGoldenFiles()
+    {
+        for (const QString& name : {u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s})
+            writeBytes(file(name), golden(name));
+        Book book(path());
+        book.SequenzMax(4);
+        QVERIFY(book.LoadAllThema());
+        book.loadFolders();
+        QCOMPARE(int{book.ItCounter()}, 4);
+        QCOMPARE(book.GetNewKey(), 13);
+        const Thema& first = *book.colThema()->Item(u">1"_s);
+        QCOMPARE(first.DirName(), u"Ämter <Süd>"_s);
+        QCOMPARE(first.FileName(), u"3.bkm"_s);
+        QCOMPARE(first.Sequenz(), 3);
+        QVERIFY(!first.IsEdit());
+        QCOMPARE(int{first.ItCounter()}, 0);
+        QCOMPARE(first.colBookmark()->Item(1)->Info(), u"Preis: 5 €\r\nzweite Zeile\r\n"_s);
+        QCOMPARE(first.colBookmark()->Item(2)->Titel(), u"?? ? </A>"_s);
+        QCOMPARE(first.colBookmark()->Item(3)->Info(), QString(319, u'i') + u'\r');
+        QVERIFY(!book.colThema()->Item(2)->colBookmark());
+        QCOMPARE(bytesOf(file(u"6.bkm"_s)), QByteArray()); // created empty
+        QVERIFY(!book.colThema()->Item(3)->colBookmark());
+    }
+
+    void numbersOnDiskAreTrusted()
+    {
+        writeBytes(file(u"4.bkm"_s), record(7, "a") + record(-9, "b") + QByteArray(278, 'c'));
+        Thema folder(path());
+        folder.FileName(u"4.bkm"_s);
+        folder.Nr(4);
+        folder.LoadBookmarks();
+        QCOMPARE(keys(folder), (QStringList{u">4|7"_s, u">4|-9"_s}));
+        QCOMPARE(int{folder.GetNewKey()}, 3);
+        QCOMPARE(int{folder.ItCounter()}, 0);
+        // An empty file keeps the old list, but starts the numbers again.
+        writeBytes(file(u"4.bkm"_s), {});
+        folder.LoadBookmarks();
+        QCOMPARE(folder.colBookmark()->Count(), 2);
+        QCOMPARE(int{folder.GetNewKey()}, 1);
+    }
+
+    void savingUnchangedDeletes()
+    {
+        Thema folder(path());
+        folder.FileName(u"1.bkm"_s);
+        folder.colBookmark(std::make_shared<BookmarkCollection>());
+        for (const bool edit : {false, true}) {
+            writeBytes(file(u"1.bkm"_s), "old");
+            writeBytes(file(u"1.bkm.bak"_s), "older");
+            folder.IsEdit(edit);
+            folder.SaveBookmarks();
+            QCOMPARE(bytesOf(file(u"1.bkm"_s)), edit ? QByteArray() : "unreadable"_ba);
+            QVERIFY(!QFile::exists(file(u"1.bkm.bak"_s)));
+            QVERIFY(!folder.IsEdit() && folder.saveError().isEmpty());
+        }
+    }
+
+    void onlyChangedFoldersAreWritten()
+    {
+        Book book(path());
+        fillSample(book, path());
+        book.SaveAllThema();
+        writeBytes(file(u"3.bkm"_s), "untouched");
+        book.colThema()->Item(4)->IsEdit(true);
+        writeBytes(file(u"12.bkm"_s), "overwritten");
+        book.SaveAllThema();
+        QCOMPARE(bytesOf(file(u"3.bkm"_s)), "untouched"_ba);
+        QCOMPARE(bytesOf(file(u"12.bkm"_s)), golden(u"12.bkm"_s));
+    }
+
+    void deletesInTheCurrentFolderOnly()
+    {
+        Book book(path());
+        fillSample(book, path());
+        book.SaveAllThema();
+        const auto held = book.colThema()->Item(1)->colBookmark();
+        const QString before = QDir::currentPath();
+        const QTemporaryDir elsewhere;
+        QVERIFY(QDir::setCurrent(elsewhere.path()));
+        writeBytes(u"3.bkm"_s, "in the way");
+        book.DeleteThema(1);
+        QVERIFY(!QFile::exists(elsewhere.filePath(u"3.bkm"_s)));
+        QVERIFY(QFile::exists(file(u"3.bkm"_s)));
+        QVERIFY(held->IsEmpty());
+        QVERIFY(QDir::setCurrent(path()));
+        book.DeleteThema(3);
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY(!QFile::exists(file(u"12.bkm"_s)));
+
+        Book again(path());
+        QVERIFY(again.LoadAllThema());
+        QCOMPARE(again.colThema()->Count(), 2);
+        QCOMPARE(again.colThema()->Item(u">2"_s)->FileName(), u"9.bkm"_s);
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, book.DeleteThema(3));
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, Book(path()).DeleteThema(1));
+    }
+
+    void numbersOverflow()
+    {
+        Book book(path());
+        book.SequenzMax(2147483647);
+        QVERIFY_THROWS_EXCEPTION(OverflowError, book.GetNewKey());
+        Thema folder(path());
+        folder.ItCounter(32767);
+        QVERIFY_THROWS_EXCEPTION(OverflowError, folder.GetNewKey());
+        QVERIFY_THROWS_EXCEPTION(OverflowError, folder.Nr(40000));
+        folder.Nr(-32768);
+        QCOMPARE(folder.Nr(), -32768);
+    }
+
+    void firstRunMakesTheDefaultArchive()
+    {
+        Book book(path());
+        QVERIFY(!book.LoadAllThema());
+        QCOMPARE(bytesOf(file(u"Book.bkm"_s)), QByteArray());
+        QVERIFY(!book.colThema());
+        createDefaultArchive(book, path());
+        QCOMPARE(book.SequenzMax(), 0);
+        QVERIFY(book.LoadAllThema());
+        book.loadFolders();
+        const Thema& folder = *book.colThema()->Item(u">1"_s);
+        QCOMPARE(folder.DirName(), u"Info + Lizenzvertrag"_s);
+        QCOMPARE(keys(folder), (QStringList{u">1|1"_s, u">1|2"_s, u">1|3"_s}));
+        QCOMPARE(folder.colBookmark()->Item(1)->Url(), path() + u"\\lizenz.txt"_s);
+    }
+
+    void defaultArchiveKeepsAnOldFile()
+    {
+        writeBytes(file(u"1.bkm.bak"_s), "oldest");
+        for (const QByteArray old : {"oldest", "old"}) {
+            if (old == "old")
+                writeBytes(file(u"1.bkm"_s), old);
+            Book book(path());
+            createDefaultArchive(book, path());
+            QCOMPARE(bytesOf(file(u"1.bkm"_s)).size(), 3 * bookmarkRecordSize);
+            const auto kept = old == "old" ? u"1.bkm.alt2"_s : u"1.bkm.alt"_s;
+            QCOMPARE(bytesOf(file(kept)), old);
+        }
+    }
+
+private:
+    QString path() const { return m_folder->path(); }
+    QString file(const QString& name) const { return m_folder->filePath(name); }
+    static QByteArray record(qint16 number, const QByteArray& titel)
+    {
+        return QByteArray(1, static_cast<char>(number & 0xFF)) +
+               static_cast<char>(number >> 8 & 0xFF) + titel.leftJustified(720);
+    }
+    static QStringList keys(const Thema& folder)
+    {
+        QStringList all;
+        for (int i = 1; i <= folder.colBookmark()->Count(); ++i)
+            all << folder.colBookmark()->Key(i);
+        return all;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+QTEST_APPLESS_MAIN(ArchiveTest)
+#include "ArchiveTest.moc"
