@@ -1,5 +1,7 @@
 #include "app/AppInit.h"
 
+#include "app/FrameCommands.h"
+#include "app/FrameKeys.h"
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
@@ -17,12 +19,15 @@ constexpr qint16 maximised = 2;
 constexpr int handOverMessage = 1025;
 } // namespace
 
-AppInit::AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts)
+AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
+                 BrowserParts parts)
     : m_programFolder(programFolder), m_licencePath(Prefer::defaultHomeUrl(programFolder)),
       m_title(QStringLiteral("Tessera " TESSERA_VERSION)), m_frameIcon(u":/icons/frame.svg"_s),
       m_childIcon(u":/icons/child.svg"_s),
       m_frame(std::make_unique<MDIForm1>(*this, prompt, std::move(parts)))
 {
+    auto* commands = new FrameCommands(*m_frame, starter);
+    new FrameKeys(*m_frame, *commands);
     SetDropDisabled(false);
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 class MDIForm1;
+class ProgramStarter;
 class Prompt;
 struct HandOver;
 
@@ -14,9 +15,10 @@ struct HandOver;
 /// frame and brings it up, and switches its drop target.
 class AppInit : public StartModule {
 public:
-    /// `programFolder` is the folder of the executable. `prompt` and what
-    /// `parts` refers to outlive the module.
-    AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts);
+    /// `programFolder` is the folder of the executable. `prompt`, `starter` and
+    /// what `parts` refers to outlive the module.
+    AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
+            BrowserParts parts);
     ~AppInit() override;
 
     /// Brings the frame up; `startAddress` is the command line, neither split

@@ -16,7 +16,8 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
 
 void ChildArea::addChild(QMdiSubWindow* child)
 {
-    const QSize size = viewport()->size() * 3 / 4;
+    // Before the frame is shown the area has no size of its own yet.
+    const QSize size = (isVisible() ? viewport()->size() : window()->size()) * 3 / 4;
     addSubWindow(child);
     child->resize(size.expandedTo(child->minimumSizeHint()));
 }
@@ -31,6 +32,8 @@ void ChildArea::arrange(Arrangement mode)
     const QList<QMdiSubWindow*> all = subWindowList(order);
     std::copy_if(all.begin(), all.end(), std::back_inserter(children),
                  [](QMdiSubWindow* child) { return !child->isMinimized() && !child->isHidden(); });
+    // Restoring a child makes it the active one.
+    QMdiSubWindow* const active = currentSubWindow();
     QSize least(0, 0);
     for (QMdiSubWindow* child : children) {
         if (child->isMaximized())
@@ -42,6 +45,8 @@ void ChildArea::arrange(Arrangement mode)
         arrangedPlaces(roomAboveIcons(), static_cast<int>(children.size()), mode, step, least);
     for (qsizetype i = 0; i < children.size(); ++i)
         children[i]->setGeometry(places[static_cast<std::size_t>(i)]);
+    if (active != nullptr)
+        setActiveSubWindow(active);
 }
 
 QSize ChildArea::roomAboveIcons() const

@@ -113,8 +113,9 @@ void FrameMenus::add(const Entry& entry)
         connect(sub, &QMenu::aboutToShow, this, [this, role] { emit opening(role); });
         action = sub->menuAction();
     } else {
-        action = new QAction(entry.caption.toString(), this);
-        action->setSeparator(entry.kind == Kind::Separator);
+        const bool isLine = entry.kind == Kind::Separator; // the style would show its text
+        action = new QAction(isLine ? QString() : entry.caption.toString(), this);
+        action->setSeparator(isLine);
         action->setCheckable(entry.kind == Kind::CheckItem);
         connect(action, &QAction::triggered, this, [this, role] { emit chosen(role); });
     }

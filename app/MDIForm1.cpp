@@ -82,6 +82,8 @@ frmBrowser* MDIForm1::CreateBrowser()
     m_area->addChild(window);
     window->load();
     window->PubResize();
+    if (!window.isNull())
+        m_area->setActiveSubWindow(window);
 
     m_windowNumber = addWhole(m_windowNumber, 1);
     m_counter = addWhole(m_counter, 1);
@@ -220,6 +222,11 @@ void MDIForm1::unloadChildren()
     const KeyedCollection<frmBrowser*> open = m_browser;
     for (frmBrowser* window : open)
         window->close();
+    const QList<QWidget*> children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* window : children) {
+        if (window->isWindow() && !window->isHidden())
+            window->close();
+    }
 }
 
 void MDIForm1::MDIForm_Unload()

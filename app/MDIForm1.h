@@ -44,7 +44,7 @@ public:
     void EmailClient(const QString& value) { m_emailClient = value; }
     /// The frame shows its status bar.
     bool StatusBarCurr() const { return m_statusBarCurr; }
-    void StatusBarCurr(bool value) { m_statusBarCurr = value; }
+    void StatusBarCurr(bool value) override { m_statusBarCurr = value; }
 
     // The public operations, in their order.
 

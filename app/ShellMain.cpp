@@ -2,6 +2,7 @@
 #include "app/EndSignals.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
+#include "app/ProgramStarter.h"
 #include "app/ShellEntry.h"
 #include "base/MessagePrompt.h"
 #include "browser/AddressResolver.h"
@@ -59,7 +60,8 @@ int run(QApplication& application, const ShellStart& start)
         storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
         [&](const QString& typed) { return resolveAddress(typed, files, drives); });
     MessagePrompt prompt;
-    AppInit module(QCoreApplication::applicationDirPath(), prompt,
+    ProcessStarter starter;
+    AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,

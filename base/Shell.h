@@ -41,6 +41,8 @@ public:
     virtual void bNewSize(bool value) = 0;
     virtual void bIsOpenBook(bool value) = 0;
     virtual void bIsOpenHistory(bool value) = 0;
+    /// The frame is to show its status bar.
+    virtual void StatusBarCurr(bool value) = 0;
 
     /// While true, the next new-window request of any page is refused, once.
     /// One flag for the whole program.

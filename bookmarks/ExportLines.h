@@ -25,7 +25,7 @@ private:
 template <typename Each>
 void forEachBookmark(const Thema& folder, Each each)
 {
-    if (const auto bookmarks = folder.colBookmark())
+    if (const auto& bookmarks = folder.colBookmark())
         for (const auto& bookmark : *bookmarks)
             each(*bookmark);
 }
@@ -34,7 +34,7 @@ void forEachBookmark(const Thema& folder, Each each)
 template <typename Each>
 void forEachThema(const Book& book, Each each)
 {
-    if (const auto folders = book.colThema())
+    if (const auto& folders = book.colThema())
         for (const auto& folder : *folders)
             each(*folder);
 }

@@ -125,7 +125,7 @@ void loadBare(const QString& path)
             texts.push_back(QString::fromLatin1(record + 402, 320).trimmed());
         }
     }
-    if (texts.size() != 3U * folderCount * bookmarksPerFolder)
+    if (texts.size() != std::size_t{3} * folderCount * bookmarksPerFolder)
         qFatal("bare load");
 }
 
@@ -170,9 +170,8 @@ std::vector<QByteArray> linesOf(const QByteArray& bytes)
     }
     return lines;
 }
-} // namespace
 
-int main(int argc, char** argv)
+int compare(int argc, char** argv)
 {
     const int runs = argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : 9;
     const QTemporaryDir temporary(argc > 2 ? QFile::decodeName(argv[2]) + u"/archive-XXXXXX"_s
@@ -207,4 +206,15 @@ int main(int argc, char** argv)
     for (const Comparison& comparison : comparisons)
         all = holds(comparison, runs) && all;
     return all ? 0 : 1;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return compare(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }

@@ -134,16 +134,21 @@ stop_display() {
     rm -rf "$scratch"
 }
 
-# run_tests preset [ctest argument...]: on a display of its own, with a private
-# runtime folder.
+# Keeps what is started on our display apart from a copy that the user has
+# running: that would take up the address, and would share the engine's profile.
+start_private_folders() {
+    mkdir -m 700 "$scratch/runtime" "$scratch/data" "$scratch/cache"
+    export XDG_RUNTIME_DIR=$scratch/runtime XDG_DATA_HOME=$scratch/data XDG_CACHE_HOME=$scratch/cache
+}
+
+# run_tests preset [ctest argument...]: on a display of its own.
 run_tests() {
     local folder=$root/build/$1
     shift
     (
         start_display
         allow_engine_as_root
-        mkdir -m 700 "$scratch/runtime"
-        export XDG_RUNTIME_DIR=$scratch/runtime
+        start_private_folders
         settle_locale
         ctest --test-dir "$folder" --output-on-failure --no-tests=error "$@"
     )

@@ -1,4 +1,5 @@
 #include "SampleArchive.h"
+#include "base/Guarded.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -108,7 +109,7 @@ int main(int argc, char** argv)
     QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == u"--save-forever"_s) {
-        saveForever(arguments.value(2));
+        ignoringErrors([&arguments] { saveForever(arguments.value(2)); });
         return 1;
     }
     ArchiveCrashTest test;

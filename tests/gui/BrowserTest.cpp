@@ -1,4 +1,4 @@
-#include "FrameFixture.h"
+#include "tests/gui/FrameFixture.h"
 
 #include "browser/frmBrowser.h"
 #include "history/HistoryItem.h"
@@ -61,6 +61,8 @@ struct OneWindow : FrameFixture {
 class BrowserTest : public QObject {
     Q_OBJECT
 private slots:
+    void init() { failOnWarnings(); }
+
     void loadSetsTheEngineUp()
     {
         OneWindow w;
@@ -342,5 +344,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(BrowserTest)
+GUI_TEST_MAIN(BrowserTest)
 #include "BrowserTest.moc"

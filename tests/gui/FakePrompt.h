@@ -2,46 +2,39 @@
 
 #include "base/Prompt.h"
 
+#include <QList>
 #include <QStringList>
-#include <QtTest>
 
-/// Answers for the user, records every text, and fails the test when a question
-/// comes without an answer or an answer is left over.
+#include <functional>
+
+/// Answers for the user. Every text is recorded; the running test fails when a
+/// question comes without an answer, and when, at the end, an answer was not
+/// asked for or a text was not taken.
 class FakePrompt : public Prompt {
 public:
-    ~FakePrompt() override
-    {
-        if (!m_answers.isEmpty())
-            QTest::qFail("an answer was left over", __FILE__, __LINE__);
-    }
+    FakePrompt() = default;
+    ~FakePrompt() override;
 
-    void expectTell() { m_answers << QStringLiteral("OK"); }
-    const QStringList& texts() const { return m_texts; }
+    void answerYesNo(bool yes) { m_yesNo.append(yes); }
+    /// An empty name stands for a cancelled dialog.
+    void answerFileName(const QString& path) { m_fileNames.append(path); }
+    /// Runs while the next prompt is open, once.
+    void whileOpen(const std::function<void()>& action) { m_whileOpen = action; }
 
-    void tell(QWidget*, const QString& text, const QString& title, Icon) override
-    {
-        next(title + u'|' + text);
-    }
-    bool askYesNo(QWidget*, const QString& text, const QString& title, Icon) override
-    {
-        return next(title + u'|' + text) == u"Ja";
-    }
-    QString saveFileName(QWidget*, const SaveRequest& request) override
-    {
-        return next(request.title);
-    }
+    /// The texts since the last call, oldest first, each as
+    /// "title|icon|text", for a save dialog "title|directory|filter[|second filter]".
+    /// The icon is the name of its enumerator.
+    QStringList takeTexts();
+
+    void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    QString saveFileName(QWidget* parent, const SaveRequest& request) override;
 
 private:
-    QString next(const QString& text)
-    {
-        m_texts << text;
-        if (m_answers.isEmpty()) {
-            QTest::qFail(qPrintable(QStringLiteral("no answer for: ") + text), __FILE__, __LINE__);
-            return {};
-        }
-        return m_answers.takeFirst();
-    }
+    void opened(const QStringList& parts);
 
-    QStringList m_answers;
     QStringList m_texts;
+    QList<bool> m_yesNo;
+    QStringList m_fileNames;
+    std::function<void()> m_whileOpen;
 };

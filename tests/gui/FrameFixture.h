@@ -1,21 +1,36 @@
 #pragma once
 
-#include "FakeEngine.h"
-#include "FakePrompt.h"
 #include "app/AppInit.h"
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/FrameStatusBar.h"
 #include "app/MDIForm1.h"
+#include "app/ProgramStarter.h"
+#include "tests/gui/FakeEngine.h"
+#include "tests/gui/FakePrompt.h"
+#include "tests/gui/GuiTest.h"
 
 #include <QAction>
 #include <QPointer>
 #include <QTemporaryDir>
 
+/// Starts only the programs that it is told exist.
+class FakeStarter : public ProgramStarter {
+public:
+    bool start(const QString& program, const QStringList& arguments) override
+    {
+        started << (QStringList(program) + arguments).join(u'|');
+        return existing.contains(program);
+    }
+
+    QStringList existing;
+    QStringList started;
+};
+
 /// A whole frame with scripted engines, in a program folder of its own.
 struct FrameFixture {
     FrameFixture()
-        : start(folder.path(), prompt,
+        : start(folder.path(), prompt, starter,
                 {[this](QWidget* parent) {
                      auto engine = std::make_unique<FakeEngine>(parent);
                      engines.push_back(engine.get());
@@ -42,6 +57,7 @@ struct FrameFixture {
 
     QTemporaryDir folder;
     FakePrompt prompt;
+    FakeStarter starter;
     std::vector<QPointer<FakeEngine>> engines;
     AppInit start;
 };

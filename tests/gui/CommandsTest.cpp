@@ -1,0 +1,318 @@
+#include "tests/gui/FrameFixture.h"
+
+#include "history/HistoryItem.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QToolBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A started frame with one window.
+struct Started : FrameFixture {
+    Started() { start.Main(u"x"_s); }
+
+    void choose(const char* name) { item(name)->trigger(); }
+    void open(const char* menu) { emit item(menu)->menu()->aboutToShow(); }
+    /// The three arrangement marks of a menu, in its order.
+    QString marks(const QString& prefix)
+    {
+        QString all;
+        for (const auto& name : {u"Untereinander"_s, u"Nebeneinander"_s, u"Kaskadiert"_s})
+            all += frame().menus().item(prefix + name)->isChecked() ? u'x' : u'-';
+        return all;
+    }
+    bool drop(const QMimeData& offered)
+    {
+        QWidget* viewport = frame().area().viewport();
+        const QPoint corner = viewport->rect().bottomRight() - QPoint(2, 2);
+        QDragEnterEvent enter(corner, Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(viewport, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent event(corner, Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(viewport, &event);
+        return event.isAccepted();
+    }
+    QStringList opened()
+    {
+        QStringList all;
+        for (const auto& engine : engines)
+            all << engine->calls().section(u' ', 1);
+        return all;
+    }
+};
+
+} // namespace
+
+class CommandsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { failOnWarnings(); }
+
+    void arrangementsMarkBothMenus_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QString>("marks");
+        QTest::newRow("rows") << "mn_Untereinander"_ba << u"x--"_s;
+        QTest::newRow("columns") << "mn_Nebeneinander"_ba << u"-x-"_s;
+        QTest::newRow("cascade") << "mn_Kaskadiert"_ba << u"--x"_s;
+        QTest::newRow("context rows") << "mn_ctxtUntereinander"_ba << u"x--"_s;
+        QTest::newRow("context columns") << "mn_ctxtNebeneinander"_ba << u"-x-"_s;
+        QTest::newRow("context cascade") << "mn_ctxtKaskadiert"_ba << u"--x"_s;
+    }
+    void arrangementsMarkBothMenus()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QString, marks);
+        Started f;
+        for (int i = 0; i < 2; ++i) { // choosing it again keeps the mark
+            f.choose(name.constData());
+            QCOMPARE(f.marks(u"mn_"_s), marks);
+            QCOMPARE(f.marks(u"mn_ctxt"_s), marks);
+        }
+        QVERIFY(!f.window(1)->isMaximized());
+    }
+
+    void withoutWindowsTheArrangementIsLost()
+    {
+        Started f;
+        f.choose("mn_Alleschließen");
+        QCOMPARE(f.keys(), QString());
+        f.choose("mn_Alleschließen");
+        f.choose("mn_Aktivschließen");
+        QCOMPARE(f.marks(u"mn_"_s), u"x--"_s);
+        f.open("mn_Fenster");
+        QCOMPARE(f.marks(u"mn_"_s) + f.marks(u"mn_ctxt"_s), u"------"_s);
+        const auto names = {
+            "mn_Untereinander",     "mn_Nebeneinander",      "mn_Kaskadiert",
+            "mn_Aktives",           "mn_Aktivschließen",     "mn_Alleschließen",
+            "mn_ctxtUntereinander", "mn_ctxtAktives",        "mn_ctxtKaskadiert",
+            "mn_ctxtNebeneinander", "mn_ctxtAktivschließen", "mn_ctxtAlleschließen"};
+        for (const char* name : names)
+            QVERIFY2(!f.item(name)->isEnabled(), name);
+        f.frame().NewBrowser();
+        f.open("mn_Fenster");
+        for (const char* name : names)
+            QVERIFY2(f.item(name)->isEnabled(), name);
+        QCOMPARE(f.marks(u"mn_"_s), u"---"_s);
+    }
+
+    void theActiveWindowsBars()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        f.choose("mn_ctxtAdresszeile");
+        QVERIFY(!f.window(2)->isAddressBarShown() && f.window(1)->isAddressBarShown());
+        f.choose("mn_toolbar");
+        f.open("mn_Fenster");
+        for (const char* name :
+             {"mn_adresszeile", "mn_ctxtAdresszeile", "mn_toolbar", "mn_ctxtToolbar"})
+            QVERIFY2(!f.item(name)->isChecked(), name);
+        QCOMPARE(f.engine(1)->host()->y(), 0);
+        f.frame().area().setActiveSubWindow(f.window(1));
+        f.open("mn_Fenster");
+        QVERIFY(f.item("mn_toolbar")->isChecked() && f.item("mn_ctxtAdresszeile")->isChecked());
+    }
+
+    void theWindowList()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        f.engine(0)->arrive(u"u"_s, u"A & B"_s);
+        f.engine(1)->arrive(u"v"_s, u"C"_s);
+        for (int i = 0; i < 2; ++i) // rebuilt, not added to
+            f.open("mn_Fenster");
+        const QList<QAction*> entries = f.item("mn_Fenster")->menu()->actions().mid(8);
+        QCOMPARE(entries.size(), 3);
+        QVERIFY(entries[0]->isSeparator());
+        QCOMPARE(entries[1]->text(), u"&1 A && B"_s);
+        QCOMPARE(entries[2]->text(), u"&2 C"_s);
+        QVERIFY(!entries[1]->isChecked() && entries[2]->isChecked());
+        entries[1]->trigger();
+        QCOMPARE(f.frame().activeBrowser(), f.window(1));
+    }
+
+    void closingTheActiveWindow()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        f.choose("mn_ctxtAktivschließen");
+        QCOMPARE(f.keys(), u"1"_s);
+        f.choose("mn_Browser");
+        f.choose("mn_ctxtAlleschließen");
+        QCOMPARE(f.keys(), QString());
+    }
+
+    void theHistoryItemNeedsTwoEntries()
+    {
+        Started f;
+        for (int entries = 0; entries < 3; ++entries) {
+            f.open("mn_Anzeige");
+            QCOMPARE(f.item("mn_Historie")->isEnabled(), entries > 1);
+            QVERIFY(f.item("mn_ctxtHistorie")->isEnabled());
+            f.engine(0)->arrive(QString::number(entries), u"t"_s);
+        }
+    }
+
+    void theHistoryWindowIsOpenedOnce()
+    {
+        Started f;
+        f.choose("mn_ctxtHistorie"); // empty, all the same
+        f.choose("mn_Historie");
+        QVERIFY(f.frame().bIsOpenHistory());
+        QCOMPARE(f.frame().findChildren<QWidget*>(u"frmHistory"_s).size(), 1);
+        f.frame().close();
+        QVERIFY(!f.frame().bIsOpenHistory());
+    }
+
+    void theStatusBar()
+    {
+        Started f;
+        for (const char* name : {"mn_Toggle", "mn_ctxtStatus"}) {
+            const bool shown = f.frame().StatusBarCurr();
+            f.choose(name);
+            QCOMPARE(f.frame().StatusBarCurr(), !shown);
+            QCOMPARE(f.frame().statusPanels().isHidden(), shown);
+            QCOMPARE(f.item("mn_Toggle")->isChecked(), !shown);
+            QCOMPARE(f.item("mn_ctxtStatus")->isChecked(), !shown);
+        }
+    }
+
+    void theMailProgram_data()
+    {
+        QTest::addColumn<QString>("client");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("none") << QString()
+                              << u"Meldung|Information|Bitte konfigurieren Sie Ihre E-Mail "
+                                 u"Anwendung."_s;
+        QTest::newRow("missing") << u"/no such/mailer "_s
+                                 << u"Meldung|Exclamation|Die Anwendung '/no such/mailer ' konnte "
+                                    u"nicht gefunden werden."_s;
+        QTest::newRow("there") << u"/usr/bin/my mailer"_s << QString();
+    }
+    void theMailProgram()
+    {
+        QFETCH(QString, client);
+        QFETCH(QString, message);
+        Started f;
+        f.starter.existing << u"/usr/bin/my mailer"_s;
+        f.start.preferences().MailClient(client);
+        bool dropsWereOff = message.isEmpty();
+        if (!message.isEmpty())
+            f.prompt.whileOpen([&] { dropsWereOff = !f.frame().area().viewport()->acceptDrops(); });
+        f.choose("mn_Email");
+        QCOMPARE(f.prompt.takeTexts().join(u'/'), message);
+        QCOMPARE(f.starter.started.join(u'/'), client);
+        QVERIFY(dropsWereOff && f.frame().area().viewport()->acceptDrops());
+    }
+
+    void theInternetOptions()
+    {
+        Started f;
+        const QString line = u"rundll32.exe|shell32.dll,Control_RunDLL|inetcpl.cpl,,0"_s;
+        f.choose("mn_ctxtIEProp");
+        QCOMPARE(f.starter.started, QStringList({line, u"gnome-control-center|network"_s,
+                                                 u"systemsettings|kcm_proxy"_s}));
+        f.starter.existing << u"rundll32.exe"_s;
+        f.starter.started.clear();
+        f.choose("mn_IEProp");
+        QCOMPARE(f.starter.started, QStringList(line));
+    }
+
+    void theMakersPageOpensInANewWindow()
+    {
+        Started f;
+        QCOMPARE(f.item("mn_loomwork")->text(), u"https://www.loomwork.example/"_s);
+        f.choose("mn_loomwork");
+        QCOMPARE(f.opened(), QStringList({u"x"_s, u"https://www.loomwork.example/"_s}));
+    }
+
+    void dropsOnTheFrame()
+    {
+        Started f;
+        f.choose("mn_Alleschließen");
+        QMimeData text;
+        text.setText(u"www.a.de"_s);
+        QMimeData files;
+        files.setUrls({QUrl(u"file:///tmp/a"_s), QUrl(u"file:///tmp/b"_s)});
+        QMimeData both;
+        both.setText(u"other"_s);
+        both.setUrls({QUrl(u"file:///tmp/c"_s)});
+        f.start.SetDropDisabled(true);
+        QVERIFY(!f.drop(text));
+        f.start.SetDropDisabled(false);
+        f.frame().menus().checkArrangement(Arrangement::None);
+        QVERIFY(f.drop(text));
+        f.window(1)->setGeometry(0, 0, 100, 100);
+        QVERIFY(f.drop(files));
+        f.window(2)->setGeometry(0, 0, 100, 100);
+        QVERIFY(f.drop(both));
+        f.window(3)->setGeometry(f.frame().area().viewport()->rect());
+        QVERIFY(!f.drop(text)); // over a child
+        QCOMPARE(f.opened().mid(1),
+                 QStringList({u"www.a.de"_s, u"/tmp/a"_s, u"other"_s, u"/tmp/c"_s}));
+    }
+
+    void keysWorkWhateverTheMenusSay()
+    {
+        Started f;
+        f.choose("mn_Aktivschließen");
+        f.open("mn_Fenster"); // disables the item for closing
+        f.frame().NewBrowser();
+        QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
+        FakeEngine* page = f.engine(1);
+        page->calls();
+        const auto press = [&f](Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+            QTest::keyClick(f.frame().windowHandle(), key, with);
+        };
+        press(Qt::Key_F5);
+        press(Qt::Key_F5, Qt::ControlModifier);
+        press(Qt::Key_Left, Qt::AltModifier);
+        press(Qt::Key_Right, Qt::AltModifier);
+        press(Qt::Key_Escape); // the page is still loading
+        press(Qt::Key_Escape);
+        QCOMPARE(page->calls(), u"Refresh|RefreshPastCache|GoBack|GoForward|Stop"_s);
+        auto* combo = f.window(1)->findChild<QComboBox*>(u"cboAddress"_s);
+        combo->setEditText(u"address"_s);
+        for (const bool byF6 : {false, true}) {
+            page->host()->setFocus();
+            byF6 ? press(Qt::Key_F6) : press(Qt::Key_L, Qt::ControlModifier);
+            QVERIFY(combo->hasFocus());
+            QCOMPARE(combo->lineEdit()->selectedText(), u"address"_s);
+        }
+        press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(f.keys(), u"2 3"_s);
+        press(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(f.frame().activeBrowser(), f.window(1));
+        press(Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(f.keys(), u"3"_s);
+        press(Qt::Key_F4, Qt::ControlModifier);
+        QCOMPARE(f.keys(), QString());
+    }
+
+    void eachWindowRemembersWhereItsFocusWas()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
+        QVERIFY(f.engine(1)->host()->hasFocus());
+        auto* combo = f.window(1)->findChild<QComboBox*>(u"cboAddress"_s);
+        f.frame().area().setActiveSubWindow(f.window(1));
+        combo->setFocus();
+        f.frame().area().setActiveSubWindow(f.window(2));
+        QVERIFY(f.engine(1)->host()->hasFocus());
+        f.frame().area().setActiveSubWindow(f.window(1));
+        QVERIFY(combo->hasFocus());
+        f.start.preferences().HomeUrl({});
+        f.frame().NewBrowser(); // an empty window waits for an address
+        QVERIFY(f.window(3)->findChild<QComboBox*>(u"cboAddress"_s)->hasFocus());
+    }
+};
+
+GUI_TEST_MAIN(CommandsTest)
+#include "CommandsTest.moc"

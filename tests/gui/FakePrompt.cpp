@@ -1,0 +1,67 @@
+#include "tests/gui/FakePrompt.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString iconName(Prompt::Icon icon)
+{
+    static const QStringList names{u"None"_s, u"Information"_s, u"Question"_s, u"Exclamation"_s,
+                                   u"Critical"_s};
+    return names.at(static_cast<int>(icon));
+}
+
+void fail(const QString& what, const QString& which)
+{
+    QTest::qFail(qPrintable(what + u": "_s + which), __FILE__, __LINE__);
+}
+} // namespace
+
+FakePrompt::~FakePrompt()
+{
+    for (const QString& text : m_texts)
+        fail(u"Text not taken"_s, text);
+    for (const bool yes : m_yesNo)
+        fail(u"Answer left over"_s, yes ? u"Ja"_s : u"Nein"_s);
+    for (const QString& name : m_fileNames)
+        fail(u"Answer left over"_s, name);
+}
+
+QStringList FakePrompt::takeTexts()
+{
+    return std::exchange(m_texts, {});
+}
+
+void FakePrompt::opened(const QStringList& parts)
+{
+    m_texts.append(parts.join(u'|'));
+    if (const auto action = std::exchange(m_whileOpen, {}))
+        action();
+}
+
+void FakePrompt::tell(QWidget* /*parent*/, const QString& text, const QString& title, Icon icon)
+{
+    opened({title, iconName(icon), text});
+}
+
+bool FakePrompt::askYesNo(QWidget* /*parent*/, const QString& text, const QString& title, Icon icon)
+{
+    opened({title, iconName(icon), text});
+    if (!m_yesNo.isEmpty())
+        return m_yesNo.takeFirst();
+    fail(u"No answer"_s, text);
+    return false;
+}
+
+QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request)
+{
+    QStringList parts{request.title, request.directory, request.filter};
+    if (!request.secondFilter.isEmpty())
+        parts.append(request.secondFilter);
+    opened(parts);
+    if (!m_fileNames.isEmpty())
+        return m_fileNames.takeFirst();
+    fail(u"No answer"_s, request.title);
+    return {};
+}

@@ -1,0 +1,205 @@
+#include "app/frmEinstell.h"
+#include "tests/gui/FakeShell.h"
+#include "tests/gui/GuiTest.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+class PreferencesDialogTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        failOnWarnings();
+        m_shell = std::make_unique<FakeShell>();
+        m_shell->pref.HomeUrl(u"http://home/"_s);
+        m_shell->pref.MailClient(u"/usr/bin/mail"_s);
+        m_shell->pref.HistoryRows(-3);
+        m_shell->pref.StatusBar(0);
+        m_shell->pref.Toolbar(0);
+        m_dialog = std::make_unique<frmEinstell>(*m_shell, nullptr);
+        m_dialog->show();
+        m_dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+    }
+
+    void cleanup()
+    {
+        m_dialog.reset();
+        m_shell.reset();
+    }
+
+    void showsThePreferences()
+    {
+        QCOMPARE(m_dialog->windowTitle(), u"Einstellungen"_s);
+        QCOMPARE(fields(), u"http://home/|https://duckduckgo.com/|/usr/bin/mail|-3|0110"_s);
+        for (const auto& [label, field] : {std::pair{u"Label1"_s, u"Text1"_s},
+                                           {u"Label2"_s, u"Text2"_s},
+                                           {u"Label6"_s, u"Text3"_s},
+                                           {u"Label4"_s, u"Combo1"_s}})
+            QCOMPARE(find<QLabel>(label)->buddy(), find<QWidget>(field));
+        QString order;
+        for (int i = 0; i < 12; ++i) {
+            order += m_dialog->focusWidget()->objectName() + u' ';
+            QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(order, u"Text1 Text2 Text3 Command2 Combo1 Check2 Check1 Check3 Check4 Standard "
+                        "Save Quit "_s);
+    }
+
+    void standardSavesNothing()
+    {
+        press(u"Standard"_s);
+        QCOMPARE(fields(),
+                 m_shell->programFolder() + u"\\Lizenz.txt|https://duckduckgo.com/||50|1111"_s);
+        press(u"Quit"_s);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_shell->pref.HomeUrl(), u"http://home/"_s);
+        QCOMPARE(int{m_shell->pref.HistoryRows()}, -3);
+    }
+
+    void keys_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<bool>("saves");
+        for (const char* name : {"Text1", "Text2", "Text3", "Save"})
+            QTest::newRow(name) << QString::fromLatin1(name) << true;
+        for (const char* name : {"Quit", "Standard", "Command2", "Combo1", "Check1", "Check4"})
+            QTest::newRow(name) << QString::fromLatin1(name) << false;
+    }
+    void keys()
+    {
+        QFETCH(QString, control);
+        QFETCH(bool, saves);
+        auto* widget = find<QWidget>(control);
+        setHistoryRows(u"7"_s);
+        for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+            m_dialog->show();
+            QTest::keyClick(widget, key);
+            QCOMPARE(m_dialog->isVisible(), !saves);
+            QCOMPARE(int{m_shell->pref.HistoryRows()}, saves ? 7 : -3);
+        }
+        m_dialog->show();
+        find<QLineEdit>(u"Text1"_s)->setText(u"other"_s);
+        QTest::keyClick(widget, Qt::Key_Escape);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_shell->pref.HomeUrl(), u"http://home/"_s);
+    }
+
+    void typingIsNotCompleted()
+    {
+        auto* rows = find<QComboBox>(u"Combo1"_s);
+        rows->lineEdit()->selectAll();
+        QTest::keyClicks(rows, u"1"_s);
+        press(u"Save"_s);
+        QCOMPARE(int{m_shell->pref.HistoryRows()}, 1);
+    }
+
+    void saves()
+    {
+        m_shell->statusBarCurr = false;
+        find<QLineEdit>(u"Text1"_s)->setText(u" a "_s + QString(300, u'x'));
+        find<QCheckBox>(u"Check1"_s)->setChecked(true);
+        find<QCheckBox>(u"Check2"_s)->setChecked(false);
+        find<QCheckBox>(u"Check4"_s)->setChecked(true);
+        setHistoryRows(u" 7,5 "_s);
+        press(u"Save"_s);
+        const Prefer& pref = m_shell->pref;
+        QVERIFY(!m_dialog->isVisible());
+        QVERIFY(m_shell->statusBarCurr);
+        QCOMPARE(pref.HomeUrl(), u" a "_s + QString(300, u'x'));
+        QCOMPARE(int{pref.HistoryRows()}, 8);
+        QCOMPARE(int{pref.StatusBar()}, 1);
+        QCOMPARE(int{pref.StartBrowser()}, 0);
+        QCOMPARE(int{pref.Adresszeile()}, -1);
+        QCOMPARE(int{pref.Toolbar()}, -1);
+        Prefer stored(m_shell->programFolder());
+        stored.LoadPref();
+        QCOMPARE(int{stored.HistoryRows()}, 8);
+    }
+
+    void failures_data()
+    {
+        QTest::addColumn<QString>("rows");
+        QTest::addColumn<bool>("fileFails");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("empty") << u""_s << false << u"'' ist keine Zahl."_s;
+        QTest::newRow("word") << u"abc"_s << false << u"'abc' ist keine Zahl."_s;
+        QTest::newRow("large") << u"99999"_s << false << u"Überlauf: Die Zahl ist zu groß."_s;
+        QTest::newRow("file") << u"9"_s << true << u"Die Datei '"_s;
+    }
+    void failures()
+    {
+        QFETCH(QString, rows);
+        QFETCH(bool, fileFails);
+        QFETCH(QString, message);
+        const QString file = m_shell->programFolder() + u"/Pref.tsp"_s;
+        if (fileFails) // root may write anywhere, but not into a folder
+            QVERIFY(QFile::remove(file) && QDir().mkdir(file));
+        find<QLineEdit>(u"Text2"_s)->setText(u"http://search/"_s);
+        find<QCheckBox>(u"Check1"_s)->setChecked(true);
+        setHistoryRows(rows);
+        press(u"Save"_s);
+        const QStringList texts = m_shell->fakePrompt.takeTexts();
+        QCOMPARE(texts.size(), 1);
+        QVERIFY(texts.constFirst().startsWith(u"Meldung|Exclamation|"_s + message));
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(fileFails || find<QComboBox>(u"Combo1"_s)->hasFocus());
+        // What came before stays in force, what comes behind has not happened.
+        QCOMPARE(m_shell->pref.SearchEngine(), u"http://search/"_s);
+        QCOMPARE(int{m_shell->pref.StatusBar()}, 1);
+        QCOMPARE(int{m_shell->pref.HistoryRows()}, fileFails ? 9 : -3);
+        QVERIFY(!m_shell->statusBarCurr);
+        if (!fileFails) {
+            Prefer stored(m_shell->programFolder());
+            stored.LoadPref();
+            QVERIFY(stored.SearchEngine() != u"http://search/"_s);
+        }
+    }
+
+    void looksForTheMailProgram()
+    {
+        for (const QString& answer : {QString(), u"/opt/My Mail/mail"_s}) {
+            m_shell->fakePrompt.answerFileName(answer);
+            press(u"Command2"_s);
+            QCOMPARE(m_shell->fakePrompt.takeTexts(),
+                     QStringList(u"E-Mail Anwendung auswählen...||"
+                                 "Anwendung (*.exe)|*.exe|Alle Dateien (*)|*"_s));
+            QCOMPARE(find<QLineEdit>(u"Text3"_s)->text(),
+                     answer.isEmpty() ? u"/usr/bin/mail"_s : answer);
+        }
+        QVERIFY(m_dialog->isVisible());
+    }
+
+private:
+    template <typename Widget>
+    Widget* find(const QString& name) const
+    {
+        return m_dialog->findChild<Widget*>(name);
+    }
+    void press(const QString& name) { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
+    void setHistoryRows(const QString& text) { find<QComboBox>(u"Combo1"_s)->setEditText(text); }
+    QString fields() const
+    {
+        QStringList texts;
+        for (const QString& name : {u"Text1"_s, u"Text2"_s, u"Text3"_s})
+            texts.append(find<QLineEdit>(name)->text());
+        texts.append(find<QComboBox>(u"Combo1"_s)->currentText());
+        QString checks;
+        for (const QString& name : {u"Check1"_s, u"Check2"_s, u"Check3"_s, u"Check4"_s})
+            checks += find<QCheckBox>(name)->isChecked() ? u'1' : u'0';
+        return texts.join(u'|') + u'|' + checks;
+    }
+
+    std::unique_ptr<FakeShell> m_shell;
+    std::unique_ptr<frmEinstell> m_dialog;
+};
+
+GUI_TEST_MAIN(PreferencesDialogTest)
+#include "PreferencesDialogTest.moc"
