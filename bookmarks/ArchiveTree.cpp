@@ -50,6 +50,11 @@ QModelIndex ArchiveTree::root() const
     return createIndex(0, 0, static_cast<void*>(nullptr));
 }
 
+void ArchiveTree::GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right)
+{
+    splitNodeKey(key(node), left, right);
+}
+
 NodeKind ArchiveTree::kind(const QModelIndex& node) const
 {
     if (!node.isValid())
@@ -115,7 +120,8 @@ void ArchiveTree::removeBookmark(const QModelIndex& node)
 
 void ArchiveTree::refresh(const QModelIndex& node)
 {
-    emit dataChanged(node, node);
+    if (node.isValid())
+        emit dataChanged(node, node);
 }
 
 void ArchiveTree::showOpen(const QModelIndex& node, bool open)

@@ -36,6 +36,9 @@ public:
     void build(const ThemaCollection* folders);
     QModelIndex root() const;
     static QString key(const QModelIndex& node) { return node.data(KeyRole).toString(); }
+    /// The numbers in a node's key; `right` stays as it was where there is none.
+    /// Throws as `splitNodeKey`.
+    static void GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right);
     NodeKind kind(const QModelIndex& node) const;
     /// The folder's own node, or that of the bookmark's folder; else null.
     std::shared_ptr<Thema> folder(const QModelIndex& node) const;

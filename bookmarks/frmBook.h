@@ -4,6 +4,7 @@
 #include "bookmarks/ArchiveTree.h"
 #include "bookmarks/BookSelection.h"
 
+#include <QHash>
 #include <QMainWindow>
 
 #include <functional>
@@ -12,8 +13,8 @@
 class ArchiveView;
 class BookCommands;
 class BookMenus;
-class QLabel;
 class Shell;
+class StatusPanel;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
 /// window above its owner that deletes itself when it closes.
@@ -27,10 +28,14 @@ public:
     frmBook(Shell& shell, QWidget* owner);
     ~frmBook() override;
 
-    // The look-ups and operations that other windows use.
+    // The look-ups and operations that other windows use. They may throw Error.
 
-    /// The numbers in a node's key; `right` is left alone where there is none.
+    /// See ArchiveTree::GetLAndR_Indx.
     static void GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right);
+    /// See NodeKeys.h.
+    static void GetDirIdx(const ThemaCollection& folders, qint32 number, qint16& position);
+    static void GetBookmarkIdx(const BookmarkCollection& bookmarks, qint16 number,
+                               qint16& position);
     std::shared_ptr<Thema> selectedFolder() const override;
     std::shared_ptr<Bookmark> selectedBookmark() const override;
     void AddBkmToArchive(const QString& title, const QString& url, const QString& info) override;
@@ -49,8 +54,9 @@ public:
     void statusText(const QString& text);
     /// Opens the context menu for the selection; waits until it is closed.
     void popUpMenu(const QPoint& globalPos);
-    /// Shows the properties dialog, for a new bookmark or for the selected one.
-    void showProperties(const std::function<void(bool newBookmark)>& show);
+    /// What shows the properties dialog, for a new bookmark or for the selected
+    /// one, and waits until it is closed.
+    void showProperties(const std::function<void(bool newBookmark)>& show) { m_show = show; }
 
     /// Runs a command of this window: a label being edited is taken over first,
     /// errors become messages, and closing waits until the command is done. The
@@ -63,32 +69,39 @@ protected:
 
 private:
     void buildControls();
-    void buildStatusBar();
     void buildMenus();
+    void connectFolderItems();
+    void connectBookmarkItems();
+    void connectExports();
     void connectKeys();
     QSize firstSize() const;
     void Form_Resize();
     void updateMenus(const QString& menu);
-    void choose(const QString& item);
-    void tell(const QString& text);
 
     void loadArchive();
     bool saveArchive();
     void saveAndReload();
     void askToSave();
+    void unload();
+    void tell(const QString& text);
+    void labelEdited(const QModelIndex& node, const QString& typed);
+    void refuseLabel(const QModelIndex& node, const QString& message);
     /// False when the label that was being edited is refused.
     bool takeLabel();
 
     Shell& m_shell;
     ArchiveFiles m_files;
     ArchiveTree m_tree;
-    std::unique_ptr<BookCommands> m_commands;
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
-    QLabel* m_panel = nullptr;
+    StatusPanel* m_status = nullptr;
     BookMenus* m_menus = nullptr;
+    std::unique_ptr<BookCommands> m_commands;
+    std::function<void(bool)> m_show;
     QHash<QString, std::function<void()>> m_byItem;
+    /// How many commands are running: one may open another's menu or prompt.
     int m_running = 0;
+    bool m_labelRefused = false;
     bool m_closeLater = false;
     bool m_closing = false;
 };
