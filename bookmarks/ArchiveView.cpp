@@ -6,11 +6,14 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent), m_tree(tree)
 {
     setModel(&tree);
     setFrameShape(QFrame::NoFrame);
     setHeaderHidden(true);
+    header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setResizeContentsPrecision(0); // the rows in sight are enough
     setUniformRowHeights(true);
@@ -59,6 +62,17 @@ void ArchiveView::commitLabel()
         commitData(editor);
         closeEditor(editor, QAbstractItemDelegate::NoHint);
     }
+}
+
+int ArchiveView::sizeHintForColumn(int column) const
+{
+    return std::max(QTreeView::sizeHintForColumn(column), viewport()->width());
+}
+
+void ArchiveView::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    resizeColumnToContents(0);
 }
 
 void ArchiveView::keyPressEvent(QKeyEvent* event)

@@ -35,6 +35,9 @@ signals:
     void menuPressed(const QPoint& globalPos);
 
 protected:
+    /// At least the width of the view, so that the whole row can be clicked.
+    int sizeHintForColumn(int column) const override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
