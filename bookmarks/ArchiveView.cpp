@@ -31,6 +31,13 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
             [this](const QModelIndex& node) { m_tree.showOpen(node, false); });
 }
 
+ArchiveView::~ArchiveView()
+{
+    // An editor that died with the view would hand its text to half a view.
+    if (isEditing())
+        closeEditor(indexWidget(currentIndex()), QAbstractItemDelegate::RevertModelCache);
+}
+
 QModelIndex ArchiveView::selectedNode() const
 {
     return selectionModel()->selectedIndexes().value(0);

@@ -11,6 +11,7 @@ class ArchiveView : public QTreeView {
 public:
     /// `tree` outlives the view.
     ArchiveView(ArchiveTree& tree, QWidget* parent);
+    ~ArchiveView() override;
 
     /// The selected node; invalid when nothing is selected. The current node
     /// alone does not count: the focus makes one current that nobody selected.

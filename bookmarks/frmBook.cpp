@@ -38,8 +38,10 @@ frmBook::frmBook(Shell& shell, QWidget* owner)
     loadArchive();
 }
 
-// Here, where the commands are a complete type.
-frmBook::~frmBook() = default;
+frmBook::~frmBook()
+{
+    delete m_view; // before the tree that it shows
+}
 
 void frmBook::buildControls()
 {
