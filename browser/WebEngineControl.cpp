@@ -40,9 +40,9 @@ void WebEngineControl::connectLoading()
         m_visits.loadStarted();
         emit DownloadBegin();
     });
-    connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
+    connect(m_page, &QWebEnginePage::loadFinished, this, [this, page = m_page.data()] {
         const QPointer<WebEngineControl> self = this;
-        m_visits.loadFinished(m_page->title(), m_page->url());
+        m_visits.loadFinished(page->title(), page->url());
         if (self) {
             emit DownloadComplete();
         }
