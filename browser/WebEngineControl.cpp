@@ -84,6 +84,7 @@ void WebEngineControl::start()
     if (url.isValid() && !url.scheme().isEmpty()) {
         m_page->load(url);
     } else {
+        m_noAddress = typed;
         m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
     }
 }
@@ -147,12 +148,11 @@ QWidget* WebEngineControl::host()
     return m_view;
 }
 
-void WebEngineControl::announceNavigation(const QUrl& url)
+void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 {
-    // The engine knows a page of our own making by its content.
-    const bool isErrorPage =
-        url.scheme() == "data"_L1 && WebErrorPage::isAt(m_page->requestedUrl());
-    emit BeforeNavigate2(WebErrorPage::shownAddress(isErrorPage ? m_page->requestedUrl() : url));
+    // The engine announces a page of our own making by its content.
+    const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);
+    emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));
 }
 
 void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)

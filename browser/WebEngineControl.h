@@ -52,7 +52,7 @@ private:
     void connectWindow();
     void start();
     void actLater(QWebEnginePage::WebAction action);
-    void announceNavigation(const QUrl& url);
+    void announceNavigation(const QUrl& url, bool isMainFrame);
     void openWindow(QWebEngineNewWindowRequest& request);
     void lend(QWebEngineNewWindowRequest& request);
     void resizeWindow(const QRect& geometry);
@@ -64,5 +64,7 @@ private:
     WebVisits m_visits;
     /// The text of a navigation that has not been handed to the engine yet.
     std::optional<QString> m_pending;
+    /// The last text that was no address.
+    QString m_noAddress;
     bool m_isLent = false;
 };

@@ -1,6 +1,7 @@
 #include "browser/WebVisits.h"
 
 #include "browser/WebErrorPage.h"
+#include <QDebug> //DBG
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +34,7 @@ bool isAddressAsShown(const QString& title, const QUrl& url)
 
 void WebVisits::loadStarted()
 {
+    qDebug() << "start"; // DBG
     m_isLoading = true;
     m_hasMoved = false;
     m_isSettled = false;
@@ -41,7 +43,8 @@ void WebVisits::loadStarted()
 
 void WebVisits::urlChanged(const QUrl& url)
 {
-    if (url.isEmpty()) { // a first page that did not come off
+    qDebug() << "url" << url; // DBG
+    if (url.isEmpty()) {      // a first page that did not come off
         m_isSettled = false;
         return;
     }
@@ -63,6 +66,7 @@ void WebVisits::titleChanged(const QString& title, const QUrl& url)
 
 void WebVisits::reported(const FrameReport& report, const QUrl& url)
 {
+    qDebug() << "rep" << report.address << url; // DBG
     if (report.isMainFrame) {
         mainFrameReported(report, url);
     } else if (!url.isEmpty()) {
@@ -103,6 +107,7 @@ void WebVisits::subFrameReported(const FrameReport& report) const
 
 void WebVisits::loadFinished(const QString& title, const QUrl& url)
 {
+    qDebug() << "fin" << title << url; // DBG
     const bool isUncounted = m_hasMoved && !m_isSettled && !url.isEmpty();
     m_isLoading = false;
     m_isSettled = !url.isEmpty();
