@@ -38,6 +38,8 @@ public:
     virtual void GoBack() = 0;
     virtual void GoForward() = 0;
     virtual void Refresh() = 0;
+    /// As Refresh, but asks the server again for everything.
+    virtual void RefreshPastCache() = 0;
     virtual void Stop() = 0;
 
     virtual bool Busy() const = 0;

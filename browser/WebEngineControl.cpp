@@ -104,6 +104,11 @@ void WebEngineControl::Refresh()
     actLater(QWebEnginePage::Reload);
 }
 
+void WebEngineControl::RefreshPastCache()
+{
+    actLater(QWebEnginePage::ReloadAndBypassCache);
+}
+
 void WebEngineControl::Stop()
 {
     m_pending.reset();

@@ -36,6 +36,7 @@ public:
     void GoBack() override;
     void GoForward() override;
     void Refresh() override;
+    void RefreshPastCache() override;
     void Stop() override;
 
     bool Busy() const override;

@@ -1,0 +1,97 @@
+#include "app/AppInit.h"
+
+#include "app/FrameMenus.h"
+#include "app/InstanceServer.h"
+#include "app/MDIForm1.h"
+#include "base/Twips.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMdiSubWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qint16 maximised = 2;
+constexpr int handOverMessage = 1025;
+}
+
+AppInit::AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts)
+    : m_programFolder(programFolder), m_licencePath(Prefer::defaultHomeUrl(programFolder)),
+      m_title(QStringLiteral("Tessera " TESSERA_VERSION)), m_frameIcon(u":/icons/frame.svg"_s),
+      m_childIcon(u":/icons/child.svg"_s),
+      m_frame(std::make_unique<MDIForm1>(*this, prompt, std::move(parts)))
+{
+    SetDropDisabled(false);
+}
+
+AppInit::~AppInit() = default;
+
+void AppInit::Main(const QString& startAddress)
+{
+    m_prefer = std::make_unique<Prefer>(m_programFolder);
+    m_prefer->LoadPref();
+    m_frame->setWindowIcon(m_frameIcon);
+    m_frame->counter(0);
+    m_frame->StatusBarCurr(m_prefer->StatusBar() >= 1);
+    placeFrame();
+
+    m_frame->setWindowTitle(m_title);
+    m_frame->menus().item(u"mn_Tessera"_s)->setText(u"&Info über "_s + m_title);
+    if (startAddress.isEmpty() && !m_frame->isMaximized())
+        placeFrame();
+    if (m_prefer->MdiState() == maximised)
+        m_frame->setWindowState(m_frame->windowState() | Qt::WindowMaximized);
+    // An address always opens a window, even where none is wanted at the start.
+    if (m_prefer->StartBrowser() != 0 || !startAddress.isEmpty())
+        openFirstBrowser(startAddress);
+    m_frame->show();
+}
+
+void AppInit::placeFrame()
+{
+    m_frame->resize(toPixels(m_prefer->MdiWidth()), toPixels(m_prefer->MdiHeight()));
+}
+
+void AppInit::openFirstBrowser(const QString& startAddress)
+{
+    m_frame->HistoryUrl(startAddress);
+    m_frame->NewBrowser();
+    m_frame->HistoryUrl({});
+    if (frmBrowser* active = m_frame->activeBrowser())
+        active->showMaximized();
+}
+
+void AppInit::SetDropDisabled(bool disable)
+{
+    m_dropEnabled = !disable;
+    m_frame->dropMode(m_dropEnabled);
+}
+
+void AppInit::takeOver(const HandOver& handOver)
+{
+    if (!m_hooked)
+        return;
+    // Under Wayland the toolkit looks here when it activates a window.
+    qputenv("XDG_ACTIVATION_TOKEN", handOver.activationToken.toUtf8());
+    if (handOver.toFront) {
+        m_frame->bringToFront();
+        return;
+    }
+    QGuiApplication::clipboard()->setText(handOver.address);
+    WindowProc(handOverMessage, handOver.address);
+}
+
+bool AppInit::WindowProc(int uMsg, const QString& address)
+{
+    if (uMsg != handOverMessage)
+        return false;
+    if (m_dropEnabled) {
+        m_frame->HistoryUrl(address);
+        m_frame->NewBrowser();
+        m_frame->HistoryUrl({});
+    }
+    m_frame->restoreIfMinimized();
+    return true;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/Prefer.h"
+#include "app/StartModule.h"
+#include "browser/frmBrowser.h"
+
+#include <memory>
+
+class MDIForm1;
+class Prompt;
+struct HandOver;
+
+/// The start-up module: holds the program-wide values of the run, creates the
+/// frame and brings it up, and switches its drop target.
+class AppInit : public StartModule {
+public:
+    /// `programFolder` is the folder of the executable. `prompt` and what
+    /// `parts` refers to outlive the module.
+    AppInit(const QString& programFolder, Prompt& prompt, BrowserParts parts);
+    ~AppInit() override;
+
+    /// Brings the frame up; `startAddress` is the command line, neither split
+    /// nor unquoted.
+    void Main(const QString& startAddress);
+    MDIForm1& frame() const { return *m_frame; }
+
+    /// The path of the licence text, the default start address.
+    const QString& licencePath() const { return m_licencePath; }
+
+    const QString& programFolder() const override { return m_programFolder; }
+    const QString& title() const override { return m_title; }
+    QIcon frameIcon() const override { return m_frameIcon; }
+    QIcon childIcon() const override { return m_childIcon; }
+    Prefer& preferences() override { return *m_prefer; }
+    bool previousInstance() const override { return m_previousInstance; }
+    void SetDropDisabled(bool disable) override;
+    /// Takes what a second start hands over. The address also goes to the
+    /// clipboard; a start without an address brings the frame to the front.
+    void takeOver(const HandOver& handOver);
+    /// The frame's hook: handles the message 1025 and returns true; any other
+    /// message is not its business. While drops are off the address is lost.
+    bool WindowProc(int uMsg, const QString& address);
+    void installHook() override { m_hooked = true; }
+    void removeHook() override { m_hooked = false; }
+
+private:
+    void placeFrame();
+    void openFirstBrowser(const QString& startAddress);
+
+    QString m_programFolder;
+    QString m_licencePath;
+    QString m_title;
+    QIcon m_frameIcon;
+    QIcon m_childIcon;
+    bool m_previousInstance = false;
+    bool m_hooked = false;
+    bool m_dropEnabled = false;
+    std::unique_ptr<Prefer> m_prefer;
+    std::unique_ptr<MDIForm1> m_frame;
+};

@@ -1,0 +1,218 @@
+#include "app/FrameCommands.h"
+
+#include "app/ChildArea.h"
+#include "app/FrameMenus.h"
+#include "app/ProgramStarter.h"
+#include "app/MDIForm1.h"
+#include "app/Maker.h"
+#include "app/Prefer.h"
+#include "app/frmAbout.h"
+#include "app/frmEinstell.h"
+#include "base/Guarded.h"
+#include "history/frmHistory.h"
+
+#include <QAction>
+#include <QMenu>
+
+using namespace Qt::StringLiterals;
+
+FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
+    : QObject(&frame), m_frame(frame), m_starter(starter)
+{
+    buildTable();
+    FrameMenus& menus = frame.menus();
+    // Its window is still to come.
+    menus.enable(u"mn_Bookmarks"_s, false);
+    connect(&menus, &FrameMenus::chosen, this, &FrameCommands::run);
+    connect(&menus, &FrameMenus::opening, this, &FrameCommands::prepare);
+    connect(&frame.area(), &ChildArea::contextMenuWanted, this,
+            [&menus](const QPoint& position) { menus.contextMenu()->popup(position); });
+    connect(&frame.area(), &ChildArea::addressDropped, this, &FrameCommands::openDropped);
+}
+
+void FrameCommands::buildTable()
+{
+    m_commands = {
+        {u"mn_Browser"_s, [this] { m_frame.CreateBrowser(); }},
+        {u"mn_Einstellungen"_s, [this] { showPreferences(); }},
+        {u"mn_IEProp"_s, [this] { showInternetOptions(); }},
+        {u"mn_Exit"_s, [this] { m_frame.close(); }},
+        {u"mn_Historie"_s, [this] { showHistory(); }},
+        {u"mn_Toggle"_s, [this] { toggleStatusBar(); }},
+        {u"mn_Email"_s, [this] { startMailClient(); }},
+        {u"mn_Untereinander"_s, [this] { arrange(Arrangement::TileHorizontal); }},
+        {u"mn_Nebeneinander"_s, [this] { arrange(Arrangement::TileVertical); }},
+        {u"mn_Kaskadiert"_s, [this] { arrange(Arrangement::Cascade); }},
+        {u"mn_adresszeile"_s, [this] { toggleAddressBar(); }},
+        {u"mn_toolbar"_s, [this] { toggleToolbar(); }},
+        {u"mn_Aktivschließen"_s, [this] { closeActive(); }},
+        {u"mn_Alleschließen"_s, [this] { closeAll(); }},
+        {u"mn_Tessera"_s, [this] { showAboutBox(); }},
+        {u"mn_loomwork"_s, [this] { m_frame.VisitUrl(maker::webSite()); }},
+    };
+}
+
+void FrameCommands::run(const QString& role)
+{
+    if (const auto command = m_commands.value(role))
+        runCommand(m_frame.prompt(), &m_frame, command);
+}
+
+void FrameCommands::prepare(const QString& role)
+{
+    if (role == "mn_Anzeige"_L1)
+        prepareExtrasMenu();
+    else if (role == "mn_Fenster"_L1)
+        prepareWindowMenu();
+}
+
+void FrameCommands::prepareExtrasMenu()
+{
+    // The context menu's item stays as it is.
+    m_frame.menus().item(u"mn_Historie"_s)->setEnabled(m_frame.History().Count() > 1);
+}
+
+void FrameCommands::prepareWindowMenu()
+{
+    FrameMenus& menus = m_frame.menus();
+    const bool any = !m_frame.Browser().IsEmpty();
+    for (const auto& role : {u"mn_Untereinander"_s, u"mn_Nebeneinander"_s, u"mn_Kaskadiert"_s,
+                             u"mn_Aktives"_s, u"mn_Aktivschließen"_s, u"mn_Alleschließen"_s})
+        menus.enable(role, any);
+    if (!any) // windows opened from now on are not arranged until the user says so again
+        menus.checkArrangement(Arrangement::None);
+    if (const frmBrowser* active = m_frame.activeBrowser()) {
+        menus.check(u"mn_adresszeile"_s, active->isAddressBarShown());
+        menus.check(u"mn_toolbar"_s, active->isToolbarShown());
+    }
+    rebuildWindowList();
+}
+
+void FrameCommands::rebuildWindowList()
+{
+    qDeleteAll(m_windowList);
+    m_windowList.clear();
+    QMenu* menu = m_frame.menus().item(u"mn_Fenster"_s)->menu();
+    int number = 0;
+    for (frmBrowser* window : m_frame.Browser()) {
+        if (m_windowList.isEmpty())
+            m_windowList.append(menu->addSeparator());
+        QString caption = window->windowTitle();
+        caption.replace(u'&', u"&&"_s);
+        auto* entry = new QAction(u"&%1 %2"_s.arg(++number).arg(caption), menu);
+        entry->setCheckable(true);
+        entry->setChecked(window == m_frame.activeBrowser());
+        connect(entry, &QAction::triggered, window,
+                [this, window] { m_frame.area().setActiveSubWindow(window); });
+        menu->addAction(entry);
+        m_windowList.append(entry);
+    }
+}
+
+void FrameCommands::openDropped(const DroppedAddress& address)
+{
+    runCommand(m_frame.prompt(), &m_frame, [&] {
+        if (address.text)
+            m_frame.VisitUrl(*address.text);
+        if (!address.files.isEmpty())
+            m_frame.VisitUrl(address.files.constFirst());
+    });
+}
+
+void FrameCommands::showPreferences()
+{
+    m_frame.SetDropDisabled(true);
+    frmEinstell dialog(m_frame, &m_frame);
+    dialog.exec();
+    m_frame.SetDropDisabled(false);
+    // Closing a dialog need not activate the frame.
+    m_frame.showStatusBar();
+    if (frmBrowser* active = m_frame.activeBrowser())
+        active->refreshToolTips();
+}
+
+void FrameCommands::showInternetOptions()
+{
+    if (m_starter.start(u"rundll32.exe"_s, {u"shell32.dll,Control_RunDLL"_s, u"inetcpl.cpl,,0"_s}))
+        return;
+    if (!m_starter.start(u"gnome-control-center"_s, {u"network"_s}))
+        m_starter.start(u"systemsettings"_s, {u"kcm_proxy"_s});
+}
+
+void FrameCommands::showHistory()
+{
+    if (m_history.isNull())
+        m_history = new frmHistory(m_frame, &m_frame);
+    m_history->show();
+    m_history->raise();
+    m_history->activateWindow();
+}
+
+void FrameCommands::showAboutBox()
+{
+    auto* about = new frmAbout(m_frame, &m_frame);
+    about->show();
+}
+
+void FrameCommands::toggleStatusBar()
+{
+    m_frame.StatusBarCurr(!m_frame.StatusBarCurr());
+    m_frame.showStatusBar();
+}
+
+void FrameCommands::startMailClient()
+{
+    const QString& mailClient = m_frame.preferences().MailClient();
+    if (mailClient.isEmpty())
+        tell(u"Bitte konfigurieren Sie Ihre E-Mail Anwendung."_s, Prompt::Icon::Information);
+    else if (!m_starter.start(mailClient, {}))
+        tell(u"Die Anwendung '"_s + mailClient + u"' konnte nicht gefunden werden."_s,
+             Prompt::Icon::Exclamation);
+}
+
+void FrameCommands::tell(const QString& text, Prompt::Icon icon)
+{
+    m_frame.SetDropDisabled(true);
+    m_frame.prompt().tell(&m_frame, text, u"Meldung"_s, icon);
+    m_frame.SetDropDisabled(false);
+}
+
+void FrameCommands::arrange(Arrangement mode)
+{
+    m_frame.area().arrange(mode);
+    m_frame.menus().checkArrangement(mode);
+}
+
+void FrameCommands::toggleAddressBar()
+{
+    frmBrowser* active = m_frame.activeBrowser();
+    if (active == nullptr)
+        return;
+    active->showAddressBar(!active->isAddressBarShown());
+    active->PubResize();
+    m_frame.menus().check(u"mn_adresszeile"_s, active->isAddressBarShown());
+}
+
+void FrameCommands::toggleToolbar()
+{
+    frmBrowser* active = m_frame.activeBrowser();
+    if (active == nullptr)
+        return;
+    active->showToolbar(!active->isToolbarShown());
+    active->PubResize();
+    m_frame.menus().check(u"mn_toolbar"_s, active->isToolbarShown());
+}
+
+void FrameCommands::closeActive()
+{
+    if (frmBrowser* active = m_frame.activeBrowser())
+        active->close();
+}
+
+void FrameCommands::closeAll()
+{
+    // Each window takes itself out of the collection while it is walked.
+    const KeyedCollection<frmBrowser*> open = m_frame.Browser();
+    for (frmBrowser* window : open)
+        window->close();
+}

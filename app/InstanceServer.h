@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+class InstanceConnection;
+class QSocketNotifier;
+struct InstanceMessage;
+
+/// What a second start handed over.
+struct HandOver {
+    /// Started without an address: the frame is to come to the front.
+    bool toFront = false;
+    QString address;
+    /// What the desktop gave the second start to bring a window to the front.
+    QString activationToken;
+    QString startupId;
+};
+
+/// The ear of the running copy. Greets every caller with the frame's caption,
+/// passes what is handed over to the handler and acknowledges when the handler
+/// has returned. Callers never block the window: a silent one is cut off, one
+/// that sends something else is dropped.
+class InstanceServer : public QObject {
+    Q_OBJECT
+public:
+    using Caption = std::function<QString()>;
+    /// Its exceptions are ignored. It may run an event loop or delete the server.
+    using Handler = std::function<void(const HandOver&)>;
+
+    InstanceServer(Caption caption, Handler handler, QObject* parent = nullptr);
+    /// Removes the socket: to be called while the lock is still held.
+    ~InstanceServer() override;
+
+    /// How long a caller may take to send its message; for callers to come.
+    void patience(std::chrono::milliseconds value) { m_patience = value; }
+
+    /// Listens at the path, replacing what a killed copy left there; only the
+    /// holder of the instance lock may call it. On failure errno says why.
+    bool listen(const std::string& socketPath);
+
+private:
+    void acceptCallers();
+    void addCaller(int socket);
+    void makeRoom();
+    void pauseAccepting();
+    void handle(const InstanceMessage& message) const;
+
+    Caption m_caption;
+    Handler m_handler;
+    std::chrono::milliseconds m_patience = std::chrono::seconds(5);
+    std::string m_path;
+    int m_socket = -1;
+    QSocketNotifier* m_notifier = nullptr;
+    /// Oldest first; children of the server.
+    QList<InstanceConnection*> m_callers;
+};

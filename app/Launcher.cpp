@@ -1,0 +1,91 @@
+#include "app/CommandLine.h"
+#include "app/InstanceClient.h"
+#include "app/InstanceFolder.h"
+#include "app/ShellEntry.h"
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+int complain(const std::string& text)
+{
+    std::fputs(("Tessera: " + text + "\n").c_str(), stderr);
+    return EXIT_FAILURE;
+}
+
+int answer(const std::string& text)
+{
+    return std::fputs(text.c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
+std::string environmentText(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+std::string currentFolder()
+{
+    char folder[PATH_MAX] = {}; // NOLINT(modernize-avoid-c-arrays)
+    return ::getcwd(folder, sizeof(folder)) == nullptr ? std::string() : std::string(folder);
+}
+
+std::string programFolder()
+{
+    char path[PATH_MAX] = {}; // NOLINT(modernize-avoid-c-arrays)
+    if (::readlink("/proc/self/exe", path, sizeof(path) - 1) < 0)
+        return ".";
+    const std::string text(path);
+    return text.substr(0, text.rfind('/'));
+}
+
+int runShell(const ShellStart& start)
+{
+    const std::string module = programFolder() + "/" TESSERA_SHELL;
+    void* library = ::dlopen(module.c_str(), RTLD_NOW | RTLD_GLOBAL);
+    if (library == nullptr)
+        return complain(::dlerror());
+    const auto entry = reinterpret_cast<decltype(&tesseraMain)>(::dlsym(library, "tesseraMain"));
+    return entry == nullptr ? complain(::dlerror()) : entry(start);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    switch (questionOf(argc, argv)) {
+    case Question::Version:
+        return answer(versionText());
+    case Question::Help:
+        return answer(helpText());
+    case Question::None:
+        break;
+    }
+    const std::string reason =
+        refusal(::geteuid() == 0, std::getenv("QTWEBENGINE_DISABLE_SANDBOX") != nullptr);
+    if (!reason.empty())
+        return complain(reason);
+
+    StartRequest request;
+    request.title = programTitle();
+    request.address = absoluteIfFile(commandLineText(argc, argv), currentFolder());
+    request.activationToken = environmentText("XDG_ACTIVATION_TOKEN");
+    request.startupId = environmentText("DESKTOP_STARTUP_ID");
+    const InstanceFolder folder = instanceFolder(folderCandidates());
+    StartResult result = takePlaceOrHandOver(folder, request);
+    switch (result.outcome) {
+    case Outcome::HandedOver:
+        return EXIT_SUCCESS;
+    case Outcome::Failed:
+        return complain(result.error);
+    case Outcome::FirstCopy:
+        break;
+    }
+    result.lock.keepUntilExit();
+    return runShell({argv[0], request.address, folder});
+}

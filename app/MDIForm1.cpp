@@ -1,0 +1,245 @@
+#include "app/MDIForm1.h"
+
+#include "app/ChildArea.h"
+#include "app/FrameMenus.h"
+#include "app/FrameStatusBar.h"
+#include "app/Maker.h"
+#include "app/Prefer.h"
+#include "app/StartModule.h"
+#include "base/Guarded.h"
+#include "base/Twips.h"
+#include "base/WholeNumber.h"
+#include "history/HistoryList.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QPointer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
+    : m_start(start), m_prompt(prompt), m_parts(std::move(parts)),
+      m_menus(new FrameMenus(this, maker::webSite())), m_area(new ChildArea(this)),
+      m_statusBar(new FrameStatusBar(this))
+{
+    setObjectName(u"MDIForm1"_s);
+    setCentralWidget(m_area);
+    setStatusBar(m_statusBar);
+    setMinimumSize(200, 120);
+    m_menus->checkArrangement(Arrangement::TileHorizontal);
+    connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
+        if (auto* browser = qobject_cast<frmBrowser*>(window))
+            browser->activated();
+    });
+    MDIForm_Load();
+}
+
+MDIForm1::~MDIForm1()
+{
+    // Children report to the frame while they go; after this it has no books.
+    delete m_area;
+}
+
+void MDIForm1::MDIForm_Load()
+{
+    m_isOpenBook = false;
+    m_isOpenHistory = false;
+    dropMode(true);
+    m_start.installHook();
+}
+
+void MDIForm1::MDIForm_Activate()
+{
+    showStatusBar();
+}
+
+void MDIForm1::VisitUrl(const QString& url)
+{
+    if (url.isEmpty())
+        return;
+    m_historyUrl = url;
+    NewBrowser();
+    m_historyUrl.clear();
+}
+
+void MDIForm1::AddToHistory(const QString& url, const QString& title)
+{
+    addVisit(m_history, url, title, QDateTime::currentDateTime(), preferences().HistoryRows());
+}
+
+void MDIForm1::NewBrowser()
+{
+    CreateBrowser();
+}
+
+frmBrowser* MDIForm1::CreateBrowser()
+{
+    const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts);
+    window->StartingAddress(m_historyUrl.isEmpty() ? preferences().HomeUrl() : m_historyUrl);
+    window->showAddressBar(preferences().Adresszeile() != 0);
+    window->showToolbar(preferences().Toolbar() != 0);
+    m_area->addChild(window);
+    window->load();
+    window->PubResize();
+
+    m_windowNumber = addWhole(m_windowNumber, 1);
+    m_counter = addWhole(m_counter, 1);
+    // The page may have closed its window while it was loading.
+    if (window.isNull() || window->isUnloaded())
+        return nullptr;
+    m_browser.Add(window, QString::number(m_windowNumber));
+    window->windowKey(m_windowNumber);
+    applyArrangement();
+    return window;
+}
+
+void MDIForm1::ShowActiveChild()
+{
+    if (m_browser.IsEmpty() && !m_isOpenBook && !m_isOpenHistory)
+        return;
+    if (frmBrowser* active = activeBrowser())
+        active->show();
+}
+
+frmBrowser* MDIForm1::activeBrowser() const
+{
+    return qobject_cast<frmBrowser*>(m_area->currentSubWindow());
+}
+
+void MDIForm1::applyArrangement()
+{
+    m_area->arrange(m_menus->checkedArrangement());
+}
+
+void MDIForm1::showStatusBar()
+{
+    m_statusBar->setVisible(m_statusBarCurr);
+    m_menus->check(u"mn_Toggle"_s, !m_statusBar->isHidden());
+}
+
+void MDIForm1::dropMode(bool manual)
+{
+    m_area->acceptAddresses(manual);
+}
+
+void MDIForm1::bringToFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void MDIForm1::restoreIfMinimized()
+{
+    if (!isMinimized())
+        return;
+    bringToFront();
+    applyArrangement();
+}
+
+void MDIForm1::browserUnloaded(qint32 number)
+{
+    ignoringErrors([this] { m_counter = addWhole(m_counter, -1); });
+    statusText({});
+    ignoringErrors([&] { m_browser.Remove(QString::number(number)); });
+}
+
+void MDIForm1::SetDropDisabled(bool disable)
+{
+    m_start.SetDropDisabled(disable);
+}
+
+void MDIForm1::statusText(const QString& text)
+{
+    m_statusBar->panelText(text);
+}
+
+Prefer& MDIForm1::preferences()
+{
+    return m_start.preferences();
+}
+
+const QString& MDIForm1::programFolder() const
+{
+    return m_start.programFolder();
+}
+
+const QString& MDIForm1::title() const
+{
+    return m_start.title();
+}
+
+QIcon MDIForm1::frameIcon() const
+{
+    return m_start.frameIcon();
+}
+
+QIcon MDIForm1::childIcon() const
+{
+    return m_start.childIcon();
+}
+
+bool MDIForm1::event(QEvent* event)
+{
+    if (event->type() == QEvent::StatusTip)
+        return true; // the panels belong to the pages
+    if (event->type() == QEvent::WindowActivate)
+        MDIForm_Activate();
+    return QMainWindow::event(event);
+}
+
+void MDIForm1::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (m_wasShown)
+        return;
+    m_wasShown = true;
+    // Only now has the area its real size.
+    QTimer::singleShot(0, this, [this] {
+        if (!m_area->hasMaximizedChild())
+            applyArrangement();
+    });
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (m_unloading)
+        return;
+    m_unloading = true;
+    unloadChildren();
+    MDIForm_Unload();
+    event->accept();
+    emit unloaded();
+}
+
+void MDIForm1::unloadChildren()
+{
+    const KeyedCollection<frmBrowser*> open = m_browser;
+    for (frmBrowser* window : open)
+        window->close();
+}
+
+void MDIForm1::MDIForm_Unload()
+{
+    if (!m_start.previousInstance()) {
+        storeSizeAndState();
+        runCommand(m_prompt, this, [this] { preferences().SavePref(); });
+        m_history = {};
+        m_browser = {};
+    }
+    m_start.removeHook();
+}
+
+void MDIForm1::storeSizeAndState()
+{
+    Prefer& stored = preferences();
+    const qint16 state = isMinimized() ? 1 : isMaximized() ? 2 : 0;
+    if (state == 0) {
+        stored.MdiHeight(toStoredTwips(height()));
+        stored.MdiWidth(toStoredTwips(width()));
+    }
+    stored.MdiState(state);
+}

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "app/Arrangement.h"
+#include "base/Shell.h"
+#include "browser/frmBrowser.h"
+
+#include <QMainWindow>
+
+class ChildArea;
+class FrameMenus;
+class FrameStatusBar;
+class StartModule;
+
+/// The main frame: a multiple-document frame that owns every browser window and
+/// the history of the run.
+class MDIForm1 : public QMainWindow, public Shell {
+    Q_OBJECT
+public:
+    /// `start` and `prompt` outlive the frame.
+    MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts);
+    ~MDIForm1() override;
+
+    // The public variables, in their order. Other windows reach them through Shell.
+
+    /// Every browser window created and not yet closed, under its number in decimal.
+    const KeyedCollection<frmBrowser*>& Browser() const { return m_browser; }
+    const HistoryCollection& History() const override { return m_history; }
+    qint16 newHeight() const { return m_newHeight; }
+    void newHeight(qint16 value) { m_newHeight = value; }
+    qint16 newWidth() const { return m_newWidth; }
+    void newWidth(qint16 value) { m_newWidth = value; }
+    bool bNewSize() const { return m_newSize; }
+    void bNewSize(bool value) override { m_newSize = value; }
+    bool bIsOpenBook() const { return m_isOpenBook; }
+    void bIsOpenBook(bool value) override { m_isOpenBook = value; }
+    bool bIsOpenHistory() const { return m_isOpenHistory; }
+    void bIsOpenHistory(bool value) override { m_isOpenHistory = value; }
+    /// The number of browser windows open.
+    qint16 counter() const { return m_counter; }
+    void counter(qint16 value) { m_counter = value; }
+    const QString& HistoryUrl() const override { return m_historyUrl; }
+    void HistoryUrl(const QString& url) override { m_historyUrl = url; }
+    const QString& EmailClient() const { return m_emailClient; }
+    void EmailClient(const QString& value) { m_emailClient = value; }
+    /// The frame shows its status bar.
+    bool StatusBarCurr() const { return m_statusBarCurr; }
+    void StatusBarCurr(bool value) { m_statusBarCurr = value; }
+
+    // The public operations, in their order.
+
+    void VisitUrl(const QString& url) override;
+    void AddToHistory(const QString& url, const QString& title) override;
+    /// Creates one browser window on `HistoryUrl`, or on the start address.
+    void NewBrowser();
+    /// As NewBrowser; returns the window, or null if it closed itself at once.
+    /// Throws OverflowError when the numbers run out.
+    frmBrowser* CreateBrowser() override;
+
+    // What start-up and the commands need beside them.
+
+    FrameMenus& menus() const { return *m_menus; }
+    ChildArea& area() const { return *m_area; }
+    FrameStatusBar& statusPanels() const { return *m_statusBar; }
+    /// The browser window that is active inside the frame, or null.
+    frmBrowser* activeBrowser() const;
+    /// Lays out the children by the arrangement that is checked.
+    void applyArrangement();
+    /// Shows or hides the status bar by `StatusBarCurr`, with its check marks.
+    void showStatusBar();
+    /// Whether dropped addresses are taken (the drop mode).
+    void dropMode(bool manual);
+    /// Restores a minimised frame, brings it to the front and lays out its
+    /// children again; a maximised frame stays maximised.
+    void restoreIfMinimized();
+    void bringToFront();
+
+    void browserUnloaded(qint32 number) override;
+    bool bOpenNewWindow() const override { return m_openNewWindow; }
+    void bOpenNewWindow(bool value) override { m_openNewWindow = value; }
+    void SetDropDisabled(bool disable) override;
+    void statusText(const QString& text) override;
+    Prefer& preferences() override;
+    Prompt& prompt() override { return m_prompt; }
+    const QString& programFolder() const override;
+    const QString& title() const override;
+    QIcon frameIcon() const override;
+    QIcon childIcon() const override;
+
+signals:
+    /// The frame has unloaded: the program is to end.
+    void unloaded();
+
+protected:
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void MDIForm_Load();
+    void MDIForm_Activate();
+    void MDIForm_Unload();
+    void ShowActiveChild();
+    void unloadChildren();
+    void storeSizeAndState();
+
+    StartModule& m_start;
+    Prompt& m_prompt;
+    BrowserParts m_parts;
+    FrameMenus* m_menus;
+    ChildArea* m_area;
+    FrameStatusBar* m_statusBar;
+
+    KeyedCollection<frmBrowser*> m_browser;
+    HistoryCollection m_history;
+    qint16 m_newHeight = 0;
+    qint16 m_newWidth = 0;
+    bool m_newSize = false;
+    bool m_isOpenBook = false;
+    bool m_isOpenHistory = false;
+    qint16 m_counter = 0;
+    QString m_historyUrl;
+    QString m_emailClient;
+    bool m_statusBarCurr = false;
+    qint32 m_windowNumber = 0;
+    bool m_openNewWindow = false;
+    bool m_wasShown = false;
+    bool m_unloading = false;
+};

@@ -1,0 +1,91 @@
+#include "app/AppInit.h"
+#include "app/EndSignals.h"
+#include "app/InstanceServer.h"
+#include "app/MDIForm1.h"
+#include "app/ShellEntry.h"
+#include "base/MessagePrompt.h"
+#include "browser/AddressResolver.h"
+#include "browser/DriveList.h"
+#include "browser/FileTable.h"
+#include "browser/GermanTexts.h"
+#include "browser/WebEngineHost.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QSessionManager>
+#include <QStandardPaths>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The drives as they are when a letter is asked for.
+class PresentDrives : public DriveTable {
+public:
+    QString rootOf(QChar letter) const override { return mountedDrives().rootOf(letter); }
+};
+
+void describe(QApplication& application)
+{
+    application.setApplicationName(u"Tessera"_s);
+    application.setApplicationVersion(QStringLiteral(TESSERA_VERSION));
+    application.setDesktopFileName(u"tessera"_s);
+    // The program ends when its frame unloads, whatever else is still open.
+    application.setQuitOnLastWindowClosed(false);
+}
+
+/// Ends the program as the menu does; dialogs that are open are dismissed first.
+void endProgram(MDIForm1& frame)
+{
+    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        dialog->done(QDialog::Rejected);
+        QTimer::singleShot(0, &frame, [&frame] { endProgram(frame); });
+        return;
+    }
+    frame.close();
+}
+
+QString storage(QStandardPaths::StandardLocation location)
+{
+    return QStandardPaths::writableLocation(location) + u"/engine"_s;
+}
+
+int run(QApplication& application, const ShellStart& start)
+{
+    const LinuxFileTable files;
+    const PresentDrives drives;
+    WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
+                          storage(QStandardPaths::CacheLocation),
+                          [&](const QString& typed) { return resolveAddress(typed, files, drives); });
+    MessagePrompt prompt;
+    AppInit module(QCoreApplication::applicationDirPath(), prompt,
+                   {engines.factory(), [] { return mountedDrives().entries(); }});
+    MDIForm1& frame = module.frame();
+    QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
+                     Qt::QueuedConnection);
+
+    InstanceServer server([&frame] { return frame.windowTitle(); },
+                          [&module](const HandOver& message) { module.takeOver(message); });
+    if (!server.listen(start.folder.socketPath()))
+        qWarning("Tessera: further starts cannot hand over their address");
+    EndSignals signals_;
+    const auto end = [&frame] { endProgram(frame); };
+    QObject::connect(&signals_, &EndSignals::endRequested, &frame, end);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
+
+    module.Main(QString::fromStdString(start.address));
+    return QApplication::exec();
+}
+
+} // namespace
+
+int tesseraMain(const ShellStart& start)
+{
+    int count = 1;
+    std::array<char*, 2> arguments{start.programName, nullptr};
+    QApplication application(count, arguments.data());
+    describe(application);
+    installGermanTexts();
+    return run(application, start);
+}

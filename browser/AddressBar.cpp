@@ -1,0 +1,114 @@
+#include "browser/AddressBar.h"
+
+#include "browser/DroppedAddress.h"
+
+#include <QComboBox>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int margin = 4;
+} // namespace
+
+AddressBar::AddressBar(QWidget* parent)
+    : QWidget(parent), m_label(new QLabel(u"&Adresse:"_s, this)), m_address(new QComboBox(this))
+{
+    setObjectName(u"picAddress"_s);
+    m_label->setObjectName(u"lblAddress"_s);
+    m_label->setBuddy(m_address);
+    m_address->setObjectName(u"cboAddress"_s);
+    m_address->setEditable(true);
+    m_address->setInsertPolicy(QComboBox::NoInsert);
+    m_address->setCompleter(nullptr);
+    m_address->setAcceptDrops(true);
+    m_address->setToolTip(u"Adresse eingeben und mit der Eingabetaste öffnen"_s);
+    // The line would insert a drop into its text; here a drop replaces it.
+    m_address->installEventFilter(this);
+    m_address->lineEdit()->installEventFilter(this);
+
+    m_label->move(margin, margin);
+    m_label->resize(m_label->sizeHint().width(), m_address->sizeHint().height());
+    m_address->move(m_label->width() + 2 * margin, margin);
+    m_address->resize(m_address->sizeHint());
+}
+
+QString AddressBar::text() const
+{
+    return m_address->currentText();
+}
+
+void AddressBar::visited(const QString& current, const QString& location)
+{
+    const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (found >= 0)
+        m_address->removeItem(found);
+    m_address->insertItem(0, current);
+    m_address->setCurrentIndex(0);
+    m_address->setEditText(current);
+}
+
+int AddressBar::addressLeft() const
+{
+    return m_address->x();
+}
+
+int AddressBar::panelHeight() const
+{
+    return m_address->sizeHint().height() + 2 * margin;
+}
+
+void AddressBar::addressWidth(int width)
+{
+    m_address->resize(width, m_address->height());
+}
+
+void AddressBar::focusAddress()
+{
+    m_address->setFocus(Qt::ShortcutFocusReason);
+    m_address->lineEdit()->selectAll();
+}
+
+bool AddressBar::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        return keyPressed(*static_cast<QKeyEvent*>(event));
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        auto* drag = static_cast<QDragMoveEvent*>(event);
+        drag->setDropAction(Qt::CopyAction);
+        drag->setAccepted(!droppedAddress(*drag->mimeData()).isEmpty());
+        return true;
+    }
+    case QEvent::Drop: {
+        auto* drop = static_cast<QDropEvent*>(event);
+        drop->setDropAction(Qt::CopyAction);
+        drop->setAccepted(dropped(*drop->mimeData()));
+        return true;
+    }
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+bool AddressBar::keyPressed(const QKeyEvent& event)
+{
+    if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter)
+        return false;
+    emit entered();
+    return true;
+}
+
+bool AddressBar::dropped(const QMimeData& offered)
+{
+    const DroppedAddress address = droppedAddress(offered);
+    if (address.isEmpty())
+        return false;
+    m_address->setEditText(address.text ? *address.text : address.files.constFirst());
+    emit entered();
+    return true;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QWidget>
+
+class QComboBox;
+class QKeyEvent;
+class QLabel;
+class QMimeData;
+
+/// The panel `picAddress` with the label and the address line `cboAddress`. The
+/// list of the line holds the addresses visited in this window, the latest
+/// first, no two equal (case-sensitive), without an upper bound.
+class AddressBar : public QWidget {
+    Q_OBJECT
+public:
+    explicit AddressBar(QWidget* parent);
+
+    QComboBox* cboAddress() const { return m_address; }
+    QString text() const;
+    /// Puts `current` at the top of the list, in place of the first entry that
+    /// equals `location`, and shows it.
+    void visited(const QString& current, const QString& location);
+    /// The left edge of the address line and the panel's fixed height, in pixels.
+    int addressLeft() const;
+    int panelHeight() const;
+    void addressWidth(int width);
+    /// Puts the cursor into the line, all of its text selected.
+    void focusAddress();
+
+signals:
+    /// The user wants to open the text of the line.
+    void entered();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool keyPressed(const QKeyEvent& event);
+    bool dropped(const QMimeData& offered);
+
+    QLabel* m_label;
+    QComboBox* m_address;
+};

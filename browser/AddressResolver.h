@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+class DriveTable;
+class FileTable;
+
+/// The URL that an address means, as a user types it or as it is stored. The
+/// first reading that fits wins:
+///   1. a known scheme ("http:", "file:", "about:", ... or anything with "://");
+///   2. "X:" or "X:\..." below a drive of `drives`;
+///   3. an absolute path, "/" or "\" between the names;
+///   4. a path whose leading separator is missing, when its first name is one of
+///      those directly below the root;
+///   5. a host with or without a port, a path and so on.
+/// A name that `files` does not hold is looked for without regard to case, then
+/// percent-decoded, then without "#..." and "?..." behind it.
+///
+/// An invalid URL means that the text cannot be an address. What is valid, the
+/// engine takes: the texts for which it would silently show an empty page, or
+/// never end loading, are not let through.
+QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTable& drives);
+
+/// A command line that names an existing file relative to `currentFolder` (an
+/// absolute path) is made absolute; anything else comes back unchanged. A folder
+/// counts only when it is written as a path ("docs/", "./docs"): a folder can well
+/// have the name of a host.
+QString absoluteIfFile(const QString& commandLine, const QString& currentFolder,
+                       const FileTable& files);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QTimer>
+
+class BrowserToolbar;
+
+/// The busy sign of a browser window: while it is on, `timTimer` ticks every
+/// 300 ms. The progress bar shows activity, not progress. No tick while idle.
+class BusyDisplay : public QObject {
+    Q_OBJECT
+public:
+    /// Works on the bar and sign of `toolbar`, which must outlive this.
+    explicit BusyDisplay(BrowserToolbar* toolbar, QObject* parent);
+
+    void start();
+    /// Ends the ticks and hides everything.
+    void stop();
+    /// One step of the bar: from its minimum to its maximum, then again.
+    void advance();
+    bool isOn() const { return m_timer.isActive(); }
+
+signals:
+    void tick();
+    /// The display went on or off.
+    void switched(bool on);
+
+private:
+    BrowserToolbar* m_toolbar;
+    QTimer m_timer;
+    quint8 m_progressStep = 0;
+};

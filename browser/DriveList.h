@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QChar>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+/// The drive letters, as the address rules see them.
+class DriveTable {
+public:
+    DriveTable() = default;
+    virtual ~DriveTable() = default;
+
+    /// The absolute path of the folder that stands behind a drive letter (in
+    /// either case); empty when there is no such drive.
+    virtual QString rootOf(QChar letter) const = 0;
+
+protected:
+    DriveTable(const DriveTable&) = default;
+    DriveTable& operator=(const DriveTable&) = default;
+};
+
+/// One mounted volume.
+struct Volume {
+    QString root;       ///< absolute path of its folder
+    QString name;       ///< label; empty when it has none
+    QString fileSystem; ///< type, as "ext4" or "fuse.sshfs"
+};
+
+/// The machine's drives: the root first, then the mounted volumes in the order
+/// given, with letters from C: on. What is no storage of the user's (pseudo file
+/// systems, images of installed packages) gets no letter, the root always does.
+/// Volumes beyond Z: are left out.
+class DriveList : public DriveTable {
+public:
+    explicit DriveList(const std::vector<Volume>& volumes);
+
+    /// "C: [NAME]" in upper case, one entry a drive. A volume without a label
+    /// goes by the name of its folder.
+    QStringList entries() const;
+    QString rootOf(QChar letter) const override;
+
+private:
+    struct Drive {
+        QString root;
+        QString name;
+    };
+    std::vector<Drive> m_drives;
+};
+
+/// The drives mounted now. Asks every volume for its state, so a network volume
+/// whose server is gone can make it wait.
+DriveList mountedDrives();

@@ -1,0 +1,35 @@
+#include "browser/PageTexts.h"
+
+using namespace Qt::StringLiterals;
+
+QString StripQuotes(const QString& text)
+{
+    if (text.size() < 2 || !text.startsWith(u'"') || !text.endsWith(u'"'))
+        return text;
+    return text.sliced(1, text.size() - 2);
+}
+
+QString captionOf(const EngineFrame& frame, const std::optional<EngineDocument>& own,
+                  const QString& locationName)
+{
+    if (own) {
+        if (frame.Document && !frame.Document->Title.isEmpty())
+            return frame.Document->Title;
+        if (!own->Title.isEmpty())
+            return own->Title;
+    }
+    return locationName;
+}
+
+Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locationUrl,
+              const QString& locationName)
+{
+    return {url.endsWith(locationName) ? locationUrl : url,
+            frame.Document ? frame.Document->Title : locationName};
+}
+
+QString windowCaption(const QString& text)
+{
+    QString caption = text;
+    return caption.replace(u"[*]"_s, u"[*][*]"_s);
+}

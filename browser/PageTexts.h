@@ -1,0 +1,33 @@
+#pragma once
+
+#include "browser/EngineControl.h"
+
+#include <QString>
+
+/// The texts that a browser window makes of what its engine reports. The
+/// caption and the history follow rules of their own.
+
+/// `text` without one pair of double quotes around it; unchanged if the first
+/// and the last of at least two characters are not both quotes.
+QString StripQuotes(const QString& text);
+
+/// The caption after a completed navigation: the title of the frame that
+/// navigated, else that of the window's own document, else the location name.
+QString captionOf(const EngineFrame& frame, const std::optional<EngineDocument>& own,
+                  const QString& locationName);
+
+/// A visit as it is reported to the history.
+struct Visit {
+    QString address;
+    QString title;
+};
+
+/// The address is the location when the event's `url` ends with the location's
+/// name (an empty name always does), else that `url`. The title is the
+/// navigating frame's, even if empty, and the location's name only where the
+/// frame has no document.
+Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locationUrl,
+              const QString& locationName);
+
+/// `text` as a window caption: the toolkit reads "[*]" as a mark of its own.
+QString windowCaption(const QString& text);

@@ -1,0 +1,305 @@
+#include "browser/frmBrowser.h"
+
+#include "app/Prefer.h"
+#include "base/Guarded.h"
+#include "base/Shell.h"
+#include "browser/AddressBar.h"
+#include "browser/BrowserLayout.h"
+#include "browser/BrowserToolbar.h"
+#include "browser/BusyDisplay.h"
+#include "browser/PageTexts.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QIcon>
+#include <QMenu>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+frmBrowser::frmBrowser(Shell& shell, const BrowserParts& parts)
+    : m_shell(shell), m_drives(parts.drives)
+{
+    setObjectName(u"frmBrowser"_s);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(shell.childIcon());
+    buildControls(parts);
+    connectControls();
+    connectEngine();
+}
+
+frmBrowser::~frmBrowser()
+{
+    // The engine's widget goes with the window's children; the engine itself
+    // must not report into a window that is half gone.
+    m_engine->disconnect(this);
+}
+
+void frmBrowser::buildControls(const BrowserParts& parts)
+{
+    m_client = new QWidget;
+    m_toolbar = new BrowserToolbar(m_client);
+    m_addressBar = new AddressBar(m_client);
+    m_engine = parts.engine(m_client);
+    m_engine->host()->setObjectName(u"brwWebBrowser"_s);
+    m_busy = new BusyDisplay(m_toolbar, this);
+    setWidget(m_client);
+    m_client->installEventFilter(this);
+    // The frame has keys of its own for closing and walking the windows.
+    const QList<QAction*> entries = systemMenu()->actions();
+    for (QAction* entry : entries)
+        entry->setShortcut({});
+}
+
+void frmBrowser::connectControls()
+{
+    connect(m_addressBar, &AddressBar::entered, this, &frmBrowser::NavigateToAddress);
+    connect(m_toolbar, &BrowserToolbar::buttonClicked, this, &frmBrowser::clickButton);
+    connect(m_toolbar, &BrowserToolbar::driveClicked, this, &frmBrowser::driveClicked);
+    connect(m_busy, &BusyDisplay::tick, this, &frmBrowser::busyTick);
+    auto* escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    escape->setEnabled(false); // while nothing loads, the key belongs to the page
+    connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
+    connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { rememberFocus(now); });
+}
+
+void frmBrowser::connectEngine()
+{
+    EngineControl* engine = m_engine.get();
+    connect(engine, &EngineControl::StatusTextChange, this,
+            [this](const QString& text) { m_shell.statusText(text); });
+    connect(engine, &EngineControl::TitleChange, this,
+            [this] { ignoringErrors([this] { m_shell.SetDropDisabled(false); }); });
+    connect(engine, &EngineControl::BeforeNavigate2, this, &frmBrowser::StartBusy);
+    connect(engine, &EngineControl::NewWindow2, this, &frmBrowser::newWindowRequested);
+    connect(engine, &EngineControl::NavigateComplete2, this, &frmBrowser::navigateComplete);
+    connect(engine, &EngineControl::WindowSetHeight, this, &frmBrowser::setWindowHeight);
+    connect(engine, &EngineControl::WindowSetWidth, this, &frmBrowser::setWindowWidth);
+    connect(engine, &EngineControl::WindowClosing, this,
+            [this](bool, bool& cancel) { windowClosing(cancel); });
+}
+
+bool frmBrowser::isAddressBarShown() const
+{
+    return !m_addressBar->isHidden();
+}
+
+void frmBrowser::showAddressBar(bool shown)
+{
+    m_addressBar->setVisible(shown);
+}
+
+bool frmBrowser::isToolbarShown() const
+{
+    return !m_toolbar->isHidden();
+}
+
+void frmBrowser::showToolbar(bool shown)
+{
+    m_toolbar->setVisible(shown);
+}
+
+void frmBrowser::load()
+{
+    m_shell.bOpenNewWindow(false);
+    ignoringErrors([this] { InitEngine(); });
+    ignoringErrors([this] { show(); });
+    ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
+    m_startingAddress = StripQuotes(m_startingAddress);
+    m_pageHadFocus = !m_startingAddress.isEmpty();
+    if (!m_startingAddress.isEmpty()) {
+        StartBusy();
+        ignoringErrors([this] { m_engine->Navigate(m_startingAddress); });
+    }
+}
+
+void frmBrowser::InitEngine()
+{
+    ignoringErrors([this] { m_engine->Silent(false); });
+    ignoringErrors([this] { m_engine->RegisterAsBrowser(false); });
+    ignoringErrors([this] { m_engine->RegisterAsDropTarget(true); });
+    ignoringErrors([this] { m_engine->Offline(false); });
+}
+
+void frmBrowser::NavigateToAddress()
+{
+    if (m_updatingList)
+        return;
+    StartBusy();
+    if (!m_engine->host()->isHidden()) {
+        ignoringErrors([this] { m_engine->Navigate(m_addressBar->text()); });
+        m_addressBar->cboAddress()->update();
+    }
+}
+
+void frmBrowser::StartBusy()
+{
+    m_busy->start();
+}
+
+void frmBrowser::clickButton(const QString& key)
+{
+    m_shell.bOpenNewWindow(false);
+    if (key == "Back"_L1)
+        navigationByButton([this] { m_engine->GoBack(); });
+    else if (key == "Forward"_L1)
+        navigationByButton([this] { m_engine->GoForward(); });
+    else if (key == "Refresh"_L1)
+        navigationByButton([this] { m_engine->Refresh(); });
+    else if (key == "Home"_L1)
+        navigationByButton([this] { m_engine->Navigate(m_shell.preferences().HomeUrl()); });
+    else if (key == "Search"_L1)
+        navigationByButton([this] { m_engine->Navigate(m_shell.preferences().SearchEngine()); });
+    else if (key == "Stop"_L1)
+        stopLoading();
+}
+
+void frmBrowser::refreshPastCache()
+{
+    m_shell.bOpenNewWindow(false);
+    navigationByButton([this] { m_engine->RefreshPastCache(); });
+}
+
+void frmBrowser::navigationByButton(const std::function<void()>& step)
+{
+    m_shell.bOpenNewWindow(true);
+    ignoringErrors(step);
+}
+
+void frmBrowser::stopLoading()
+{
+    m_busy->stop();
+    ignoringErrors([this] { m_engine->Stop(); });
+    if (const QString name = locationName(); !name.isEmpty())
+        caption(name);
+}
+
+void frmBrowser::driveClicked(const QString& entry)
+{
+    m_shell.bOpenNewWindow(true);
+    StartBusy();
+    if (!m_engine->host()->isHidden())
+        ignoringErrors([&] { m_engine->Navigate(entry.left(2)); });
+}
+
+void frmBrowser::busyTick()
+{
+    if (m_engine->Busy()) {
+        caption(u"In Bearbeitung..."_s);
+        m_busy->advance();
+        return;
+    }
+    m_busy->stop();
+    caption(locationName());
+    if (const auto own = document(); own && !own->Title.isEmpty())
+        caption(own->Title);
+}
+
+void frmBrowser::caption(const QString& text)
+{
+    setWindowTitle(windowCaption(text));
+}
+
+QString frmBrowser::locationName() const
+{
+    QString name;
+    ignoringErrors([&] { name = m_engine->LocationName(); });
+    return name;
+}
+
+std::optional<EngineDocument> frmBrowser::document() const
+{
+    std::optional<EngineDocument> own;
+    ignoringErrors([&] { own = m_engine->Document(); });
+    return own;
+}
+
+void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
+{
+    if (m_shell.bOpenNewWindow()) {
+        cancel = true;
+        m_shell.bOpenNewWindow(false);
+        return;
+    }
+    m_shell.bNewSize(true);
+    frmBrowser* window = nullptr;
+    ignoringErrors([&] { window = m_shell.CreateBrowser(); });
+    if (window == nullptr)
+        return;
+    window->bNewWindow(true);
+    window->m_pageHadFocus = true;
+    engine = window->brwWebBrowser();
+}
+
+void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
+{
+    const QString name = locationName();
+    caption(captionOf(frame, document(), name));
+    QString current;
+    ignoringErrors([&] { current = m_engine->LocationURL(); });
+    m_updatingList = true;
+    ignoringErrors([&] { m_addressBar->visited(current, current); });
+    const Visit visit = visitOf(frame, url, current, name);
+    ignoringErrors([&] { m_shell.AddToHistory(visit.address, visit.title); });
+    m_updatingList = false;
+    ignoringErrors([this] { layOut(); });
+    ignoringErrors([this] { m_shell.SetDropDisabled(false); });
+}
+
+void frmBrowser::windowClosing(bool& cancel)
+{
+    cancel = true;
+    close();
+}
+
+void frmBrowser::activated()
+{
+    refreshToolTips();
+    // The engine replaces its widget, so the place is remembered, not the widget.
+    if (m_pageHadFocus)
+        m_engine->host()->setFocus();
+    else
+        m_addressBar->cboAddress()->setFocus();
+}
+
+void frmBrowser::refreshToolTips()
+{
+    m_toolbar->update();
+    m_toolbar->homeToolTip(m_shell.preferences().HomeUrl());
+    m_toolbar->searchToolTip(m_shell.preferences().SearchEngine());
+}
+
+void frmBrowser::rememberFocus(QWidget* now)
+{
+    if (now == nullptr)
+        return;
+    if (m_addressBar->isAncestorOf(now))
+        m_pageHadFocus = false;
+    else if (now == m_engine->host() || m_engine->host()->isAncestorOf(now))
+        m_pageHadFocus = true;
+}
+
+void frmBrowser::focusAddress()
+{
+    m_addressBar->focusAddress();
+}
+
+void frmBrowser::closeEvent(QCloseEvent* event)
+{
+    unload();
+    QMdiSubWindow::closeEvent(event);
+}
+
+void frmBrowser::unload()
+{
+    if (m_unloaded)
+        return;
+    m_unloaded = true;
+    m_busy->stop();
+    m_engine->disconnect(this);
+    m_shell.browserUnloaded(m_windowKey);
+}

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "browser/EngineControl.h"
+
+#include <QMdiSubWindow>
+
+class AddressBar;
+class BrowserToolbar;
+class BusyDisplay;
+class Shell;
+struct BrowserBars;
+
+/// What a browser window is made with.
+struct BrowserParts {
+    EngineFactory engine;
+    /// The machine's drives as "C: [NAME]".
+    std::function<QStringList()> drives;
+};
+
+/// A browser window: one child of the frame that shows one page. It drives its
+/// engine and handles the engine's events; the frame creates, numbers, arranges
+/// and owns it. All handlers ignore errors statement by statement.
+class frmBrowser : public QMdiSubWindow {
+    Q_OBJECT
+public:
+    /// `shell` outlives the window.
+    frmBrowser(Shell& shell, const BrowserParts& parts);
+    ~frmBrowser() override;
+
+    /// The address that the window opens when it loads; may be empty.
+    const QString& StartingAddress() const { return m_startingAddress; }
+    void StartingAddress(const QString& value) { m_startingAddress = value; }
+    /// The number under which the frame holds the window; 0 until it is told.
+    qint32 windowKey() const { return m_windowKey; }
+    void windowKey(qint32 value) { m_windowKey = value; }
+    /// The window was made on a page's request.
+    bool bNewWindow() const { return m_newWindow; }
+    void bNewWindow(bool value) { m_newWindow = value; }
+
+    bool isAddressBarShown() const;
+    void showAddressBar(bool shown);
+    bool isToolbarShown() const;
+    void showToolbar(bool shown);
+
+    /// The window's load: shows the window and opens its start address.
+    void load();
+    /// Sets the engine's switches.
+    void InitEngine();
+    /// Runs the layout again, after a bar was shown or hidden.
+    void PubResize();
+    /// The window has become the active one.
+    void activated();
+    /// Whether the window has left the frame's books and is about to go.
+    bool isUnloaded() const { return m_unloaded; }
+
+    /// The engine, so that another window can hand it to its own as the target
+    /// of a new window.
+    EngineControl* brwWebBrowser() const { return m_engine.get(); }
+
+    /// Puts the home and search addresses of the preferences into the tool tips.
+    void refreshToolTips();
+    void focusAddress();
+    /// Does what a click on the toolbar button with this key does.
+    void clickButton(const QString& key);
+    /// As the button "Refresh", past the engine's cache.
+    void refreshPastCache();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildControls(const BrowserParts& parts);
+    void connectControls();
+    void connectEngine();
+
+    void NavigateToAddress();
+    void StartBusy();
+    void navigationByButton(const std::function<void()>& step);
+    void stopLoading();
+    void busyTick();
+    void driveClicked(const QString& entry);
+    void caption(const QString& text);
+    QString locationName() const;
+    std::optional<EngineDocument> document() const;
+
+    void newWindowRequested(EngineControl*& engine, bool& cancel);
+    void navigateComplete(const EngineFrame& frame, const QString& url);
+    void windowClosing(bool& cancel);
+    void setWindowHeight(int content);
+    void setWindowWidth(int content);
+
+    void layOut();
+    BrowserBars bars() const;
+    void unload();
+    void rememberFocus(QWidget* now);
+
+    Shell& m_shell;
+    std::function<QStringList()> m_drives;
+    QString m_startingAddress;
+    qint32 m_windowKey = 0;
+    bool m_newWindow = false;
+    bool m_updatingList = false;
+    bool m_unloaded = false;
+    bool m_pageHadFocus = false;
+
+    QWidget* m_client = nullptr;
+    BrowserToolbar* m_toolbar = nullptr;
+    AddressBar* m_addressBar = nullptr;
+    BusyDisplay* m_busy = nullptr;
+    std::unique_ptr<EngineControl> m_engine;
+};

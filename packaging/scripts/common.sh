@@ -1,0 +1,150 @@
+# Shared by ./run, ./test and .ci/run: packages, builds, virtual displays.
+# To be sourced by bash scripts that run with "set -euo pipefail".
+# shellcheck shell=bash
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+
+# What the program needs to be built and to run. Recommended packages are not
+# installed, so what Qt only recommends is named here.
+program_packages=(
+    g++ cmake ninja-build
+    qt6-base-dev qt6-webengine-dev qt6-svg-dev
+    qt6-qpa-plugins qt6-wayland qt6-translations-l10n
+    fonts-dejavu-core fonts-liberation
+)
+# A display where there is none, a window manager that activates windows, and
+# tools that look at the picture.
+display_packages=(xvfb openbox xdotool imagemagick)
+# What the checks need besides. Their results differ from version to version, so
+# the format and lint tools are only wanted where version 14 is to be had.
+check_packages=(git clang libclang-rt-dev)
+
+suite=$(. /etc/os-release 2>/dev/null && echo "${VERSION_CODENAME:-}") || suite=
+case $suite in
+bookworm)
+    program_packages+=(libqt6svg6)
+    check_packages+=(clang-format-14 clang-tidy-14)
+    ;;
+*) program_packages+=(qt6-svg-plugins) ;;
+esac
+
+say() { printf '==> %s\n' "$*"; }
+
+die() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+# require_packages name...: installs those that are missing.
+require_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        say "This is not Debian: please see to it that the equivalents of these are there: $*"
+        return
+    fi
+    local present name missing=()
+    present=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null) || true
+    for name in "$@"; do
+        grep -qxF "installed $name" <<<"$present" || missing+=("$name")
+    done
+    if ((${#missing[@]} == 0)); then
+        return
+    fi
+
+    local as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null ||
+            die "packages are missing and there is no sudo; as root run: apt-get install --no-install-recommends ${missing[*]}"
+        as_root=(sudo)
+    fi
+    say "Installing Debian packages: ${missing[*]}"
+    "${as_root[@]}" apt-get -q update || say "The package lists could not be renewed; trying with those that are there."
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 \
+        --no-install-recommends install "${missing[@]}" ||
+        die "these packages could not be installed: ${missing[*]}"
+}
+
+# build preset [target...]: configures when that was not done yet, then builds.
+# Later changes of the CMake files are seen by the build itself, a change of
+# the presets is not.
+build() {
+    local preset=$1 folder=$root/build/$1 targets=()
+    shift
+    (($# == 0)) || targets=(--target "$@")
+    if [[ -e $folder/CMakeCache.txt ]] &&
+        ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$folder/CMakeCache.txt"; then
+        say "The source tree has moved: building preset $preset anew."
+        rm -rf "$folder"
+    fi
+    if [[ ! -e $folder/build.ninja || ! -e $folder/configured || $root/CMakePresets.json -nt $folder/configured ]]; then
+        say "Configuring preset $preset"
+        (cd "$root" && cmake --preset "$preset") || die "configuring preset $preset failed"
+        touch "$folder/configured"
+    fi
+    cmake --build "$folder" "${targets[@]}" || die "building preset $preset failed"
+}
+
+# The engine refuses to run as root with its sandbox.
+allow_engine_as_root() {
+    if ((EUID == 0)); then
+        export QTWEBENGINE_DISABLE_SANDBOX=1
+    fi
+}
+
+# Without any locale set the C locale would turn umlauts into question marks.
+settle_locale() {
+    [[ -n ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]] || export LANG=C.UTF-8
+}
+
+# Starts a display of our own with a window manager and points the environment
+# at it. It goes when the script ends, whichever way.
+start_display() {
+    scratch=$(mktemp -d)
+    trap stop_display EXIT
+    trap 'exit 130' INT
+    trap 'exit 143' TERM HUP
+    mkfifo "$scratch/number"
+    setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp \
+        3>"$scratch/number" >"$scratch/xvfb.log" 2>&1 &
+    xvfb_pid=$!
+    local number
+    if ! read -r -t 30 number <"$scratch/number"; then
+        cat "$scratch/xvfb.log" >&2
+        die "the virtual display did not start"
+    fi
+    export DISPLAY=:$number QT_QPA_PLATFORM=xcb
+    unset WAYLAND_DISPLAY
+    setpriv --pdeathsig TERM openbox --sm-disable >"$scratch/openbox.log" 2>&1 &
+    openbox_pid=$!
+    local try
+    for ((try = 0; try < 100; ++try)); do
+        xdotool get_num_desktops >/dev/null 2>&1 && return
+        sleep 0.1
+    done
+    cat "$scratch/openbox.log" >&2
+    die "the window manager did not start"
+}
+
+stop_display() {
+    trap '' INT TERM HUP
+    local pid
+    for pid in ${openbox_pid:-} ${xvfb_pid:-}; do
+        kill "$pid" 2>/dev/null || true
+        wait "$pid" 2>/dev/null || true
+    done
+    rm -rf "$scratch"
+}
+
+# run_tests preset [ctest argument...]: on a display of its own, with a private
+# runtime folder.
+run_tests() {
+    local folder=$root/build/$1
+    shift
+    (
+        start_display
+        allow_engine_as_root
+        mkdir -m 700 "$scratch/runtime"
+        export XDG_RUNTIME_DIR=$scratch/runtime
+        settle_locale
+        ctest --test-dir "$folder" --output-on-failure --no-tests=error "$@"
+    )
+}

@@ -1,0 +1,86 @@
+#include "app/Arrangement.h"
+#include "browser/BrowserLayout.h"
+#include "browser/PageTexts.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class BrowserRulesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void quotes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("stripped");
+        QTest::newRow("pair") << u"\"a b\""_s << u"a b"_s;
+        QTest::newRow("one pair only") << u"\"\"a\"\""_s << u"\"a\""_s;
+        QTest::newRow("at the start") << u"\"a"_s << u"\"a"_s;
+        QTest::newRow("single") << u"\""_s << u"\""_s;
+        QTest::newRow("empty pair") << u"\"\""_s << u""_s;
+    }
+    void quotes()
+    {
+        QFETCH(QString, text);
+        QTEST(StripQuotes(text), "stripped");
+    }
+
+    void layout()
+    {
+        const BrowserBars both{28, 24, true, true};
+        const auto placed = layOutBrowser(QSize(400, 300), 60, 0, both);
+        QVERIFY(placed);
+        QCOMPARE(placed->addressWidth, 340);
+        QCOMPARE(placed->engine, QRect(0, 52, 400, 248));
+        const BrowserBars addressOnly{28, 24, false, true};
+        QCOMPARE(layOutBrowser(QSize(400, 300), 60, 52, addressOnly)->engine,
+                 QRect(0, 24, 400, 276));
+        QCOMPARE(placeBars(400, addressOnly).address.top(), 0);
+        QCOMPARE(placeBars(400, both).address.top(), 28);
+        // Too narrow for the address line, or too low for where the engine is now.
+        QVERIFY(!layOutBrowser(QSize(60, 300), 60, 0, both));
+        QVERIFY(!layOutBrowser(QSize(400, 52), 60, 52, both));
+        QVERIFY(layOutBrowser(QSize(61, 53), 60, 52, both));
+    }
+
+    void windowSizes()
+    {
+        const BrowserBars hidden{28, 24, false, false};
+        QCOMPARE(windowHeightFor(300, 3600, 200, hidden), 6330);
+        QCOMPARE(windowWidthFor(400, 3600, 200), 600 + 6000 + 600);
+        QCOMPARE(windowHeightFor(2000000000, 3600, 200, hidden), 30000001830LL);
+    }
+
+    void arrangements_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QList<QRect>>("places");
+        using Places = QList<QRect>;
+        QTest::newRow("rows") << 1 << 3
+                              << Places{{0, 0, 400, 100}, {0, 100, 400, 100}, {0, 200, 400, 101}};
+        QTest::newRow("columns") << 2 << 3
+                                 << Places{
+                                        {0, 0, 133, 301}, {133, 0, 133, 301}, {266, 0, 134, 301}};
+        QTest::newRow("cascade") << 0 << 4
+                                 << Places{{0, 0, 300, 226},
+                                           {30, 30, 300, 226},
+                                           {60, 60, 300, 226},
+                                           {0, 0, 300, 226}};
+        QTest::newRow("none") << 1 << 0 << Places{};
+        QTest::newRow("more than fit")
+            << 1 << 4
+            << Places{{0, 0, 400, 90}, {0, 90, 400, 90}, {0, 180, 400, 90}, {0, 270, 400, 90}};
+    }
+    void arrangements()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, count);
+        const auto places =
+            arrangedPlaces(QSize(400, 301), count, static_cast<Arrangement>(mode), 30, {50, 90});
+        QTEST(QList<QRect>(places.begin(), places.end()), "places");
+    }
+};
+
+QTEST_APPLESS_MAIN(BrowserRulesTest)
+#include "BrowserRulesTest.moc"

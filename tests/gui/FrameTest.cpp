@@ -1,0 +1,219 @@
+#include "FrameFixture.h"
+
+#include "base/Errors.h"
+#include "history/HistoryItem.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class FrameTest : public QObject {
+    Q_OBJECT
+private slots:
+    void startOpensAMaximisedWindow_data()
+    {
+        QTest::addColumn<int>("startBrowser");
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("start address") << -1 << u""_s << u"home"_s;
+        QTest::newRow("given address") << -1 << u"http://a/"_s << u"http://a/"_s;
+        QTest::newRow("none wanted") << 0 << u""_s << u""_s;
+        QTest::newRow("none wanted, address given") << 0 << u"http://a/"_s << u"http://a/"_s;
+        QTest::newRow("blanks are an address") << 0 << u"  "_s << u"  "_s;
+    }
+    void startOpensAMaximisedWindow()
+    {
+        QFETCH(int, startBrowser);
+        QFETCH(QString, address);
+        QFETCH(QString, opened);
+        FrameFixture f;
+        Prefer stored(f.folder.path());
+        stored.LoadPref();
+        stored.HomeUrl(u"home"_s);
+        stored.StartBrowser(static_cast<qint16>(startBrowser));
+        stored.SavePref();
+
+        f.start.Main(address);
+        QCOMPARE(f.frame().windowTitle(), u"Tessera 5.3.5"_s);
+        QCOMPARE(f.item("mn_Tessera")->text(), u"&Info über Tessera 5.3.5"_s);
+        QCOMPARE(f.frame().size(), QSize(640, 480));
+        QCOMPARE(f.frame().HistoryUrl(), QString());
+        QCOMPARE(f.keys(), opened.isEmpty() ? u""_s : u"1"_s);
+        if (!opened.isEmpty()) {
+            QCOMPARE(f.engine(0)->calls(), u"Navigate "_s + opened);
+            QVERIFY(f.window(1)->isMaximized());
+            QCoreApplication::processEvents();
+            QVERIFY(f.window(1)->isMaximized());
+        }
+    }
+
+    void numbersAreNeverUsedAgain()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().VisitUrl(u"b"_s);
+        f.frame().VisitUrl({}); // opens nothing
+        QCOMPARE(f.keys(), u"1 2"_s);
+        f.window(1)->close();
+        QCOMPARE(f.keys(), u"2"_s);
+        f.frame().NewBrowser();
+        QCOMPARE(f.keys(), u"2 3"_s);
+        QCOMPARE(f.window(2)->windowKey(), 3);
+        QCOMPARE(int{f.frame().counter()}, 2);
+    }
+
+    void aWaitingAddressIsOpenedUntilAVisit()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().HistoryUrl(u"waiting"_s);
+        f.frame().NewBrowser();
+        f.frame().VisitUrl({});
+        f.frame().NewBrowser();
+        f.frame().VisitUrl(u"x"_s);
+        f.frame().NewBrowser();
+        QStringList opened;
+        for (const auto& engine : f.engines)
+            opened << engine->calls().section(u' ', 1);
+        const QString home = f.folder.path() + u"\\Lizenz.txt"_s;
+        QCOMPARE(opened, QStringList({home, u"waiting"_s, u"waiting"_s, u"x"_s, home}));
+    }
+
+    void windowsTakeTheBarsOfThePreferences()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.start.preferences().Toolbar(0);
+        f.start.preferences().Adresszeile(7);
+        f.frame().NewBrowser();
+        QVERIFY(!f.window(2)->isToolbarShown());
+        QVERIFY(f.window(2)->isAddressBarShown());
+    }
+
+    void newWindowsAreArranged()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        QVERIFY(QTest::qWaitForWindowExposed(&f.frame()));
+        f.frame().NewBrowser();
+        QVERIFY(!f.window(1)->isMaximized());
+        const int height = f.frame().area().viewport()->height();
+        QCOMPARE(f.window(1)->geometry().top(), 0);
+        QCOMPARE(f.window(2)->geometry().top(), height / 2);
+        QCOMPARE(f.window(2)->geometry().bottom(), height - 1);
+        f.frame().menus().checkArrangement(Arrangement::None);
+        f.window(1)->setGeometry(5, 6, 300, 200);
+        f.frame().NewBrowser();
+        QCOMPARE(f.window(1)->geometry(), QRect(5, 6, 300, 200));
+    }
+
+    void closingStoresSizeAndState_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<int>("width");
+        QTest::newRow("normal") << int{Qt::WindowNoState} << 0 << 700 * 15;
+        QTest::newRow("minimised") << int{Qt::WindowMinimized} << 1 << 9600;
+        QTest::newRow("maximised") << int{Qt::WindowMaximized} << 2 << 9600;
+    }
+    void closingStoresSizeAndState()
+    {
+        QFETCH(int, state);
+        QFETCH(int, stored);
+        QFETCH(int, width);
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().resize(700, 400);
+        f.frame().setWindowState(static_cast<Qt::WindowState>(state));
+        QSignalSpy unloaded(&f.frame(), &MDIForm1::unloaded);
+        f.frame().close();
+        QCOMPARE(unloaded.count(), 1);
+        QCOMPARE(int{f.frame().counter()}, 0);
+        Prefer again(f.folder.path());
+        again.LoadPref();
+        QCOMPARE(int{again.MdiState()}, stored);
+        QCOMPARE(int{again.MdiWidth()}, width);
+    }
+
+    void onlyTheMaximisedStateComesBack()
+    {
+        for (const int state : {0, 1, 2, 3}) {
+            FrameFixture f;
+            Prefer stored(f.folder.path());
+            stored.LoadPref();
+            stored.MdiState(static_cast<qint16>(state));
+            stored.SavePref();
+            f.start.Main({});
+            QCOMPARE(f.frame().isMaximized(), state == 2);
+            QVERIFY(!f.frame().isMinimized());
+        }
+    }
+
+    void aFailedSaveIsShown()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        // A folder in the file's place cannot be written, not even by root.
+        QVERIFY(QFile::remove(f.folder.path() + u"/Pref.tsp"_s));
+        QVERIFY(QDir(f.folder.path()).mkdir(u"Pref.tsp"_s));
+        f.prompt.expectTell();
+        f.frame().close();
+        QVERIFY(f.prompt.texts().constFirst().contains(u"Pref.tsp"_s));
+    }
+
+    void historyRules()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.start.preferences().HistoryRows(2);
+        FakeEngine* engine = f.engine(0);
+        for (const auto& url : {u"a"_s, u"b"_s, u"a"_s, u"c"_s})
+            engine->arrive(url, u"title "_s + url);
+        QCOMPARE(f.frame().History().Count(), 2);
+        QCOMPARE(f.frame().History().Item(1)->Url(), u"b"_s);
+        QCOMPARE(f.frame().History().Item(2)->Title(), u"title c"_s);
+    }
+
+    void aWindowThatClosesWhileItLoads()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        frmBrowser* window = f.window(1);
+        bool cancel = false;
+        emit f.engine(0)->WindowClosing(false, cancel);
+        QVERIFY(cancel);
+        QVERIFY(window->isUnloaded());
+        QCOMPARE(f.keys(), QString());
+        QCOMPARE(int{f.frame().counter()}, 0);
+        QTRY_VERIFY(f.engine(0) == nullptr);
+    }
+
+    void theDropSwitchIsNoCounter()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        const QWidget* viewport = f.frame().area().viewport();
+        QVERIFY(viewport->acceptDrops());
+        f.start.SetDropDisabled(true);
+        f.start.SetDropDisabled(true);
+        QVERIFY(!viewport->acceptDrops());
+        emit f.engine(0)->TitleChange(u"t"_s);
+        QVERIFY(viewport->acceptDrops());
+    }
+
+    void statusTextIsShared()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        f.frame().NewBrowser();
+        emit f.engine(0)->StatusTextChange(u"behind"_s);
+        QCOMPARE(f.frame().statusPanels().panelText(), u"behind"_s);
+        f.window(2)->close();
+        QCOMPARE(f.frame().statusPanels().panelText(), QString());
+    }
+};
+
+QTEST_MAIN(FrameTest)
+#include "FrameTest.moc"
