@@ -1,5 +1,6 @@
 #include "browser/WebEngineControl.h"
 
+#include "base/Guarded.h"
 #include "browser/WebEnginePage.h"
 #include "browser/WebErrorPage.h"
 
@@ -24,6 +25,9 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
 
 WebEngineControl::~WebEngineControl()
 {
+    if (!m_page) { // gone with its owner, which can happen at the program's end only
+        return;
+    }
     if (m_view) { // the view, too, must not go while the engine is at work in it
         m_view->hide();
         m_view->setParent(nullptr);
@@ -80,7 +84,8 @@ void WebEngineControl::start()
         return;
     }
     const QString typed = *std::exchange(m_pending, std::nullopt);
-    const QUrl url = m_resolve(typed);
+    QUrl url;
+    ignoringErrors([&] { url = m_resolve(typed); });
     if (url.isValid() && !url.scheme().isEmpty()) {
         m_page->load(url);
     } else {
@@ -112,7 +117,7 @@ void WebEngineControl::RefreshPastCache()
 void WebEngineControl::Stop()
 {
     m_pending.reset();
-    m_page->triggerAction(QWebEnginePage::Stop);
+    actLater(QWebEnginePage::Stop);
 }
 
 void WebEngineControl::actLater(QWebEnginePage::WebAction action)
@@ -155,6 +160,9 @@ QWidget* WebEngineControl::host()
 
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 {
+    if (isMainFrame) {
+        m_visits.navigationStarting(url, m_page->url());
+    }
     // The engine announces a page of our own making by its content.
     const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);
     emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));

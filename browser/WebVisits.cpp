@@ -1,7 +1,6 @@
 #include "browser/WebVisits.h"
 
 #include "browser/WebErrorPage.h"
-#include <QDebug> //DBG
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +21,11 @@ bool isStandIn(const FrameReport& report, const QUrl& url)
     return report.address.startsWith("chrome-error:"_L1) || WebErrorPage::isAt(url);
 }
 
+bool isWithinDocument(const QUrl& target, const QUrl& url)
+{
+    return target.hasFragment() && target.matches(url, QUrl::RemoveFragment);
+}
+
 } // namespace
 
 bool isAddressAsShown(const QString& title, const QUrl& url)
@@ -32,10 +36,21 @@ bool isAddressAsShown(const QString& title, const QUrl& url)
     return readable(title) == readable(url.toString(QUrl::RemoveUserInfo));
 }
 
+void WebVisits::navigationStarting(const QUrl& target, const QUrl& url)
+{
+    if (m_isLoading && !isWithinDocument(target, url)) {
+        expectDocument();
+    }
+}
+
 void WebVisits::loadStarted()
 {
-    qDebug() << "start"; // DBG
     m_isLoading = true;
+    expectDocument();
+}
+
+void WebVisits::expectDocument()
+{
     m_hasMoved = false;
     m_isSettled = false;
     m_isCounted = false;
@@ -43,8 +58,7 @@ void WebVisits::loadStarted()
 
 void WebVisits::urlChanged(const QUrl& url)
 {
-    qDebug() << "url" << url; // DBG
-    if (url.isEmpty()) {      // a first page that did not come off
+    if (url.isEmpty()) { // a first page that did not come off
         m_isSettled = false;
         return;
     }
@@ -66,7 +80,6 @@ void WebVisits::titleChanged(const QString& title, const QUrl& url)
 
 void WebVisits::reported(const FrameReport& report, const QUrl& url)
 {
-    qDebug() << "rep" << report.address << url; // DBG
     if (report.isMainFrame) {
         mainFrameReported(report, url);
     } else if (!url.isEmpty()) {
@@ -107,7 +120,6 @@ void WebVisits::subFrameReported(const FrameReport& report) const
 
 void WebVisits::loadFinished(const QString& title, const QUrl& url)
 {
-    qDebug() << "fin" << title << url; // DBG
     const bool isUncounted = m_hasMoved && !m_isSettled && !url.isEmpty();
     m_isLoading = false;
     m_isSettled = !url.isEmpty();

@@ -19,6 +19,9 @@ public:
 
     const std::optional<EngineDocument>& document() const { return m_document; }
 
+    /// The main frame is about to leave `url` for `target`. The engine does
+    /// not begin a new load for it while the previous one is still running.
+    void navigationStarting(const QUrl& target, const QUrl& url);
     void loadStarted();
     void urlChanged(const QUrl& url);
     void titleChanged(const QString& title, const QUrl& url);
@@ -26,6 +29,7 @@ public:
     void loadFinished(const QString& title, const QUrl& url);
 
 private:
+    void expectDocument();
     void mainFrameReported(const FrameReport& report, const QUrl& url);
     void subFrameReported(const FrameReport& report) const;
     void complete(const QUrl& url) const;
@@ -33,7 +37,7 @@ private:
     Completed m_completed;
     std::optional<EngineDocument> m_document;
     bool m_isLoading = false;
-    /// The address changed since the load began.
+    /// The address changed since the navigation began.
     bool m_hasMoved = false;
     /// The document shown is known: a change of its address is a navigation.
     bool m_isSettled = false;

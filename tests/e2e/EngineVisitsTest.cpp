@@ -26,7 +26,11 @@ private slots:
         m_world->server.page(u"/end"_s, "<title>Ende</title>");
         m_world->server.page(u"/plain"_s, "<title>Frame</title>");
     }
-    void cleanupTestCase() { m_world.reset(); }
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        m_world.reset();
+    }
     void init()
     {
         m_window.reset(m_world->open());
@@ -62,6 +66,12 @@ private slots:
                                               "setTimeout(() => { location.hash = 'x' }, 300)"_s
                                            << QStringList{u"1000 @ H/start#x"_s};
         QTest::newRow("unknown scheme") << u"location.href = 'foo:bar'"_s << QStringList();
+        // The engine announces no second load while the first one is running.
+        m_world->server.answer(u"/never"_s, {.status = 0});
+        QTest::newRow("fragment, then another page, while an image loads")
+            << u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
+               "setTimeout(() => { location.href = '/plain' }, 200)"_s
+            << QStringList{u"Frame @ H/plain"_s, u"Start @ H/start#x"_s};
         QTest::newRow("another page")
             << u"location.href = '/plain'"_s << QStringList{u"Frame @ H/plain"_s};
     }
@@ -161,7 +171,7 @@ private slots:
 private:
     void visit(const QString& path) { m_window->engine().Navigate(m_world->address(path)); }
     QStringList visits() const { return m_world->shortened(m_window->visits); }
-    /// Waits for the visits after the start page, then for one more page, so
+    /// Waits for the visits after the start page, in alphabetical order, then for one more page, so
     /// that a visit too many would have come in between.
     void expectExactly(const QStringList& expected)
     {
@@ -206,6 +216,9 @@ void EngineVisitsTest::answers_data()
         {u"Fremd @ data:text/html,%3Ctitle%3EFremd%3C/title%3E"_s, u"Titel @ H/page"_s});
     row("frame that cannot be loaded",
         {.body = page + "<iframe src='http://127.0.0.1:1/'></iframe>"}, titled);
+    row("frame of another host",
+        {.body = page + "<iframe src='" + m_world->server.address(u"/plain"_s, u"localhost"_s).toUtf8() + "'></iframe>"},
+        {u"Frame @ L/plain"_s, u"Titel @ H/page"_s});
     row("strict policy",
         {.body = page, .headers = "Content-Security-Policy: default-src 'none'; sandbox\r\n"},
         titled);

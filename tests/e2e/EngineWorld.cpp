@@ -52,7 +52,6 @@ EngineWorld::EngineWorld()
           return typed.trimmed().isEmpty() ? QUrl() : QUrl(typed, QUrl::StrictMode);
       })
 {
-    m_folder.setAutoRemove(false);
     m_frame.resize(800, 600);
     m_frame.show();
 }
@@ -67,7 +66,8 @@ EngineWindow* EngineWorld::open()
 
 QStringList EngineWorld::shortened(QStringList texts) const
 {
-    return texts.replaceInStrings(server.address({}), u"H"_s);
+    return texts.replaceInStrings(server.address({}), u"H"_s)
+        .replaceInStrings(server.address({}, u"localhost"_s), u"L"_s);
 }
 
 int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)

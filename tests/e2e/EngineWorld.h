@@ -43,7 +43,7 @@ public:
 
     EngineWindow* open();
     QString address(const QString& path) const { return server.address(path); }
-    /// The texts with the server's address cut down to "H".
+    /// The texts with the server's address cut down to "H", or "L" as localhost.
     QStringList shortened(QStringList texts) const;
 
     LoopbackServer server;
