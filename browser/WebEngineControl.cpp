@@ -5,6 +5,7 @@
 #include "browser/WebErrorPage.h"
 
 #include <QTimer>
+#include <QWebEngineHistory>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -41,24 +42,24 @@ WebEngineControl::~WebEngineControl()
 void WebEngineControl::connectLoading()
 {
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
-        m_visits.loadStarted();
+        m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
     connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
         const QPointer<WebEngineControl> self = this;
-        m_visits.loadFinished(m_page->title(), m_page->url());
+        m_visits.loadFinished(pageState());
         if (self) {
             emit DownloadComplete();
         }
     });
     connect(m_page, &QWebEnginePage::urlChanged, this,
-            [this](const QUrl& url) { m_visits.urlChanged(url); });
+            [this] { m_visits.urlChanged(pageState()); });
     connect(m_page, &QWebEnginePage::titleChanged, this, [this](const QString& title) {
-        m_visits.titleChanged(title, m_page->url());
+        m_visits.titleChanged(pageState());
         emit TitleChange(title);
     });
     connect(m_page, &WebEnginePage::frameReported, this,
-            [this](const FrameReport& report) { m_visits.reported(report, m_page->url()); });
+            [this](const FrameReport& report) { m_visits.reported(report, pageState()); });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
 }
@@ -75,14 +76,15 @@ void WebEngineControl::connectWindow()
 void WebEngineControl::Navigate(const QString& url)
 {
     m_pending = url;
-    QTimer::singleShot(0, this, &WebEngineControl::start);
+    QTimer::singleShot(0, this, [this, turn = ++m_turn] {
+        if (m_pending && turn == m_turn) { // not stopped, replaced or lent in between
+            start();
+        }
+    });
 }
 
 void WebEngineControl::start()
 {
-    if (!m_pending) { // stopped, replaced, or the page was lent in between
-        return;
-    }
     const QString typed = *std::exchange(m_pending, std::nullopt);
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
@@ -132,7 +134,7 @@ bool WebEngineControl::Busy() const
 
 QString WebEngineControl::LocationURL() const
 {
-    return WebErrorPage::shownAddress(m_page->url());
+    return shownAddress(pageState());
 }
 
 QString WebEngineControl::LocationName() const
@@ -158,10 +160,19 @@ QWidget* WebEngineControl::host()
     return m_view;
 }
 
+WebPageState WebEngineControl::pageState() const
+{
+    const QWebEngineHistory& history = *m_page->history();
+    const QWebEngineHistoryItem item = history.currentItem();
+    return {m_page->url(),
+            m_page->title(),
+            {history.currentItemIndex(), item.url(), item.lastVisited()}};
+}
+
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 {
     if (isMainFrame) {
-        m_visits.navigationStarting(url, m_page->url());
+        m_visits.navigationStarting(url, pageState());
     }
     // The engine announces a page of our own making by its content.
     const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);

@@ -52,6 +52,7 @@ private:
     void connectLoading();
     void connectWindow();
     void start();
+    WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
     void openWindow(QWebEngineNewWindowRequest& request);
@@ -65,6 +66,8 @@ private:
     WebVisits m_visits;
     /// The text of a navigation that has not been handed to the engine yet.
     std::optional<QString> m_pending;
+    /// Counts the navigations asked for.
+    quint32 m_turn = 0;
     /// The last text that was no address.
     QString m_noAddress;
     bool m_isLent = false;
