@@ -198,9 +198,10 @@ void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
     // engine never works out its preferences, and crashes at its first paint
     // (seen with Qt 6.4). A page that has begun a load of its own has some, and
     // a setting that is set once more hands them over to the window lent.
-    m_page->load(QUrl(u"about:blank"_s));
-    request.openIn(m_page);
-    m_page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    const QPointer<WebEnginePage> page = m_page;
+    page->load(QUrl(u"about:blank"_s));
+    request.openIn(page); // sends events: this object may be gone after it
+    page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
 }
 
 void WebEngineControl::resizeWindow(const QRect& geometry)

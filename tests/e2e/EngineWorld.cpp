@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QWebEngineView>
 
 #include <unistd.h>
@@ -41,12 +42,6 @@ void EngineWindow::run(const QString& script)
     qobject_cast<QWebEngineView*>(m_engine->host())->page()->runJavaScript(script);
 }
 
-QColor EngineWindow::colour()
-{
-    const QImage image = m_engine->host()->grab().toImage();
-    return image.pixelColor(image.rect().center());
-}
-
 EngineWorld::EngineWorld()
     : m_host(m_folder.filePath(u"data"_s), m_folder.filePath(u"cache"_s), [](const QString& typed) {
           return typed.trimmed().isEmpty() ? QUrl() : QUrl(typed, QUrl::StrictMode);
@@ -62,6 +57,12 @@ EngineWindow* EngineWorld::open()
     window->setGeometry(m_frame.rect());
     window->show();
     return window;
+}
+
+QColor EngineWorld::colourOf(const EngineWindow& window) const
+{
+    const QPoint centre = window.mapTo(&m_frame, window.rect().center());
+    return m_frame.screen()->grabWindow(m_frame.winId()).toImage().pixelColor(centre);
 }
 
 QStringList EngineWorld::shortened(QStringList texts) const

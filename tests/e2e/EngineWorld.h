@@ -22,8 +22,6 @@ public:
     void dropEngine() { m_engine.reset(); }
     /// Runs a script in the page.
     void run(const QString& script);
-    /// The colour in the middle of the page as it is on the screen.
-    QColor colour();
 
     QStringList visits;
     QStringList starts;
@@ -42,6 +40,8 @@ public:
     EngineWorld();
 
     EngineWindow* open();
+    /// The colour in the middle of the window as it is on the screen.
+    QColor colourOf(const EngineWindow& window) const;
     QString address(const QString& path) const { return server.address(path); }
     /// The texts with the server's address cut down to "H", or "L" as localhost.
     QStringList shortened(QStringList texts) const;
