@@ -47,6 +47,7 @@ EngineWorld::EngineWorld()
           return typed.trimmed().isEmpty() ? QUrl() : QUrl(typed, QUrl::StrictMode);
       })
 {
+    m_folder.setAutoRemove(false); // goes with the folder of the whole run
     m_frame.resize(800, 600);
     m_frame.show();
 }
