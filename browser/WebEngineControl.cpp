@@ -45,7 +45,7 @@ void WebEngineControl::connectLoading()
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
-    connect(m_page, &QWebEnginePage::loadFinished, this, [this, page = m_page.data()] {
+    connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
         const QPointer<WebEngineControl> self = this;
         m_visits.loadFinished(pageState());
         if (self) {
