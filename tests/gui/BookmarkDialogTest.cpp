@@ -82,20 +82,12 @@ private slots:
             QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
         }
         QCOMPARE(order, u"Text1 Text2 Text3 Ok Cancel "_s);
-        // Another selection does not change what is edited, nor do lent texts.
+        // Neither lent texts nor another selection change what is edited.
+        m_dialog->TakeBookmark(*m_archive->bookmark);
         m_archive->bookmark = newBookmark(u""_s);
         press(u"Ok"_s);
         QCOMPARE(m_archive->stored, QStringList(u"opened|Name|http://h/Page|a\r\n\r\nb\u00a0c"_s));
         QVERIFY(!m_dialog->isVisible());
-    }
-
-    void takesLentTexts()
-    {
-        make(true);
-        m_dialog->TakeBookmark(*newBookmark(u"lent"_s));
-        m_dialog->show();
-        QCOMPARE(m_dialog->windowTitle(), u"Bookmark - Hinzufügen"_s);
-        QCOMPARE(fields(), u"Name|http://h/Page|lent"_s);
     }
 
     void keys_data()
@@ -105,7 +97,6 @@ private slots:
         QTest::addColumn<QString>("stored");
         QTest::newRow("name") << u"Text1"_s << true << u"add|n|u|"_s;
         QTest::newRow("address") << u"Text2"_s << true << u"add|n|u|"_s;
-        QTest::newRow("name, edit") << u"Text1"_s << false << u"selected|n|u|"_s;
         QTest::newRow("description") << u"Text3"_s << true << u""_s;
         QTest::newRow("Cancel") << u"Cancel"_s << true << u""_s;
         QTest::newRow("Ok") << u"Ok"_s << true << u"none|n|u|"_s;
@@ -129,67 +120,55 @@ private slots:
         }
     }
 
-    void incompleteInput_data()
+    void confirms_data()
     {
+        QTest::addColumn<bool>("isNew");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("url");
         QTest::addColumn<QString>("focus"); // empty: complete
-        QTest::newRow("name") << u""_s << u"u"_s << u"Text1"_s;
-        QTest::newRow("address") << u"n"_s << u""_s << u"Text2"_s;
-        QTest::newRow("both") << u""_s << u""_s << u"Text1"_s;
-        QTest::newRow("blanks") << u" "_s << u" "_s << u""_s;
-        QTest::newRow("prefilled") << u"n"_s << u"http://"_s << u""_s;
-        QTest::newRow("300") << QString(300, u'n') << QString(300, u'u') << u""_s;
+        QTest::addColumn<bool>("known");
+        const QString page = u"http://h/Page"_s;
+        QTest::newRow("no name") << true << u""_s << u"u"_s << u"Text1"_s << false;
+        QTest::newRow("no address") << true << u"n"_s << u""_s << u"Text2"_s << false;
+        QTest::newRow("neither, edit") << false << u""_s << u""_s << u"Text1"_s << false;
+        QTest::newRow("blanks") << true << u" "_s << u" "_s << u""_s << false;
+        QTest::newRow("prefilled") << true << u"n"_s << u"http://"_s << u""_s << false;
+        QTest::newRow("300") << true << QString(300, u'n') << QString(300, u'u') << u""_s << false;
+        QTest::newRow("known") << true << u"n"_s << page << u""_s << true;
+        QTest::newRow("known, edit") << false << u"n"_s << page << u""_s << false;
+        QTest::newRow("other case") << true << u"n"_s << page.toLower() << u""_s << false;
     }
-    void incompleteInput()
+    void confirms()
     {
+        QFETCH(bool, isNew);
         QFETCH(QString, name);
         QFETCH(QString, url);
         QFETCH(QString, focus);
-        for (const bool isNew : {true, false}) {
-            m_archive->stored.clear();
-            open(isNew);
-            setFields(name, url, u""_s);
+        QFETCH(bool, known);
+        open(isNew);
+        setFields(name, url, u"x\ny"_s);
+        if (known)
+            m_prompt->answerYesNo(false);
+        press(u"Ok"_s);
+        const QString question = u"Meldung|Question|Die Url: http://h/Page existiert bereits, "
+                                 "trotzdem übernehmen ?"_s;
+        const QString message = u"Meldung|Critical|Feld darf nicht leer sein."_s;
+        if (known || !focus.isEmpty()) {
+            QCOMPARE(m_prompt->takeTexts(), QStringList(known ? question : message));
+            QVERIFY(m_dialog->isVisible() && m_archive->stored.isEmpty());
+            QVERIFY(focus.isEmpty() || m_dialog->focusWidget()->objectName() == focus);
+            QCOMPARE(fields(), name + u'|' + url + u"|x\ny"_s);
+        }
+        if (known) {
+            m_prompt->answerYesNo(true);
             press(u"Ok"_s);
-            QCOMPARE(m_dialog->isVisible(), !focus.isEmpty());
-            if (focus.isEmpty()) {
-                const QString how = isNew ? u"add"_s : u"selected"_s;
-                QCOMPARE(m_archive->stored, QStringList(how + u'|' + name + u'|' + url + u'|'));
-                continue;
-            }
-            QCOMPARE(m_prompt->takeTexts(),
-                     QStringList(u"Meldung|Critical|Feld darf nicht leer sein."_s));
-            QCOMPARE(m_dialog->focusWidget()->objectName(), focus);
-            QVERIFY(m_archive->stored.isEmpty());
-            // Enter on the button does not look.
+            QCOMPARE(m_prompt->takeTexts(), QStringList(question));
+        } else if (!focus.isEmpty()) { // Enter on the button does not look
             QTest::keyClick(find<QWidget>(u"Ok"_s), Qt::Key_Return);
-            QCOMPARE(m_archive->stored.size(), 1);
         }
-    }
-
-    void knownAddress()
-    {
-        open(true);
-        setFields(u"n"_s, u"http://h/Page"_s, u"x\ny"_s);
-        for (const bool yes : {false, true}) {
-            m_prompt->answerYesNo(yes);
-            press(u"Ok"_s);
-            QCOMPARE(m_prompt->takeTexts(),
-                     QStringList(u"Meldung|Question|Die Url: http://h/Page existiert bereits, "
-                                 "trotzdem übernehmen ?"_s));
-            QCOMPARE(m_dialog->isVisible(), !yes);
-            QCOMPARE(fields(), u"n|http://h/Page|x\ny"_s);
-        }
-        QCOMPARE(m_archive->stored, QStringList(u"add|n|http://h/Page|x\r\ny"_s));
-        // Another case, a folder that never had a bookmark: nothing is asked.
-        for (const QString& url : {u"http://h/page"_s, u"http://h/Page"_s}) {
-            open(true);
-            setFields(u"n"_s, url, u""_s);
-            press(u"Ok"_s);
-            QVERIFY(!m_dialog->isVisible());
-            m_archive->folder->colBookmark(nullptr);
-        }
-        QCOMPARE(m_archive->stored.size(), 3);
+        QVERIFY(!m_dialog->isVisible());
+        const QString how = !isNew ? u"selected"_s : focus.isEmpty() ? u"add"_s : u"none"_s;
+        QCOMPARE(m_archive->stored, QStringList(u"%1|%2|%3|x\r\ny"_s.arg(how, name, url)));
     }
 
     void failingArchiveKeepsTheDialogOpen()

@@ -6,7 +6,6 @@
 #include <QDialog>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTreeWidget>
 
@@ -116,11 +115,6 @@ private slots:
         click(m_folder, Qt::RightButton);
         QCOMPARE(std::exchange(m_events, {}), u"menu "_s);
         QVERIFY(m_folder->isExpanded());
-        // Released elsewhere: no click.
-        m_tree->selectionModel()->clear();
-        QTest::mousePress(m_tree->viewport(), Qt::RightButton, {}, at(m_folder));
-        QTest::mouseRelease(m_tree->viewport(), Qt::RightButton, {}, at(m_empty));
-        QCOMPARE(m_events, QString());
     }
 
     void showsTheAddressUnderTheMouse()
@@ -192,23 +186,6 @@ private slots:
         QCOMPARE(send<QDragEnterEvent>(at(m_link), data), Qt::IgnoreAction);
         QCOMPARE(m_tree->currentItem(), m_namesake);
         QCOMPARE(m_events, QString());
-    }
-
-    void scrollsAtTheEdges()
-    {
-        for (int i = 0; i < 50; ++i)
-            new QTreeWidgetItem(m_empty, {QString::number(i), u"Url"_s});
-        m_empty->setExpanded(true);
-        const QMimeData data;
-        const QPoint bottom(50, m_tree->viewport()->height() - 2);
-        const QScrollBar& bar = *m_tree->verticalScrollBar();
-        send<QDragEnterEvent>(bottom, data);
-        QTRY_VERIFY(bar.value() > 2);
-        QCOMPARE(m_tree->indexAt(bottom), m_tree->currentIndex());
-        const int there = bar.value();
-        send<QDragMoveEvent>(QPoint(50, 2), data);
-        QTRY_VERIFY(bar.value() < there);
-        QTRY_COMPARE(bar.value(), 0);
     }
 
 private:
