@@ -28,7 +28,7 @@ AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& s
 {
     auto* commands = new FrameCommands(*m_frame, starter);
     new FrameKeys(*m_frame, *commands);
-    SetDropDisabled(false);
+    AppInit::SetDropDisabled(false);
 }
 
 AppInit::~AppInit() = default;

@@ -27,13 +27,13 @@ public:
     QString rootOf(QChar letter) const override { return mountedDrives().rootOf(letter); }
 };
 
-void describe(QApplication& application)
+void describeProgram()
 {
-    application.setApplicationName(u"Tessera"_s);
-    application.setApplicationVersion(QStringLiteral(TESSERA_VERSION));
-    application.setDesktopFileName(u"tessera"_s);
+    QApplication::setApplicationName(u"Tessera"_s);
+    QApplication::setApplicationVersion(QStringLiteral(TESSERA_VERSION));
+    QApplication::setDesktopFileName(u"tessera"_s);
     // The program ends when its frame unloads, whatever else is still open.
-    application.setQuitOnLastWindowClosed(false);
+    QApplication::setQuitOnLastWindowClosed(false);
 }
 
 /// Ends the program as the menu does; dialogs that are open are dismissed first.
@@ -87,7 +87,7 @@ int tesseraMain(const ShellStart& start)
     int count = 1;
     std::array<char*, 2> arguments{start.programName, nullptr};
     QApplication application(count, arguments.data());
-    describe(application);
+    describeProgram();
     installGermanTexts();
     return run(application, start);
 }

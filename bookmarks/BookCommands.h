@@ -34,6 +34,8 @@ public:
     std::shared_ptr<Thema> selectedFolder() const;
     std::shared_ptr<Bookmark> selectedBookmark() const;
     ArchiveSelection selection() const;
+    /// The address of a bookmark's node.
+    QString url(const QModelIndex& node) const { return resolve(node).bookmark->Url(); }
 
     void addFolder();
     void AddDirToArchive(const QString& name);

@@ -100,7 +100,12 @@ void BookMenus::popUp(ArchiveSelection selection, const QPoint& globalPos)
     item(u"mn_Ordner"_s)->setVisible(folders);
     item(u"mn_tz5"_s)->setVisible(folders && bookmarks);
     item(u"mn_Bookmark"_s)->setVisible(bookmarks);
-    item(u"mn_Modify"_s)->menu()->exec(globalPos);
+    popUpWhole(globalPos);
     for (const QString& name : {u"mn_Ordner"_s, u"mn_tz5"_s, u"mn_Bookmark"_s})
         item(name)->setVisible(true);
+}
+
+void BookMenus::popUpWhole(const QPoint& globalPos)
+{
+    item(u"mn_Modify"_s)->menu()->exec(globalPos);
 }

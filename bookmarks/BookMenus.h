@@ -22,6 +22,8 @@ public:
     /// Shows "&Modifizieren" at a place on the screen with what fits the selection,
     /// and returns when it is closed again.
     void popUp(ArchiveSelection selection, const QPoint& globalPos);
+    /// The same menu with all that is in it.
+    void popUpWhole(const QPoint& globalPos);
 
 signals:
     /// The user has chosen the item.

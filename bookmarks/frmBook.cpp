@@ -5,11 +5,11 @@
 #include "base/Twips.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/BookCommands.h"
-#include "bookmarks/BookExport.h"
 #include "bookmarks/BookMenus.h"
 #include "bookmarks/NodeKeys.h"
 #include "bookmarks/StatusPanel.h"
 #include "bookmarks/WindowGuards.h"
+#include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>
 #include <QIcon>
@@ -29,10 +29,10 @@ frmBook::frmBook(Shell& shell, QWidget* owner)
     buildMenus();
     m_commands = std::make_unique<BookCommands>(
         BookCommands::Parts{m_files, m_tree, *m_view, m_shell, this});
-    connectFolderItems();
-    connectBookmarkItems();
+    connectItems();
     connectExports();
     connectKeys();
+    connectMouse();
     resize(firstSize());
     m_shell.bIsOpenBook(true);
     loadArchive();
@@ -54,62 +54,6 @@ void frmBook::buildControls()
     setStatusBar(m_status);
     m_client->installEventFilter(this);
     m_view->setFocus();
-}
-
-void frmBook::buildMenus()
-{
-    m_menus = new BookMenus(this);
-    connect(m_menus, &BookMenus::opening, this, &frmBook::updateMenus);
-    connect(m_menus, &BookMenus::chosen, this,
-            [this](const QString& item) { run(m_byItem.value(item)); });
-    m_byItem[u"mn_Laden"_s] = [this] { loadArchive(); };
-    m_byItem[u"mn_Speichern"_s] = [this] { saveAndReload(); };
-    m_byItem[u"mn_Schließen"_s] = [this] { close(); };
-}
-
-void frmBook::connectFolderItems()
-{
-    m_byItem[u"mn_AddOrdner"_s] = [this] { m_commands->addFolder(); };
-    m_byItem[u"mn_DelOrdner"_s] = [this] { m_commands->deleteFolder(); };
-    m_byItem[u"mn_AttrOrdner"_s] = [this] { m_commands->renameFolder(); };
-}
-
-void frmBook::connectBookmarkItems()
-{
-    m_byItem[u"mn_OpenAllBkm"_s] = [this] { OpenAll(); };
-    m_byItem[u"mn_OpenBkm"_s] = [this] { OpenBookmark(); };
-    m_byItem[u"mn_Hinzufügen"_s] = [this] { m_commands->addBookmark(m_show); };
-    m_byItem[u"mn_Loeschen"_s] = [this] { m_commands->deleteBookmark(); };
-    m_byItem[u"mn_Eigenschaften"_s] = [this] { m_commands->editBookmark(m_show); };
-}
-
-void frmBook::connectExports()
-{
-    const auto folder = [this](const QString& kind) {
-        return [this, kind] { BookExport(m_shell, this).ExportFolder(kind, selectedFolder()); };
-    };
-    const auto archive = [this](const QString& kind) {
-        return [this, kind] { BookExport(m_shell, this).ExportArchive(kind, Buch()); };
-    };
-    m_byItem[u"mn_expdetText"_s] = folder(u"Text"_s);
-    m_byItem[u"mn_expdetHtml"_s] = folder({});
-    m_byItem[u"mn_expdetNetscapeHtml"_s] = folder(u"Netscape"_s);
-    m_byItem[u"mn_ExpTxt"_s] = archive(u"Text"_s);
-    m_byItem[u"mn_ExpHtml"_s] = archive({});
-    m_byItem[u"mn_ExpNetscapeHtml"_s] = archive(u"Netscape"_s);
-}
-
-void frmBook::connectKeys()
-{
-    const auto runs = [this](const QString& item) {
-        return [this, item] { run(m_byItem.value(item)); };
-    };
-    connect(m_view, &ArchiveView::escapePressed, this, &frmBook::close);
-    connect(m_view, &ArchiveView::renamePressed, this, runs(u"mn_AttrOrdner"_s));
-    connect(m_view, &ArchiveView::deletePressed, this, runs(u"mn_Loeschen"_s));
-    connect(m_view, &ArchiveView::enterPressed, this, runs(u"mn_OpenBkm"_s));
-    connect(m_view, &ArchiveView::menuPressed, this, &frmBook::popUpMenu);
-    connect(m_view, &ArchiveView::labelEdited, this, &frmBook::labelEdited);
 }
 
 QSize frmBook::firstSize() const
@@ -191,11 +135,6 @@ void frmBook::OpenBookmark()
     m_commands->OpenBookmark();
 }
 
-void frmBook::statusText(const QString& text)
-{
-    m_status->panelText(text);
-}
-
 void frmBook::updateMenus(const QString& menu)
 {
     const ArchiveSelection selection = m_commands->selection();
@@ -208,6 +147,13 @@ void frmBook::updateMenus(const QString& menu)
 void frmBook::popUpMenu(const QPoint& globalPos)
 {
     run([this, globalPos] { m_menus->popUp(m_commands->selection(), globalPos); });
+}
+
+void frmBook::showProperties(bool newBookmark)
+{
+    frmBMProperty dialog(*this, m_shell.prompt(), m_shell.frameIcon(), this);
+    dialog.bNewBkm(newBookmark);
+    dialog.exec();
 }
 
 void frmBook::run(const std::function<void()>& command)

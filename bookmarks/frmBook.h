@@ -50,13 +50,8 @@ public:
     Book& Buch() { return m_files.book(); }
     ArchiveView& view() const { return *m_view; }
     BookMenus& menus() const { return *m_menus; }
-    /// The text of the status bar's panel.
-    void statusText(const QString& text);
     /// Opens the context menu for the selection; waits until it is closed.
     void popUpMenu(const QPoint& globalPos);
-    /// What shows the properties dialog, for a new bookmark or for the selected
-    /// one, and waits until it is closed.
-    void showProperties(const std::function<void(bool newBookmark)>& show) { m_show = show; }
 
     /// Runs a command of this window: a label being edited is taken over first,
     /// errors become messages, and closing waits until the command is done. The
@@ -70,13 +65,14 @@ protected:
 private:
     void buildControls();
     void buildMenus();
-    void connectFolderItems();
-    void connectBookmarkItems();
+    void connectItems();
     void connectExports();
     void connectKeys();
+    void connectMouse();
     QSize firstSize() const;
     void Form_Resize();
     void updateMenus(const QString& menu);
+    void showProperties(bool newBookmark);
 
     void loadArchive();
     bool saveArchive();
@@ -97,7 +93,6 @@ private:
     StatusPanel* m_status = nullptr;
     BookMenus* m_menus = nullptr;
     std::unique_ptr<BookCommands> m_commands;
-    std::function<void(bool)> m_show;
     QHash<QString, std::function<void()>> m_byItem;
     /// How many commands are running: one may open another's menu or prompt.
     int m_running = 0;

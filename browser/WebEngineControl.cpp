@@ -1,9 +1,11 @@
 #include "browser/WebEngineControl.h"
 
+#include "base/Guarded.h"
 #include "browser/WebEnginePage.h"
 #include "browser/WebErrorPage.h"
 
 #include <QTimer>
+#include <QWebEngineHistory>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -24,6 +26,9 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
 
 WebEngineControl::~WebEngineControl()
 {
+    if (!m_page) { // gone with its owner, which can happen at the program's end only
+        return;
+    }
     if (m_view) { // the view, too, must not go while the engine is at work in it
         m_view->hide();
         m_view->setParent(nullptr);
@@ -37,24 +42,24 @@ WebEngineControl::~WebEngineControl()
 void WebEngineControl::connectLoading()
 {
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
-        m_visits.loadStarted();
+        m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
     connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
         const QPointer<WebEngineControl> self = this;
-        m_visits.loadFinished(m_page->title(), m_page->url());
+        m_visits.loadFinished(pageState());
         if (self) {
             emit DownloadComplete();
         }
     });
     connect(m_page, &QWebEnginePage::urlChanged, this,
-            [this](const QUrl& url) { m_visits.urlChanged(url); });
+            [this] { m_visits.urlChanged(pageState()); });
     connect(m_page, &QWebEnginePage::titleChanged, this, [this](const QString& title) {
-        m_visits.titleChanged(title, m_page->url());
+        m_visits.titleChanged(pageState());
         emit TitleChange(title);
     });
     connect(m_page, &WebEnginePage::frameReported, this,
-            [this](const FrameReport& report) { m_visits.reported(report, m_page->url()); });
+            [this](const FrameReport& report) { m_visits.reported(report, pageState()); });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
 }
@@ -71,19 +76,22 @@ void WebEngineControl::connectWindow()
 void WebEngineControl::Navigate(const QString& url)
 {
     m_pending = url;
-    QTimer::singleShot(0, this, &WebEngineControl::start);
+    QTimer::singleShot(0, this, [this, turn = ++m_turn] {
+        if (m_pending && turn == m_turn) { // not stopped, replaced or lent in between
+            start();
+        }
+    });
 }
 
 void WebEngineControl::start()
 {
-    if (!m_pending) { // stopped, replaced, or the page was lent in between
-        return;
-    }
     const QString typed = *std::exchange(m_pending, std::nullopt);
-    const QUrl url = m_resolve(typed);
+    QUrl url;
+    ignoringErrors([&] { url = m_resolve(typed); });
     if (url.isValid() && !url.scheme().isEmpty()) {
         m_page->load(url);
     } else {
+        m_noAddress = typed;
         m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
     }
 }
@@ -111,7 +119,7 @@ void WebEngineControl::RefreshPastCache()
 void WebEngineControl::Stop()
 {
     m_pending.reset();
-    m_page->triggerAction(QWebEnginePage::Stop);
+    actLater(QWebEnginePage::Stop);
 }
 
 void WebEngineControl::actLater(QWebEnginePage::WebAction action)
@@ -126,7 +134,7 @@ bool WebEngineControl::Busy() const
 
 QString WebEngineControl::LocationURL() const
 {
-    return WebErrorPage::shownAddress(m_page->url());
+    return shownAddress(pageState());
 }
 
 QString WebEngineControl::LocationName() const
@@ -152,12 +160,23 @@ QWidget* WebEngineControl::host()
     return m_view;
 }
 
-void WebEngineControl::announceNavigation(const QUrl& url)
+WebPageState WebEngineControl::pageState() const
 {
-    // The engine knows a page of our own making by its content.
-    const bool isErrorPage =
-        url.scheme() == "data"_L1 && WebErrorPage::isAt(m_page->requestedUrl());
-    emit BeforeNavigate2(WebErrorPage::shownAddress(isErrorPage ? m_page->requestedUrl() : url));
+    const QWebEngineHistory& history = *m_page->history();
+    const QWebEngineHistoryItem item = history.currentItem();
+    return {m_page->url(),
+            m_page->title(),
+            {history.currentItemIndex(), item.url(), item.lastVisited()}};
+}
+
+void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
+{
+    if (isMainFrame) {
+        m_visits.navigationStarting(url, pageState());
+    }
+    // The engine announces a page of our own making by its content.
+    const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);
+    emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));
 }
 
 void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
@@ -179,9 +198,10 @@ void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
     // engine never works out its preferences, and crashes at its first paint
     // (seen with Qt 6.4). A page that has begun a load of its own has some, and
     // a setting that is set once more hands them over to the window lent.
-    m_page->load(QUrl(u"about:blank"_s));
-    request.openIn(m_page);
-    m_page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    const QPointer<WebEnginePage> page = m_page;
+    page->load(QUrl(u"about:blank"_s));
+    request.openIn(page); // sends events: this object may be gone after it
+    page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
 }
 
 void WebEngineControl::resizeWindow(const QRect& geometry)

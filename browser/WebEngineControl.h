@@ -52,8 +52,9 @@ private:
     void connectLoading();
     void connectWindow();
     void start();
+    WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
-    void announceNavigation(const QUrl& url);
+    void announceNavigation(const QUrl& url, bool isMainFrame);
     void openWindow(QWebEngineNewWindowRequest& request);
     void lend(QWebEngineNewWindowRequest& request);
     void resizeWindow(const QRect& geometry);
@@ -65,5 +66,9 @@ private:
     WebVisits m_visits;
     /// The text of a navigation that has not been handed to the engine yet.
     std::optional<QString> m_pending;
+    /// Counts the navigations asked for.
+    quint32 m_turn = 0;
+    /// The last text that was no address.
+    QString m_noAddress;
     bool m_isLent = false;
 };

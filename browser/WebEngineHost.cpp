@@ -2,6 +2,7 @@
 
 #include "browser/WebEnginePage.h"
 
+#include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -17,6 +18,7 @@ WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFold
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
+    refuseDownloads();
     addReportScript();
 }
 
@@ -40,6 +42,13 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
+}
+
+void WebEngineHost::refuseDownloads()
+{
+    // Nothing is written to the disk that nobody has asked the user about.
+    QObject::connect(m_profile.get(), &QWebEngineProfile::downloadRequested, m_profile.get(),
+                     [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }
 
 void WebEngineHost::addReportScript()

@@ -22,6 +22,7 @@ public:
 
 private:
     void applySettings();
+    void refuseDownloads();
     void addReportScript();
 
     AddressResolver m_resolve;

@@ -8,9 +8,9 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
 }
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType /*type*/,
-                                            bool /*isMainFrame*/)
+                                            bool isMainFrame)
 {
-    emit navigationStarting(url);
+    emit navigationStarting(url, isMainFrame);
     return true;
 }
 

@@ -14,8 +14,8 @@ public:
 
 signals:
     void frameReported(const FrameReport& report);
-    /// The page or one of its frames is about to open `url`.
-    void navigationStarting(const QUrl& url);
+    /// The page, or one of its frames, is about to open `url`.
+    void navigationStarting(const QUrl& url, bool isMainFrame);
 
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;

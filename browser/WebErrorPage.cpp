@@ -6,6 +6,7 @@ namespace {
 
 constexpr int mostShown = 1000;
 const QString scheme = u"tessera-error"_s;
+const QString head = u"<!DOCTYPE html>\n<html lang=\"de\" class=\"tessera\"><head>"_s;
 
 QString shortened(const QString& typed)
 {
@@ -24,13 +25,18 @@ bool WebErrorPage::isAt(const QUrl& url)
     return url.scheme() == scheme;
 }
 
+bool WebErrorPage::isContent(const QUrl& url)
+{
+    return url.scheme() == "data"_L1 &&
+           url.path(QUrl::FullyDecoded).section(u',', 1).startsWith(head);
+}
+
 QString WebErrorPage::html(const QString& typed)
 {
     const QString reason = typed.trimmed().isEmpty()
                                ? u"Es wurde keine Adresse eingegeben."_s
                                : u"Das ist keine Adresse, die sich öffnen lässt:"_s;
-    return uR"(<!DOCTYPE html>
-<html lang="de"><head><meta charset="utf-8"><title>Keine gültige Adresse</title><style>
+    return head + uR"(<meta charset="utf-8"><title>Keine gültige Adresse</title><style>
 body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
        padding: 0 1.5em; }
 h1 { font-size: 1.5em; font-weight: normal; }

@@ -10,6 +10,8 @@ namespace WebErrorPage {
 
 QUrl url(const QString& typed);
 bool isAt(const QUrl& url);
+/// Whether `url` holds the text of the page itself, as a data address.
+bool isContent(const QUrl& url);
 /// The page in German, with the typed text (a very long one shortened).
 QString html(const QString& typed);
 

@@ -31,9 +31,10 @@ frmBrowser::frmBrowser(Shell& shell, const BrowserParts& parts)
 
 frmBrowser::~frmBrowser()
 {
-    // The engine's widget goes with the window's children; the engine itself
-    // must not report into a window that is half gone.
+    // The engine's widget goes with the window's children; the engine itself,
+    // and the focus that leaves them, must not report into a window half gone.
     m_engine->disconnect(this);
+    disconnect(qApp, nullptr, this, nullptr);
 }
 
 void frmBrowser::buildControls(const BrowserParts& parts)

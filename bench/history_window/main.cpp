@@ -89,7 +89,7 @@ double fillBareTable(const std::vector<Texts>& texts)
 }
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char** argv) // NOLINT(bugprone-exception-escape)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -98,6 +98,7 @@ int main(int argc, char** argv)
     fillHistory(shell.history);
     const std::vector<Texts> texts = textsOf(shell.history);
 
+    // The bound is meant for opening, which sorts by date.
     const QStringList sorts{QString(), QStringLiteral("mn_SortAdr"), QStringLiteral("mn_SortTitel"),
                             QStringLiteral("mn_SortDate")};
     for (const QString& sort : sorts) {
@@ -107,8 +108,11 @@ int main(int argc, char** argv)
             ours.push_back(openAndSort(shell, sort));
             bare.push_back(fillBareTable(texts));
         }
-        std::printf("opened %s: %.1f ms, bare table filled: %.1f ms, ratio %.2f (at most 0.5)\n",
-                    qPrintable(sort), median(ours), median(bare), median(ours) / median(bare));
+        std::printf("%s: %.1f ms, bare table filled: %.1f ms, ratio %.2f%s\n",
+                    qPrintable(sort.isEmpty() ? QStringLiteral("opened")
+                                              : QStringLiteral("opened, ") + sort),
+                    median(ours), median(bare), median(ours) / median(bare),
+                    sort.isEmpty() ? " (at most 0.5)" : "");
     }
     return 0;
 }

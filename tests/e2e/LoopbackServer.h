@@ -12,11 +12,11 @@ class LoopbackServer : public QTcpServer {
     Q_OBJECT
 public:
     struct Answer {
-        QByteArray body;
+        QByteArray body = {};
         QByteArray type = "text/html; charset=utf-8";
         int status = 200;
         /// Further header lines, each ended by CR LF.
-        QByteArray headers;
+        QByteArray headers = {};
         /// The rest of the body is never sent: only its first `sent` bytes.
         qsizetype sent = -1;
     };

@@ -1,15 +1,19 @@
 #include "GuiTest.h"
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/ArchiveView.h"
-#include "bookmarks/BookMenus.h"
+#include "bookmarks/StatusPanel.h"
 #include "bookmarks/frmBook.h"
 #include "tests/gui/FakeShell.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPointer>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -346,36 +350,69 @@ private slots:
         f.open();
         f.select(u"Archiv"_s);
         QVERIFY_THROWS_EXCEPTION(NotFoundError, f.window->AddBkmToArchive({}, {}, {}));
-        f.window->showProperties([&f](bool newBookmark) {
-            QCOMPARE(f.shell.dropSwitch, QList<bool>{true});
-            if (newBookmark)
-                f.window->AddBkmToArchive(u"neu"_s, u"http://neu"_s, u"i"_s);
-            else
-                f.window->UpdateBookmark(f.window->selectedBookmark(), u"alt"_s, {}, {});
-        });
+        // Types into the properties dialog once it is open.
+        const auto answer = [&f](const QString& title) {
+            QTimer::singleShot(0, f.window, [&f, title] {
+                QCOMPARE(f.shell.dropSwitch, QList<bool>{true});
+                const QWidget* dialog = QApplication::activeModalWidget();
+                dialog->findChild<QLineEdit*>(u"Text1"_s)->setText(title);
+                dialog->findChild<QAbstractButton*>(u"Ok"_s)->click();
+            });
+        };
         const auto choose = [&f](const QString& selected, const char16_t* item) {
             f.select(selected);
             f.shell.dropSwitch.clear();
             f.choose(item);
+            f.shell.fakePrompt.takeTexts();
             return f.shown() == f.held() ? f.shown() : u"not in step"_s;
         };
         QCOMPARE(choose(u"Archiv"_s, u"mn_Hinzufügen"), u"A(a1 a2) B()"_s);
         QCOMPARE(choose(u"A"_s, u"mn_Eigenschaften"), u"A(a1 a2) B()"_s);
         QVERIFY(!f.isChanged());
-        QCOMPARE(choose(u"A"_s, u"mn_Hinzufügen"), u"A(neu a1 a2) B()"_s);
+        answer(u"n1"_s);
+        QCOMPARE(choose(u"A"_s, u"mn_Hinzufügen"), u"A(n1 a1 a2) B()"_s);
         QCOMPARE(f.shell.dropSwitch, (QList<bool>{true, false}));
-        QCOMPARE(choose(u"a1"_s, u"mn_Hinzufügen"), u"A(neu a1 neu a2) B()"_s);
-        QCOMPARE(choose(u"a2"_s, u"mn_Hinzufügen"), u"A(neu a1 neu a2 neu) B()"_s);
-        QCOMPARE(choose(u"a1"_s, u"mn_Eigenschaften"), u"A(neu alt neu a2 neu) B()"_s);
-        QCOMPARE(choose(u"alt"_s, u"mn_Loeschen"), u"A(neu neu a2 neu) B()"_s);
-        QCOMPARE(choose(u"B"_s, u"mn_Hinzufügen"), u"A(neu neu a2 neu) B(neu)"_s);
-        f.select(u"B"_s);
-        f.view().selectNode(f.tree().index(0, 0, f.folder(1)));
-        f.choose(u"mn_Loeschen");
-        QCOMPARE(choose(u"B"_s, u"mn_Hinzufügen"), u"A(neu neu a2 neu) B(neu)"_s);
-        f.window->UpdateBookmark(nullptr, u"Enter"_s, {}, {});
-        QCOMPARE(f.held(), u"A(neu neu a2 neu) B(Enter neu)"_s);
         QVERIFY(f.window->selectedFolder()->IsEdit() && f.isChanged());
+        f.shell.fakePrompt.answerYesNo(true); // "http://" is there already
+        answer(u"n2"_s);
+        QCOMPARE(choose(u"a1"_s, u"mn_Hinzufügen"), u"A(n1 a1 n2 a2) B()"_s);
+        answer(u"<b>&a"_s);
+        QCOMPARE(choose(u"a1"_s, u"mn_Eigenschaften"), u"A(n1 <b>&a n2 a2) B()"_s);
+        QCOMPARE(choose(u"<b>&a"_s, u"mn_Loeschen"), u"A(n1 n2 a2) B()"_s);
+        answer(u"n3"_s);
+        QCOMPARE(choose(u"B"_s, u"mn_Hinzufügen"), u"A(n1 n2 a2) B(n3)"_s);
+        QCOMPARE(choose(u"n3"_s, u"mn_Loeschen"), u"A(n1 n2 a2) B()"_s);
+        f.select(u"B"_s); // its collection is there, but empty
+        f.window->UpdateBookmark(nullptr, u"Enter"_s, {}, {});
+        QCOMPARE(f.held(), u"A(n1 n2 a2) B(Enter)"_s);
+    }
+
+    void mouseAndDrop()
+    {
+        Fixture f;
+        f.open();
+        const auto click = [&f](const QString& text, Qt::MouseButton button) {
+            QTest::mouseClick(f.view().viewport(), button, {},
+                              f.view().visualRect(f.node(text)).center());
+        };
+        click(u"A"_s, Qt::LeftButton);
+        QCOMPARE(f.folder(0).data(ArchiveTree::ImageRole).toString(), u"OpenDir"_s);
+        click(u"a2"_s, Qt::LeftButton);
+        QCOMPARE(f.window->findChild<StatusPanel*>()->panelText(), u"http://a2"_s);
+        QMimeData data;
+        data.setText(u"file:///C:/Daten/liste.htm"_s);
+        const QPoint place = f.view().visualRect(f.node(u"a1"_s)).center();
+        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(f.view().viewport(), &enter);
+        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(f.view().viewport(), &drop);
+        QCOMPARE(f.shown(), u"A(a1 liste.htm a2) B()"_s);
+        QCOMPARE(f.window->Buch().colThema()->Item(1)->colBookmark()->Item(2)->Url(),
+                 u"C:\\Daten\\liste.htm"_s);
+        click(u"a1"_s, Qt::LeftButton);
+        QTest::mouseDClick(f.view().viewport(), Qt::LeftButton, {}, place);
+        QCOMPARE(f.shell.visited, QStringList{u"http://a1"_s});
+        QVERIFY(f.isChanged());
     }
 
     void opening()
@@ -474,7 +511,6 @@ private slots:
         QCOMPARE(texts.size(), 1);
         QVERIFY(texts.first().contains(u"'1.bkm' (Ordner 'A')"_s));
         QCOMPARE(f.shown(), u"A() B()"_s);
-        f.window->showProperties([](bool) { QFAIL("the dialog opens"); });
         f.select(u"A"_s);
         for (const char16_t* item : {u"mn_AttrOrdner", u"mn_DelOrdner", u"mn_Hinzufügen"}) {
             f.choose(item);
