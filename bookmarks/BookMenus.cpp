@@ -18,7 +18,7 @@ struct BookMenus::Entry {
     QStringView caption;
     /// The menu it belongs to; empty for the menu bar.
     QStringView under;
-    Kind kind;
+    Kind kind = Kind::Item;
 };
 
 BookMenus::BookMenus(QMainWindow* window) : QObject(window), m_window(window)

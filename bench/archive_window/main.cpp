@@ -124,26 +124,26 @@ double openBare(const QString& path, std::unique_ptr<QTreeWidget>& tree)
     });
 }
 
-/// The slowest of a few new folders and bookmarks.
+/// Medians of a few new folders and bookmarks.
 bool addsAtOnce(frmBook& window, const char* where)
 {
-    double folder = 0;
-    double bookmark = 0;
+    std::vector<double> folders;
+    std::vector<double> bookmarks;
     for (int i = 0; i < runs; ++i) {
         window.view().selectNode(window.view().model()->index(0, 0));
-        folder = std::max(folder, milliseconds([&window] {
-                              window.findChild<QAction*>(u"mn_AddOrdner"_s)->trigger();
-                              QApplication::processEvents();
-                          }));
+        folders.push_back(milliseconds([&window] {
+            window.findChild<QAction*>(u"mn_AddOrdner"_s)->trigger();
+            QApplication::processEvents();
+        }));
         window.view().commitLabel();
-        bookmark = std::max(bookmark, milliseconds([&window] {
-                                window.AddBkmToArchive(u"Titel"_s, u"http://neu"_s, {});
-                                QApplication::processEvents();
-                            }));
+        bookmarks.push_back(milliseconds([&window] {
+            window.AddBkmToArchive(u"Titel"_s, u"http://neu"_s, {});
+            QApplication::processEvents();
+        }));
     }
-    std::printf("%s: new folder %.1f ms, new bookmark %.1f ms (at most %.0f)\n", where, folder,
-                bookmark, mostMilliseconds);
-    return std::max(folder, bookmark) <= mostMilliseconds;
+    std::printf("%s: new folder %.1f ms, new bookmark %.1f ms (at most %.0f)\n", where,
+                median(folders), median(bookmarks), mostMilliseconds);
+    return std::max(median(folders), median(bookmarks)) <= mostMilliseconds;
 }
 } // namespace
 
