@@ -1,6 +1,8 @@
 #include "base/MessagePrompt.h"
 
+#include <QCloseEvent>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -28,6 +30,15 @@ public:
     using QMessageBox::QMessageBox;
 
     void reject() override {}
+
+protected:
+    // The base class would press the button of the "no" role.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (!event->matches(QKeySequence::Cancel))
+            QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
 
 void fill(QMessageBox& box, const QString& text, const QString& title, Prompt::Icon icon)
