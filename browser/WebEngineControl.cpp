@@ -45,9 +45,10 @@ void WebEngineControl::connectLoading()
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
-    connect(m_page, &QWebEnginePage::loadFinished, this, [this, page = m_page.data()] {
+    connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
+        const WebPageState page = pageState();
         const QPointer<WebEngineControl> self = this;
-        m_visits.loadFinished(pageState());
+        m_visits.loadFinished(page);
         if (self) {
             emit DownloadComplete();
         }
@@ -162,6 +163,9 @@ QWidget* WebEngineControl::host()
 
 WebPageState WebEngineControl::pageState() const
 {
+    if (!m_page) {
+        return {};
+    }
     const QWebEngineHistory& history = *m_page->history();
     const QWebEngineHistoryItem item = history.currentItem();
     return {m_page->url(),
