@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Arrangement.h"
-#include "browser/DroppedAddress.h"
+#include "base/DroppedAddress.h"
 
 #include <QMdiArea>
 

@@ -68,6 +68,18 @@ bool MessagePrompt::askYesNo(QWidget* parent, const QString& text, const QString
     return box.clickedButton() == yes;
 }
 
+bool MessagePrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title,
+                                Icon icon)
+{
+    QMessageBox box(parent);
+    fill(box, text, title, icon);
+    QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.setEscapeButton(box.addButton(QStringLiteral("Abbrechen"), QMessageBox::RejectRole));
+    box.setDefaultButton(ok);
+    box.exec();
+    return box.clickedButton() == ok;
+}
+
 QString MessagePrompt::saveFileName(QWidget* parent, const SaveRequest& request)
 {
     QFileDialog dialog(parent, request.title, request.directory);

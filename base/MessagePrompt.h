@@ -7,5 +7,7 @@ class MessagePrompt : public Prompt {
 public:
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
     bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
+                     Icon icon) override;
     QString saveFileName(QWidget* parent, const SaveRequest& request) override;
 };

@@ -30,6 +30,9 @@ public:
     /// Asks with "Ja" (default) and "Nein"; the question cannot be escaped. True for "Ja".
     virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title,
                           Icon icon) = 0;
+    /// Asks with "OK" (default) and "Abbrechen"; Escape stands for the latter. True for "OK".
+    virtual bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
+                             Icon icon) = 0;
     /// A save dialog that neither asks before overwriting nor adds a suffix.
     /// Returns the full path, or an empty text when the user cancels.
     virtual QString saveFileName(QWidget* parent, const SaveRequest& request) = 0;

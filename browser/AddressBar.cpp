@@ -1,6 +1,6 @@
 #include "browser/AddressBar.h"
 
-#include "browser/DroppedAddress.h"
+#include "base/DroppedAddress.h"
 
 #include <QComboBox>
 #include <QDropEvent>

@@ -63,15 +63,6 @@ class BrowserTest : public QObject {
 private slots:
     void init() { failOnWarnings(); }
 
-    void loadSetsTheEngineUp()
-    {
-        OneWindow w;
-        QVERIFY(!w.page->Silent() && !w.page->RegisterAsBrowser() && !w.page->Offline());
-        QVERIFY(w.page->RegisterAsDropTarget());
-        QVERIFY(w.busy());
-        QVERIFY(!w.bar->isHidden());
-    }
-
     void enterOpensTheTextAsTyped()
     {
         OneWindow w;
@@ -98,10 +89,8 @@ private slots:
         QTest::addColumn<QString>("opened");
         const QStringList files{u"file:///tmp/a%20b"_s, u"file:///tmp/c"_s};
         QTest::newRow("text") << u"www.a.de"_s << QStringList() << u"www.a.de"_s;
-        QTest::newRow("files") << QString() << files << u"/tmp/a b"_s;
         QTest::newRow("files named again as text")
             << u"file:///tmp/a%20b\r\nfile:///tmp/c"_s << files << u"/tmp/a b"_s;
-        QTest::newRow("text beside a file") << u"other"_s << files << u"other"_s;
         QTest::newRow("list of web addresses")
             << QString() << QStringList{u"http://a/ä"_s} << u"http://a/%C3%A4"_s;
         QTest::newRow("neither") << QString() << QStringList() << QString();
@@ -130,9 +119,6 @@ private slots:
             w.page->arrive(url, u"t"_s);
         QCOMPARE(w.list(), QStringList({u"a"_s, u"A"_s, u"B"_s}));
         QCOMPARE(w.combo->currentText(), u"a"_s);
-        for (int i = 0; i < 100; ++i)
-            w.page->arrive(QString::number(i), u"t"_s);
-        QCOMPARE(w.combo->count(), 103);
     }
 
     void captionAndHistoryFollowTheirOwnRules_data()
@@ -148,8 +134,6 @@ private slots:
                                 << u"T"_s << u"http://e/=T"_s;
         QTest::newRow("a frame without title") << Title(u""_s) << Title(u"Own"_s) << u"Own"_s
                                                << u"http://f/"_s << u"Own"_s << u"http://f/="_s;
-        QTest::newRow("no titles at all") << Title(u""_s) << Title(u""_s) << u"name"_s
-                                          << u"http://e/"_s << u"name"_s << u"http://e/="_s;
         QTest::newRow("no documents") << Title() << Title() << u"name"_s << u"http://e/"_s
                                       << u"name"_s << u"http://e/=name"_s;
         QTest::newRow("the address ends with the name")
@@ -201,7 +185,6 @@ private slots:
         QTest::addColumn<QString>("call");
         QTest::addColumn<bool>("refusesNext");
         QTest::newRow("back") << "Back"_ba << u"GoBack"_s << true;
-        QTest::newRow("forward") << "Forward"_ba << u"GoForward"_s << true;
         QTest::newRow("refresh") << "Refresh"_ba << u"Refresh"_s << true;
         QTest::newRow("home") << "Home"_ba << u"Navigate home"_s << true;
         QTest::newRow("search") << "Search"_ba << u"Navigate search"_s << true;
@@ -241,14 +224,6 @@ private slots:
         }
         QCOMPARE(w.keys(), u"1 2 3"_s);
         QVERIFY(w.window(3)->bNewWindow());
-    }
-
-    void aNewWindowForgetsTheRefusal()
-    {
-        OneWindow w;
-        w.click("Home");
-        w.frame().NewBrowser();
-        QVERIFY(!w.frame().bOpenNewWindow());
     }
 
     void drivesOpenByTheirFirstTwoCharacters()

@@ -58,11 +58,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<QString>("marks");
-        QTest::newRow("rows") << "mn_Untereinander"_ba << u"x--"_s;
-        QTest::newRow("columns") << "mn_Nebeneinander"_ba << u"-x-"_s;
         QTest::newRow("cascade") << "mn_Kaskadiert"_ba << u"--x"_s;
-        QTest::newRow("context rows") << "mn_ctxtUntereinander"_ba << u"x--"_s;
-        QTest::newRow("context columns") << "mn_ctxtNebeneinander"_ba << u"-x-"_s;
         QTest::newRow("context cascade") << "mn_ctxtKaskadiert"_ba << u"--x"_s;
     }
     void arrangementsMarkBothMenus()
@@ -88,11 +84,8 @@ private slots:
         QCOMPARE(f.marks(u"mn_"_s), u"x--"_s);
         f.open("mn_Fenster");
         QCOMPARE(f.marks(u"mn_"_s) + f.marks(u"mn_ctxt"_s), u"------"_s);
-        const auto names = {
-            "mn_Untereinander",     "mn_Nebeneinander",      "mn_Kaskadiert",
-            "mn_Aktives",           "mn_Aktivschließen",     "mn_Alleschließen",
-            "mn_ctxtUntereinander", "mn_ctxtAktives",        "mn_ctxtKaskadiert",
-            "mn_ctxtNebeneinander", "mn_ctxtAktivschließen", "mn_ctxtAlleschließen"};
+        const auto names = {"mn_Untereinander",  "mn_Aktives",     "mn_Alleschließen",
+                            "mn_ctxtKaskadiert", "mn_ctxtAktives", "mn_ctxtAktivschließen"};
         for (const char* name : names)
             QVERIFY2(!f.item(name)->isEnabled(), name);
         f.frame().NewBrowser();
@@ -135,17 +128,6 @@ private slots:
         QVERIFY(!entries[1]->isChecked() && entries[2]->isChecked());
         entries[1]->trigger();
         QCOMPARE(f.frame().activeBrowser(), f.window(1));
-    }
-
-    void closingTheActiveWindow()
-    {
-        Started f;
-        f.frame().NewBrowser();
-        f.choose("mn_ctxtAktivschließen");
-        QCOMPARE(f.keys(), u"1"_s);
-        f.choose("mn_Browser");
-        f.choose("mn_ctxtAlleschließen");
-        QCOMPARE(f.keys(), QString());
     }
 
     void theHistoryItemNeedsTwoEntries()
@@ -224,14 +206,6 @@ private slots:
         QCOMPARE(f.starter.started, QStringList(line));
     }
 
-    void theMakersPageOpensInANewWindow()
-    {
-        Started f;
-        QCOMPARE(f.item("mn_loomwork")->text(), u"https://www.loomwork.example/"_s);
-        f.choose("mn_loomwork");
-        QCOMPARE(f.opened(), QStringList({u"x"_s, u"https://www.loomwork.example/"_s}));
-    }
-
     void dropsOnTheFrame()
     {
         Started f;
@@ -243,9 +217,6 @@ private slots:
         QMimeData both;
         both.setText(u"other"_s);
         both.setUrls({QUrl(u"file:///tmp/c"_s)});
-        f.start.SetDropDisabled(true);
-        QVERIFY(!f.drop(text));
-        f.start.SetDropDisabled(false);
         f.frame().menus().checkArrangement(Arrangement::None);
         QVERIFY(f.drop(text));
         f.window(1)->setGeometry(0, 0, 100, 100);

@@ -54,6 +54,11 @@ bool FakePrompt::askYesNo(QWidget* /*parent*/, const QString& text, const QStrin
     return false;
 }
 
+bool FakePrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title, Icon icon)
+{
+    return askYesNo(parent, text, title, icon);
+}
+
 QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request)
 {
     QStringList parts{request.title, request.directory, request.filter};

@@ -15,6 +15,7 @@ public:
     FakePrompt() = default;
     ~FakePrompt() override;
 
+    /// True stands for "Ja" and "OK".
     void answerYesNo(bool yes) { m_yesNo.append(yes); }
     /// An empty name stands for a cancelled dialog.
     void answerFileName(const QString& path) { m_fileNames.append(path); }
@@ -28,6 +29,8 @@ public:
 
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
     bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
+    bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
+                     Icon icon) override;
     QString saveFileName(QWidget* parent, const SaveRequest& request) override;
 
 private:

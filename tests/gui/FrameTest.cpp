@@ -22,7 +22,6 @@ private slots:
         QTest::newRow("start address") << -1 << u""_s << u"home"_s;
         QTest::newRow("given address") << -1 << u"http://a/"_s << u"http://a/"_s;
         QTest::newRow("none wanted") << 0 << u""_s << u""_s;
-        QTest::newRow("none wanted, address given") << 0 << u"http://a/"_s << u"http://a/"_s;
         QTest::newRow("blanks are an address") << 0 << u"  "_s << u"  "_s;
     }
     void startOpensAMaximisedWindow()
@@ -81,17 +80,6 @@ private slots:
             opened << engine->calls().section(u' ', 1);
         const QString home = f.folder.path() + u"\\Lizenz.txt"_s;
         QCOMPARE(opened, QStringList({home, u"waiting"_s, u"waiting"_s, u"x"_s, home}));
-    }
-
-    void windowsTakeTheBarsOfThePreferences()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        f.start.preferences().Toolbar(0);
-        f.start.preferences().Adresszeile(7);
-        f.frame().NewBrowser();
-        QVERIFY(!f.window(2)->isToolbarShown());
-        QVERIFY(f.window(2)->isAddressBarShown());
     }
 
     void newWindowsAreArranged()
@@ -165,19 +153,6 @@ private slots:
         QVERIFY(text.startsWith(u"Meldung|Exclamation|"_s) && text.contains(u"Pref.tsp"_s));
     }
 
-    void historyRules()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        f.start.preferences().HistoryRows(2);
-        FakeEngine* engine = f.engine(0);
-        for (const auto& url : {u"a"_s, u"b"_s, u"a"_s, u"c"_s})
-            engine->arrive(url, u"title "_s + url);
-        QCOMPARE(f.frame().History().Count(), 2);
-        QCOMPARE(f.frame().History().Item(1)->Url(), u"b"_s);
-        QCOMPARE(f.frame().History().Item(2)->Title(), u"title c"_s);
-    }
-
     void aWindowThatClosesWhileItLoads()
     {
         FrameFixture f;
@@ -217,7 +192,6 @@ private slots:
         QTest::newRow("behind a dialog") << 0 << true << false << u"1"_s;
         QTest::newRow("minimised behind a dialog") << 1 << true << false << u"1"_s;
         QTest::newRow("to the front") << 1 << false << true << u"1"_s;
-        QTest::newRow("maximised to the front") << 2 << false << true << u"1"_s;
     }
     void anAddressIsTakenOver()
     {

@@ -25,9 +25,6 @@ private slots:
         QCOMPARE(shown(), u"cba"_s);
         QCOMPARE(m_grid->currentIndex().row(), 0);
         QCOMPARE(m_grid->selectionModel()->selectedRows().size(), 1);
-        for (const char16_t* name : {u"mn_Aktualisieren", u"mn_tz1", u"mn_Sortieren", u"mn_SortAdr",
-                                     u"mn_SortTitel", u"mn_SortDate", u"mn_tz2", u"mn_Schließen"})
-            QVERIFY(m_window->findChild<QAction*>(QString::fromUtf16(name)));
         // Sorted, the header is current: Enter closes and hands nothing over.
         trigger(u"mn_SortAdr"_s);
         QCOMPARE(shown(), u"abc"_s);
@@ -76,19 +73,16 @@ private slots:
 
     void headerPresses_data()
     {
-        QTest::addColumn<bool>("onHeader");
         QTest::addColumn<int>("button");
         QTest::addColumn<int>("column"); // 3: on the right border
         QTest::addColumn<QString>("order");
-        QTest::newRow("left, address") << true << int(Qt::LeftButton) << 0 << u"abc"_s;
-        QTest::newRow("middle, title") << true << int(Qt::MiddleButton) << 1 << u"acb"_s;
-        QTest::newRow("border below") << false << int(Qt::LeftButton) << 0 << u"abc"_s;
-        QTest::newRow("right border") << true << int(Qt::LeftButton) << 3 << u"cba"_s;
-        QTest::newRow("behind it") << true << int(Qt::LeftButton) << 4 << u"abc"_s;
+        QTest::newRow("left, address") << int(Qt::LeftButton) << 0 << u"abc"_s;
+        QTest::newRow("middle, title") << int(Qt::MiddleButton) << 1 << u"acb"_s;
+        QTest::newRow("right border") << int(Qt::LeftButton) << 3 << u"cba"_s;
+        QTest::newRow("behind it") << int(Qt::LeftButton) << 4 << u"abc"_s;
     }
     void headerPresses()
     {
-        QFETCH(bool, onHeader);
         QFETCH(int, button);
         QFETCH(int, column);
         open(3);
@@ -97,8 +91,8 @@ private slots:
         const QHeaderView* header = m_grid->horizontalHeader();
         const int x =
             column < 3 ? header->sectionPosition(column) + 3 : header->length() + column - 3;
-        QTest::mousePress(onHeader ? header->viewport() : m_grid->viewport(),
-                          static_cast<Qt::MouseButton>(button), {}, QPoint(x, 0));
+        QTest::mousePress(header->viewport(), static_cast<Qt::MouseButton>(button), {},
+                          QPoint(x, 0));
         QTEST(shown(), "order");
     }
 
@@ -116,27 +110,14 @@ private slots:
 
     void emptyHistory()
     {
-        for (const bool enter : {true, false}) {
-            open(0);
-            QCOMPARE(m_grid->model()->rowCount(), 0);
-            trigger(u"mn_SortTitel"_s);
-            trigger(u"mn_Aktualisieren"_s);
-            QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-            QVERIFY(!isClosed());
-            if (enter)
-                QTest::keyClick(m_grid, Qt::Key_Return);
-            else
-                trigger(u"mn_Schließen"_s);
-            QVERIFY(isClosed());
-            QVERIFY(m_shell->historyUrl.isEmpty() && m_shell->visited.isEmpty());
-        }
-    }
-
-    void hasALeastSize()
-    {
-        open(2);
-        m_window->resize(toPixels(2000), toPixels(1000));
-        QTRY_COMPARE(m_window->size(), QSize(leastHistoryWidth, leastHistoryHeight));
+        open(0);
+        trigger(u"mn_SortTitel"_s);
+        trigger(u"mn_Aktualisieren"_s);
+        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+        QVERIFY(!isClosed());
+        QTest::keyClick(m_grid, Qt::Key_Return);
+        QVERIFY(isClosed());
+        QVERIFY(m_shell->historyUrl.isEmpty() && m_shell->visited.isEmpty());
     }
 
     void followsTheSizeAndRefillsOnDemand()

@@ -8,32 +8,18 @@ class IconTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void isDrawn_data();
-    void isDrawn();
-};
-
-void IconTest::isDrawn_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const auto* name : {"frame", "child", "dialog"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void IconTest::isDrawn()
-{
-    QFETCH(QString, name);
-    const QIcon icon(QStringLiteral(":/icons/%1.svg").arg(name));
-    for (const int size : {16, 64}) {
-        const QImage image = icon.pixmap(size).toImage();
-        QCOMPARE(image.size(), QSize(size, size));
-        int opaque = 0;
-        for (int y = 0; y < size; ++y) {
-            for (int x = 0; x < size; ++x)
-                opaque += qAlpha(image.pixel(x, y)) == 255 ? 1 : 0;
+    void areDrawn()
+    {
+        for (const auto* name : {"frame", "child", "dialog"}) {
+            const QIcon icon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
+            const QImage image = icon.pixmap(16).toImage();
+            int opaque = 0;
+            for (int i = 0; i < image.width() * image.height(); ++i)
+                opaque += qAlpha(image.pixel(i % 16, i / 16)) == 255 ? 1 : 0;
+            QVERIFY2(opaque > 16 * 16 / 3, name);
         }
-        QVERIFY2(opaque > size * size / 3, "the picture is all but empty");
     }
-}
+};
 
 QTEST_MAIN(IconTest)
 #include "IconTest.moc"

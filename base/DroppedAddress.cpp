@@ -1,6 +1,7 @@
-#include "browser/DroppedAddress.h"
+#include "base/DroppedAddress.h"
 
 #include <QMimeData>
+#include <QSet>
 #include <QUrl>
 
 #include <algorithm>
@@ -8,18 +9,16 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-bool names(const QString& line, const QUrl& url)
-{
-    return line == url.toLocalFile() || QUrl(line) == url;
-}
-
 /// Whether every line of `text` only repeats one of the list's entries.
 bool repeats(const QString& text, const QList<QUrl>& urls)
 {
+    const QSet<QUrl> entries(urls.begin(), urls.end());
+    QSet<QString> paths;
+    for (const QUrl& url : urls)
+        paths.insert(url.toLocalFile());
     const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
-    return std::all_of(lines.begin(), lines.end(), [&urls](const QString& line) {
-        return std::any_of(urls.begin(), urls.end(),
-                           [&line](const QUrl& url) { return names(line.trimmed(), url); });
+    return std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
+        return paths.contains(line.trimmed()) || entries.contains(QUrl(line.trimmed()));
     });
 }
 } // namespace

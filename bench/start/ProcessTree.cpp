@@ -1,0 +1,47 @@
+#include "ProcessTree.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+qint64 parentOf(const QString& process)
+{
+    const QByteArray text = contentOf(QStringLiteral("/proc/%1/stat").arg(process));
+    // The name of the program, in brackets, may hold anything.
+    return text.mid(text.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
+}
+
+} // namespace
+
+QList<qint64> processTree(qint64 root)
+{
+    QMultiHash<qint64, qint64> children;
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        if (const qint64 process = name.toLongLong(); process > 0)
+            children.insert(parentOf(name), process);
+    }
+    QList<qint64> tree = {root};
+    for (qsizetype i = 0; i < tree.size(); ++i)
+        tree += children.values(tree.at(i));
+    return tree;
+}
+
+qint64 proportionalMemory(const QList<qint64>& processes)
+{
+    qint64 sum = 0;
+    for (const qint64 process : processes) {
+        const QByteArray text = contentOf(QStringLiteral("/proc/%1/smaps_rollup").arg(process));
+        for (const QByteArray& line : text.split('\n')) {
+            if (line.startsWith("Pss:"))
+                sum += line.mid(4).trimmed().split(' ').first().toLongLong();
+        }
+    }
+    return sum;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "bookmarks/Book.h"
+
+#include <QPoint>
+#include <QSize>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// The archive of one window between its files and its tree: loads it, saves it
+/// and keeps the user from changing what could not be read.
+class ArchiveFiles {
+public:
+    /// `programFolder` holds the files; no trailing separator.
+    explicit ArchiveFiles(const QString& programFolder) : m_programFolder(programFolder) {}
+
+    /// The archive, made at its first use.
+    Book& book();
+    /// Drops the archive with everything in it that is not saved.
+    void release() { m_book.reset(); }
+    const QString& programFolder() const { return m_programFolder; }
+
+    /// Reads index and folders; an archive without folders becomes the default
+    /// one. Changes that were not saved are gone, their mark stays. Returns what
+    /// could not be read, as a text for the user, else an empty one.
+    QString load();
+    /// The folders for the tree: null when the load found none or failed.
+    const std::shared_ptr<ThemaCollection>& shownFolders() const { return m_shown; }
+    /// Writes the archive when it is marked changed. Returns what could not be
+    /// written, as a text for the user, and keeps it marked; else an empty one.
+    QString save();
+    /// What the save that has just run could not write; see `save`.
+    QString unwritten();
+    /// The archive or a folder changed since the last save.
+    bool isChanged();
+
+    /// Throws Error unless the last load went through.
+    void checkReadable() const;
+    /// Throws Error if this folder's file could not be read.
+    static void checkReadable(const Thema& folder);
+
+private:
+    QString m_programFolder;
+    bool m_loadFailed = false;
+    std::unique_ptr<Book> m_book;
+    std::shared_ptr<ThemaCollection> m_shown;
+};
+
+/// `heading` and below it the first few files with their reasons; empty without any.
+QString faultText(const QString& heading, const std::vector<ArchiveFault>& faults);
+
+/// The size of the tree in a window of this size, all in twips; nothing when
+/// the window is too small, and the tree keeps the size it has.
+std::optional<QSize> archiveTreeSize(QSize scale, QPoint origin, int statusHeight);

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QObject>
+#include <QPersistentModelIndex>
+#include <QPoint>
+
+class QDropEvent;
+class QTreeView;
+class Shell;
+
+/// Lets addresses, texts and files be dropped on a tree. While something is
+/// dragged over the tree, the node under the mouse becomes the selected one; the
+/// drop acts on it. Nothing is refused on the way, except while a dialog blocks
+/// the tree's window: its selection is not to change then.
+///
+/// An object of this class belongs to its view.
+class TreeDrops : public QObject {
+    Q_OBJECT
+public:
+    TreeDrops(QTreeView& view, const Shell& shell);
+
+    /// The node that the last drag passed, even when it has left the tree since;
+    /// none after a drop.
+    const QPersistentModelIndex& DropHighlight() const { return m_highlight; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+signals:
+    /// A drop on the selected node, which takes it. Both texts are empty when the
+    /// drop held neither a text nor a file.
+    void bookmarkDropped(const QString& title, const QString& url);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    bool isBlocked() const;
+    void dragOver(const QPoint& position);
+    void scrollAtEdge(const QPoint& position);
+    void drop(const QDropEvent& event);
+
+    QTreeView& m_view;
+    const Shell& m_shell;
+    QPersistentModelIndex m_highlight;
+    QBasicTimer m_scrolling;
+    QPoint m_position; ///< of the mouse in the viewport
+    int m_step = 0;    ///< rows to scroll: -1, 0 or 1
+};

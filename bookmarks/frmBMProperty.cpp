@@ -1,0 +1,228 @@
+#include "bookmarks/frmBMProperty.h"
+
+#include "base/DialogKeys.h"
+#include "base/Guarded.h"
+#include "base/Prompt.h"
+#include "bookmarks/BookSelection.h"
+#include "bookmarks/Thema.h"
+
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QValidator>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Keeps pasted line breaks out of a field of one line.
+class OneLine : public QValidator {
+public:
+    /// `instead` takes the place of each line break.
+    OneLine(const QString& instead, QObject* parent) : QValidator(parent), m_instead(instead) {}
+
+    State validate(QString& input, int& position) const override
+    {
+        position = static_cast<int>(joined(input.left(position)).size());
+        input = joined(input);
+        return Acceptable;
+    }
+
+private:
+    QString joined(QString text) const
+    {
+        static const QRegularExpression lineBreak(
+            u"\\r\\n|[\\n\\v\\f\\r\\x{85}\\x{2028}\\x{2029}]"_s);
+        return text.replace(lineBreak, m_instead);
+    }
+
+    QString m_instead;
+};
+
+QLineEdit* lineEdit(const QString& name, const QString& insteadOfBreaks)
+{
+    auto* edit = new QLineEdit;
+    edit->setObjectName(name);
+    edit->setValidator(new OneLine(insteadOfBreaks, edit));
+    return edit;
+}
+
+/// A button that only a click presses: Enter is the key table's business.
+QPushButton* button(const QString& name, const QString& caption)
+{
+    auto* result = new QPushButton(caption);
+    result->setObjectName(name);
+    result->setAutoDefault(false);
+    return result;
+}
+
+void addLabel(QGridLayout& grid, int row, const QString& name, const QString& caption,
+              QWidget* buddy)
+{
+    auto* label = new QLabel(caption);
+    label->setObjectName(name);
+    label->setBuddy(buddy);
+    grid.addWidget(label, row, 0, row == 2 ? Qt::AlignTop : Qt::Alignment());
+}
+} // namespace
+
+frmBMProperty::frmBMProperty(BookSelection& archive, Prompt& prompt, const QIcon& icon,
+                             QWidget* parent)
+    : QDialog(parent), m_archive(archive), m_prompt(prompt)
+{
+    setObjectName(u"frmBMProperty"_s);
+    setWindowTitle(u"Bookmark - Eigenschaften"_s);
+    setWindowIcon(icon);
+    buildControls();
+    setKeys();
+    connect(m_ok, &QPushButton::clicked, this, &frmBMProperty::Ok_Click);
+    connect(m_cancel, &QPushButton::clicked, this, &frmBMProperty::reject);
+    m_text1->setFocus();
+}
+
+void frmBMProperty::buildControls()
+{
+    m_text1 = lineEdit(u"Text1"_s, u" "_s);
+    m_text2 = lineEdit(u"Text2"_s, QString());
+    m_text3 = new QPlainTextEdit;
+    m_text3->setObjectName(u"Text3"_s);
+    m_text3->setTabChangesFocus(true);
+    constexpr int visibleColumns = 60;
+    constexpr int visibleLines = 5;
+    m_text1->setMinimumWidth(visibleColumns * fontMetrics().averageCharWidth());
+    m_text3->setMinimumHeight((visibleLines + 1) * fontMetrics().lineSpacing());
+
+    auto* grid = new QGridLayout;
+    addLabel(*grid, 0, u"Label1"_s, u"Name:"_s, m_text1);
+    grid->addWidget(m_text1, 0, 1);
+    addLabel(*grid, 1, u"Label2"_s, u"URL:"_s, m_text2);
+    grid->addWidget(m_text2, 1, 1);
+    addLabel(*grid, 2, u"Label3"_s, u"Beschreibung:"_s, m_text3);
+    grid->addWidget(m_text3, 2, 1);
+    grid->setRowStretch(2, 1);
+
+    m_ok = button(u"Ok"_s, u"Ok"_s);
+    m_cancel = button(u"Cancel"_s, u"Abbruch"_s);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_ok);
+    buttons->addWidget(m_cancel);
+
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(grid);
+    all->addLayout(buttons);
+}
+
+void frmBMProperty::setKeys()
+{
+    auto* keys = new DialogKeys(this);
+    const auto close = [this] { reject(); };
+    for (QWidget* text : {m_text1, m_text2})
+        keys->set(
+            text, [this] { Ok_Click(); }, close);
+    keys->set(m_text3, {}, close);
+    keys->set(
+        m_ok, [this] { store(&frmBMProperty::StoreChangedBookmark); }, close);
+    for (QWidget* control : {static_cast<QWidget*>(this), static_cast<QWidget*>(m_cancel)})
+        keys->set(control, &DialogKeys::nothing, close);
+}
+
+void frmBMProperty::showEvent(QShowEvent* event)
+{
+    runCommand(m_prompt, this, [this] { Form_Load(); });
+    QDialog::showEvent(event);
+}
+
+void frmBMProperty::Form_Load()
+{
+    if (m_isLoaded)
+        return;
+    m_isLoaded = true;
+    if (m_isNew) {
+        setWindowTitle(u"Bookmark - Hinzufügen"_s);
+        m_text2->setText(u"http://"_s);
+        return;
+    }
+    m_bookmark = m_archive.selectedBookmark();
+    if (m_bookmark)
+        fill(*m_bookmark);
+}
+
+void frmBMProperty::TakeBookmark(const Bookmark& bookmark)
+{
+    Form_Load();
+    fill(bookmark);
+}
+
+void frmBMProperty::fill(const Bookmark& bookmark)
+{
+    m_text1->setText(bookmark.Titel());
+    m_text2->setText(bookmark.Url());
+    m_text3->setPlainText(bookmark.Info());
+    for (QLineEdit* text : {m_text1, m_text2})
+        text->setCursorPosition(0); // a long text is to show its beginning
+}
+
+void frmBMProperty::Ok_Click()
+{
+    if (!IsInputComplete()) {
+        m_prompt.tell(this, u"Feld darf nicht leer sein."_s, u"Meldung"_s, Prompt::Icon::Critical);
+        (m_text1->text().isEmpty() ? m_text1 : m_text2)->setFocus();
+        return;
+    }
+    const auto accepted = [this] {
+        return !m_isNew || IsUrlNew() ||
+               m_prompt.askYesNo(this,
+                                 u"Die Url: "_s + m_text2->text() +
+                                     u" existiert bereits, trotzdem übernehmen ?"_s,
+                                 u"Meldung"_s, Prompt::Icon::Question);
+    };
+    if (accepted())
+        store(m_isNew ? &frmBMProperty::StoreNewBookmark : &frmBMProperty::StoreChangedBookmark);
+}
+
+bool frmBMProperty::IsInputComplete() const
+{
+    return !m_text1->text().isEmpty() && !m_text2->text().isEmpty();
+}
+
+bool frmBMProperty::IsUrlNew() const
+{
+    const auto folder = m_archive.selectedFolder();
+    if (!folder || !folder->colBookmark())
+        return true;
+    const BookmarkCollection& bookmarks = *folder->colBookmark();
+    const QString url = m_text2->text();
+    return std::none_of(bookmarks.begin(), bookmarks.end(),
+                        [&url](const auto& bookmark) { return bookmark->Url() == url; });
+}
+
+void frmBMProperty::StoreNewBookmark()
+{
+    m_archive.AddBkmToArchive(m_text1->text(), m_text2->text(), info());
+}
+
+void frmBMProperty::StoreChangedBookmark()
+{
+    m_archive.UpdateBookmark(m_bookmark, m_text1->text(), m_text2->text(), info());
+}
+
+void frmBMProperty::store(void (frmBMProperty::*how)())
+{
+    if (runCommand(m_prompt, this, [this, how] { (this->*how)(); }))
+        accept();
+}
+
+QString frmBMProperty::info() const
+{
+    // The plain text would come with ordinary blanks for non-breaking ones.
+    QString text = m_text3->document()->toRawText();
+    for (const QChar lineBreak : {QChar::ParagraphSeparator, QChar::LineSeparator})
+        text.replace(lineBreak, u"\r\n"_s);
+    return text;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class Bookmark;
+class BookSelection;
+class Prompt;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+/// The dialog in which a new bookmark is typed or the selected one is edited. It
+/// fills its fields when it is first shown, with exec(), and hands them to the
+/// archive when they are confirmed. Drops are the opener's business.
+///
+/// Nobody may change the archive's selection while the dialog is open.
+class frmBMProperty : public QDialog {
+    Q_OBJECT
+public:
+    /// `archive` and `prompt` outlive the dialog.
+    frmBMProperty(BookSelection& archive, Prompt& prompt, const QIcon& icon, QWidget* parent);
+
+    /// True: a new bookmark is added to the selected folder. False, as at first:
+    /// the selected bookmark is edited. To be set before the dialog is shown.
+    void bNewBkm(bool value) { m_isNew = value; }
+    bool bNewBkm() const { return m_isNew; }
+
+    /// Fills the fields; the bookmark that will be changed stays the same.
+    void TakeBookmark(const Bookmark& bookmark);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildControls();
+    void setKeys();
+
+    void Form_Load();
+    void fill(const Bookmark& bookmark);
+    void Ok_Click();
+    bool IsInputComplete() const;
+    bool IsUrlNew() const;
+    void StoreNewBookmark();
+    void StoreChangedBookmark();
+    void store(void (frmBMProperty::*how)());
+    /// The description as the archive holds it.
+    QString info() const;
+
+    BookSelection& m_archive;
+    Prompt& m_prompt;
+    bool m_isNew = false;
+    bool m_isLoaded = false;
+    std::shared_ptr<Bookmark> m_bookmark; ///< the one to change; null for a new one
+    QLineEdit* m_text1 = nullptr;         ///< the name
+    QLineEdit* m_text2 = nullptr;         ///< the address
+    QPlainTextEdit* m_text3 = nullptr;    ///< the description
+    QPushButton* m_ok = nullptr;
+    QPushButton* m_cancel = nullptr;
+};

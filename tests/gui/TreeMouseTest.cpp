@@ -1,0 +1,222 @@
+#include "bookmarks/TreeMouse.h"
+#include "bookmarks/TreeDrops.h"
+#include "tests/gui/FakeShell.h"
+#include "tests/gui/GuiTest.h"
+
+#include <QDialog>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+class TreeMouseTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        failOnWarnings();
+        m_shell = std::make_unique<FakeShell>();
+        m_tree = std::make_unique<QTreeWidget>();
+        m_tree->setHeaderHidden(true);
+        m_root = new QTreeWidgetItem(m_tree.get(), {u"Archiv"_s, u"Archiv"_s});
+        m_folder = new QTreeWidgetItem(m_root, {u"folder"_s, u"Dir"_s});
+        m_link = new QTreeWidgetItem(m_folder, {u"link"_s, u"Url"_s, u"http://link/"_s});
+        m_namesake = new QTreeWidgetItem(m_folder, {u"Archiv"_s, u"Url"_s, u"http://same/"_s});
+        m_empty = new QTreeWidgetItem(m_root, {u"empty"_s, u"Dir"_s});
+        m_root->setExpanded(true);
+        m_folder->setExpanded(true);
+        const auto column = [](int which) {
+            return [which](const QModelIndex& node) {
+                const QString text = node.siblingAtColumn(which).data().toString();
+                return text.isEmpty() ? throw NotFoundError(text) : text;
+            };
+        };
+        m_tree->setColumnCount(3);
+        m_tree->hideColumn(1);
+        m_tree->hideColumn(2);
+        m_mouse = new TreeMouse(*m_tree, {column(1), column(2)});
+        m_drops = new TreeDrops(*m_tree, *m_shell);
+        connect(m_mouse, &TreeMouse::statusText, this,
+                [this](const auto& text) { m_status = text; });
+        connect(m_mouse, &TreeMouse::contextMenuWanted, this,
+                [this] { m_events += u"context "_s; });
+        connect(m_mouse, &TreeMouse::folderMenuWanted, this, [this] { m_events += u"menu "_s; });
+        connect(m_mouse, &TreeMouse::openWanted, this, [this] { m_events += u"open "_s; });
+        connect(m_drops, &TreeDrops::bookmarkDropped, this,
+                [this](const auto& title, const auto& url) {
+                    m_events += u"drop(%1|%2) "_s.arg(title, url);
+                });
+        m_tree->resize(300, 200);
+        m_tree->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_tree.get()));
+        m_status = u"-"_s;
+        m_events.clear();
+    }
+    void cleanup()
+    {
+        m_tree.reset();
+        m_shell.reset();
+    }
+
+    void leftClicks()
+    {
+        const QSignalSpy opened(m_tree.get(), &QTreeView::expanded);
+        for (const bool open : {false, true}) {
+            click(m_folder);
+            QCOMPARE(m_folder->isExpanded(), open);
+        }
+        QCOMPARE(m_status, QString());
+        click(m_empty); // has nothing to show, yet has two images
+        QVERIFY(m_empty->isExpanded());
+        QCOMPARE(opened.size(), 2);
+        click(m_root);
+        QVERIFY(m_root->isExpanded());
+        click(m_link);
+        QCOMPARE(m_status, u"http://link/"_s);
+        QCOMPARE(m_tree->currentItem(), m_link);
+        QCOMPARE(m_events, QString());
+        // The box: once, and no click on the node.
+        const QPoint box(m_tree->visualItemRect(m_folder).left() - m_tree->indentation() / 2,
+                         at(m_folder).y());
+        QTest::mouseClick(m_tree->viewport(), Qt::LeftButton, {}, box);
+        QVERIFY(!m_folder->isExpanded());
+        QCOMPARE(m_status, u"http://link/"_s);
+    }
+
+    void doubleClicks()
+    {
+        for (QTreeWidgetItem* item : {m_link, m_folder}) {
+            click(item);
+            QTest::mouseDClick(m_tree->viewport(), Qt::LeftButton, {}, at(item));
+            QTest::mouseRelease(m_tree->viewport(), Qt::LeftButton, {}, at(item));
+        }
+        QCOMPARE(m_events, u"open open "_s); // what is opened is the window's business
+        QVERIFY(!m_folder->isExpanded());    // toggled once
+    }
+
+    void otherButtons()
+    {
+        // Nothing selected: a click like any other, but a folder shows its menu.
+        click(m_link, Qt::RightButton);
+        QCOMPARE(m_events, QString());
+        QCOMPARE(m_tree->currentItem(), m_link);
+        QCOMPARE(m_status, u"http://link/"_s);
+        // Something selected: one menu, wherever it is, and no other selection.
+        for (const QPoint& place : {at(m_folder), at(m_root), QPoint(50, 190)}) {
+            QTest::mouseClick(m_tree->viewport(), Qt::RightButton, {}, place);
+            QCOMPARE(std::exchange(m_events, {}), u"context "_s);
+            QCOMPARE(m_tree->selectedItems(), {m_link});
+        }
+        click(m_folder, Qt::MiddleButton);
+        QCOMPARE(std::exchange(m_events, {}), u"menu "_s);
+        m_tree->selectionModel()->clear();
+        click(m_folder, Qt::RightButton);
+        QCOMPARE(std::exchange(m_events, {}), u"menu "_s);
+        QVERIFY(m_folder->isExpanded());
+    }
+
+    void showsTheAddressUnderTheMouse()
+    {
+        m_link->setText(2, QString()); // the look-up fails
+        for (const auto& [item, text] : {std::pair{m_namesake, u"http://same/"_s},
+                                         {m_folder, u""_s},
+                                         {m_namesake, u"http://same/"_s},
+                                         {m_link, u""_s}}) {
+            QMouseEvent move(QEvent::MouseMove, at(item), QPointF(), Qt::NoButton, {}, {});
+            QApplication::sendEvent(m_tree->viewport(), &move);
+            QCOMPARE(m_status, text);
+        }
+    }
+
+    void drops_data()
+    {
+        QTest::addColumn<QString>("over");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("folder") << u"folder"_s << u"file:///C:/a/b.htm"_s
+                                << u"drop(b.htm|C:\\a\\b.htm) "_s;
+        QTest::newRow("bookmark") << u"link"_s << u"http://x/"_s << u"drop(a visit|http://x/) "_s;
+        QTest::newRow("no text") << u"empty"_s << QString() << u"drop(|) "_s;
+        QTest::newRow("root") << u"Archiv"_s << u"http://x/"_s << QString();
+        QTest::newRow("empty space") << QString() << u"http://x/"_s << QString();
+    }
+    void drops()
+    {
+        QFETCH(QString, over);
+        QFETCH(QString, text);
+        m_shell->AddToHistory(u"http://x/"_s, u"a visit"_s);
+        QMimeData data;
+        data.setImageData(1);
+        if (!text.isNull())
+            data.setText(text);
+        QTreeWidgetItem* item = m_tree->findItems(over, Qt::MatchRecursive).value(0);
+        const QPoint place = item ? at(item) : QPoint(50, 190);
+        m_tree->setCurrentItem(m_namesake);
+        QCOMPARE(send<QDragEnterEvent>(at(m_namesake), data), Qt::CopyAction);
+        QCOMPARE(send<QDragMoveEvent>(place, data), Qt::CopyAction);
+        QCOMPARE(m_drops->DropHighlight(), m_tree->indexAt(place));
+        QCOMPARE(m_tree->selectedItems(), item ? QList{item} : QList<QTreeWidgetItem*>());
+        QCOMPARE(m_tree->currentItem(), item);
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(m_tree->viewport(), &leave);
+        QCOMPARE(m_drops->DropHighlight(), m_tree->indexAt(place));
+        QCOMPARE(m_events, QString());
+        send<QDragEnterEvent>(place, data);
+        QCOMPARE(send<QDropEvent>(place, data), Qt::CopyAction);
+        QTEST(m_events, "result");
+        QVERIFY(!m_drops->DropHighlight().isValid());
+        QCOMPARE(m_tree->topLevelItemCount() + m_root->childCount() + m_folder->childCount(), 5);
+    }
+
+    void takesWhatIsOffered()
+    {
+        QMimeData data;
+        for (const auto& [offered, taken] :
+             {std::pair{Qt::LinkAction | Qt::MoveAction, Qt::LinkAction},
+              {Qt::DropActions(Qt::MoveAction), Qt::MoveAction}})
+            QCOMPARE(send<QDragEnterEvent>(at(m_namesake), data, offered), taken);
+        // A node of the root's name takes nothing, nor a window that a dialog blocks.
+        QCOMPARE(send<QDropEvent>(at(m_namesake), data), Qt::CopyAction);
+        QCOMPARE(m_events, QString());
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.show();
+        QCOMPARE(send<QDragEnterEvent>(at(m_link), data), Qt::IgnoreAction);
+        QCOMPARE(m_tree->currentItem(), m_namesake);
+        QCOMPARE(m_events, QString());
+    }
+
+private:
+    QPoint at(QTreeWidgetItem* item) const { return m_tree->visualItemRect(item).center(); }
+    void click(QTreeWidgetItem* item, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(m_tree->viewport(), button, {}, at(item));
+    }
+    /// The action that the tree takes; IgnoreAction when it refuses.
+    template <typename Event>
+    Qt::DropAction send(const QPoint& place, const QMimeData& data,
+                        Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction)
+    {
+        Event event(place, offered, &data, Qt::LeftButton, Qt::NoModifier);
+        event.setDropAction(Qt::MoveAction);
+        QApplication::sendEvent(m_tree->viewport(), &event);
+        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    }
+
+    std::unique_ptr<FakeShell> m_shell;
+    std::unique_ptr<QTreeWidget> m_tree;
+    TreeMouse* m_mouse = nullptr;
+    TreeDrops* m_drops = nullptr;
+    QTreeWidgetItem* m_root = nullptr;
+    QTreeWidgetItem* m_folder = nullptr;
+    QTreeWidgetItem* m_link = nullptr;
+    QTreeWidgetItem* m_namesake = nullptr;
+    QTreeWidgetItem* m_empty = nullptr;
+    QString m_status;
+    QString m_events;
+};
+
+GUI_TEST_MAIN(TreeMouseTest)
+#include "TreeMouseTest.moc"
