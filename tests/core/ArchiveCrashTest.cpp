@@ -13,14 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int folderCount = 8;
+constexpr int bookmarkCount = 60;
 
-/// Every save is a generation: all bookmarks of a folder carry its number, and
-/// it decides how many there are.
-int bookmarkCount(int generation)
-{
-    return 20 + generation % 3 * 40;
-}
-
+/// Every save is a generation: all bookmarks of a folder carry its number.
 void saveForever(const QString& path)
 {
     Book book(path);
@@ -29,7 +24,7 @@ void saveForever(const QString& path)
     for (int generation = 0;; ++generation) {
         for (const auto& folder : *book.colThema()) {
             folder->colBookmark(std::make_shared<BookmarkCollection>());
-            for (int i = 0; i < bookmarkCount(generation); ++i)
+            for (int i = 0; i < bookmarkCount; ++i)
                 folder->colBookmark()->Add(makeBookmark(0, QString::number(generation), {}, {}));
             folder->IsEdit(true);
         }
@@ -49,7 +44,7 @@ int generationOf(const Thema& folder)
     for (const auto& bookmark : *folder.colBookmark())
         if (bookmark->Titel() != text)
             return -1;
-    return folder.colBookmark()->Count() == bookmarkCount(text.toInt()) ? text.toInt() : -1;
+    return folder.colBookmark()->Count() == bookmarkCount ? text.toInt() : -1;
 }
 } // namespace
 

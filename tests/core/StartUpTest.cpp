@@ -69,28 +69,18 @@ private slots:
         QVERIFY(encodeMessage(message).empty());
     }
 
-    void folderIsOursAlone_data()
-    {
-        QTest::addColumn<int>("runtimeMode"); // 0: missing
-        QTest::addColumn<int>("fallbackMode");
-        QTest::addColumn<std::string>("chosen"); // empty: none
-        QTest::newRow("others may read") << 0755 << 0 << std::string("runtime");
-        QTest::newRow("others may write") << 0770 << 0 << std::string("fallback");
-        QTest::newRow("missing") << 0 << 0700 << std::string("fallback");
-        QTest::newRow("fallback open to others") << 0 << 0750 << std::string();
-    }
     void folderIsOursAlone()
     {
-        QFETCH(int, runtimeMode);
-        QFETCH(int, fallbackMode);
-        QFETCH(std::string, chosen);
-        makeFolder("runtime", runtimeMode);
-        makeFolder("fallback", fallbackMode);
-        const InstanceFolder folder = instanceFolder({{path("runtime")}, path("fallback")});
-        QCOMPARE(folder.path, chosen.empty() ? chosen : path(chosen));
-        QCOMPARE(folder.error.empty(), !chosen.empty());
-        const auto mode = QFile::permissions(QString::fromStdString(folder.path));
-        QVERIFY(chosen != "fallback" || (mode & (QFile::ReadOther | QFile::ReadGroup)) == 0);
+        const FolderCandidates both{{path("missing"), path("runtime")}, path("fallback")};
+        makeFolder("runtime", 0755);
+        QCOMPARE(instanceFolder(both).path, path("runtime"));
+        QCOMPARE(::chmod(path("runtime").c_str(), 0770), 0);
+        QCOMPARE(instanceFolder(both).path, path("fallback"));
+        const auto mode = QFile::permissions(QString::fromStdString(path("fallback")));
+        QVERIFY((mode & (QFile::ReadOther | QFile::ReadGroup)) == 0);
+        QCOMPARE(::chmod(path("fallback").c_str(), 0750), 0);
+        const InstanceFolder none = instanceFolder(both);
+        QVERIFY(none.path.empty() && !none.error.empty());
     }
 
     void foreignFoldersAndLinksAreRefused()
@@ -115,7 +105,6 @@ private slots:
         QCOMPARE(second.acquire(file), InstanceLock::State::Busy);
         first.release();
         QCOMPARE(second.acquire(file), InstanceLock::State::Held);
-        QCOMPARE(first.acquire(path("missing/lock")), InstanceLock::State::Failed);
         QVERIFY(::symlink("tessera.lock", path("link").c_str()) == 0);
         QCOMPARE(first.acquire(path("link")), InstanceLock::State::Failed);
     }
@@ -135,7 +124,6 @@ private slots:
     {
         const std::array<const char*, 4> words = {"tessera", "http://a/b", "", "--help"};
         QCOMPARE(commandLineText(4, words.data()), std::string("http://a/b  --help"));
-        QCOMPARE(commandLineText(0, words.data()), std::string());
         QCOMPARE(questionOf(4, words.data()), Question::None);
         QCOMPARE(questionOf(2, words.data() + 2), Question::Help);
         QVERIFY(refusal(true, true).empty() && refusal(false, false).empty());
@@ -161,8 +149,6 @@ private:
     }
     void makeFolder(const std::string& name, int mode) const
     {
-        if (mode == 0)
-            return;
         QCOMPARE(::mkdir(path(name).c_str(), 0700), 0);
         QCOMPARE(::chmod(path(name).c_str(), static_cast<mode_t>(mode)), 0);
     }
