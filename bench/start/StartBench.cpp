@@ -42,8 +42,6 @@ struct Program {
     const char* name;
     QString path;
     QStringList arguments;
-    /// How many times it is started in all: later starts hand their page over.
-    int starts = 1;
     std::vector<Run> runs = {};
 };
 
@@ -106,8 +104,6 @@ Run measure(const Program& program, PageServer& server, int windows)
     QTimer::singleShot(patience, &loop, &QEventLoop::quit);
     clock.start();
     process.start(program.path, program.arguments);
-    for (int i = 1; i < program.starts; ++i)
-        QProcess::startDetached(program.path, program.arguments);
     loop.exec();
     server.loaded = nullptr;
     if (run.milliseconds > 0) {
@@ -187,14 +183,19 @@ int main(int argc, char** argv)
         std::fputs("tessera and libtessera_shell.so were not found\n", stderr);
         return 1;
     }
-    if (windows > 1)
-        enlargeFrame(folder.path());
     keepToFolder(folder.path());
     PageServer server;
     Program bare{"bare",
                  here + u"/BareBrowser"_s,
                  {server.address(), folder.filePath(u"bare"_s), QString::number(windows)}};
-    Program shell{"tessera", folder.filePath(u"tessera"_s), {server.address()}, windows};
+    Program shell{"tessera", folder.filePath(u"tessera"_s), {server.address()}};
+    if (windows > 1) {
+        const QString own = folder.filePath(u"shell"_s);
+        QDir().mkdir(own);
+        enlargeFrame(own);
+        shell.path = here + u"/ShellWindows"_s;
+        shell.arguments << own << QString::number(windows);
+    }
     for (int i = -1; i < runs; ++i) { // the first run fills the profiles and the disk cache
         for (Program* program : {&bare, &shell}) {
             const Run run = measure(*program, server, windows);
