@@ -9,7 +9,7 @@ enum class ArchiveSelection { EmptyTree, Nothing, Root, EmptyFolder, Folder, Boo
 
 struct MenuState {
     QStringView item;
-    bool enabled;
+    bool enabled = false;
 };
 
 /// The items of the folder menu to switch; those left out stay as they are.

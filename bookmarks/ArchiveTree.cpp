@@ -3,6 +3,8 @@
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/NodeKeys.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 // An index carries the node above it: nothing for the root, the root for a
@@ -216,7 +218,7 @@ bool ArchiveTree::hasChildren(const QModelIndex& parent) const
 
 QVariant ArchiveTree::data(const QModelIndex& node, int role) const
 {
-    static const QString tags[] = {QString(), rootText(), u"Dir"_s, u"Url"_s};
+    static const std::array<QString, 4> tags{QString(), rootText(), u"Dir"_s, u"Url"_s};
     if (!node.isValid())
         return {};
     switch (role) {
@@ -226,7 +228,7 @@ QVariant ArchiveTree::data(const QModelIndex& node, int role) const
     case KeyRole:
         return keyOf(node);
     case TagRole:
-        return tags[static_cast<int>(kind(node))];
+        return tags.at(static_cast<std::size_t>(kind(node)));
     case ImageRole:
         return image(node);
     default:

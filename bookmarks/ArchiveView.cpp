@@ -35,7 +35,8 @@ ArchiveView::~ArchiveView()
 {
     // An editor that died with the view would hand its text to half a view.
     if (isEditing())
-        closeEditor(indexWidget(currentIndex()), QAbstractItemDelegate::RevertModelCache);
+        ArchiveView::closeEditor(indexWidget(currentIndex()),
+                                 QAbstractItemDelegate::RevertModelCache);
 }
 
 QModelIndex ArchiveView::selectedNode() const

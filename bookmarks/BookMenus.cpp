@@ -18,7 +18,7 @@ struct BookMenus::Entry {
     QStringView caption;
     /// The menu it belongs to; empty for the menu bar.
     QStringView under;
-    Kind kind;
+    Kind kind = Kind::Item;
 };
 
 BookMenus::BookMenus(QMainWindow* window) : QObject(window), m_window(window)
@@ -73,8 +73,10 @@ void BookMenus::add(const Entry& entry)
         connect(menu, &QMenu::aboutToShow, this, [this, name] { emit opening(name); });
         action = menu->menuAction();
     } else {
-        action = new QAction(entry.caption.toString(), this);
-        action->setSeparator(entry.kind == Kind::Separator);
+        // Some styles would write a separator's text beside its line.
+        const bool isLine = entry.kind == Kind::Separator;
+        action = new QAction(isLine ? QString() : entry.caption.toString(), this);
+        action->setSeparator(isLine);
         connect(action, &QAction::triggered, this, [this, name] { emit chosen(name); });
     }
     action->setObjectName(name);
