@@ -9,6 +9,7 @@
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
 #include "base/Guarded.h"
+#include "bookmarks/frmBook.h"
 #include "history/frmHistory.h"
 
 #include <QAction>
@@ -21,8 +22,6 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
 {
     buildTable();
     FrameMenus& menus = frame.menus();
-    // Its window is still to come.
-    menus.enable(u"mn_Bookmarks"_s, false);
     connect(&menus, &FrameMenus::chosen, this, &FrameCommands::run);
     connect(&menus, &FrameMenus::opening, this, &FrameCommands::prepare);
     connect(&frame.area(), &ChildArea::contextMenuWanted, this,
@@ -37,6 +36,7 @@ void FrameCommands::buildTable()
         {u"mn_Einstellungen"_s, [this] { showPreferences(); }},
         {u"mn_IEProp"_s, [this] { showInternetOptions(); }},
         {u"mn_Exit"_s, [this] { m_frame.close(); }},
+        {u"mn_Bookmarks"_s, [this] { showArchive(); }},
         {u"mn_Historie"_s, [this] { showHistory(); }},
         {u"mn_Toggle"_s, [this] { toggleStatusBar(); }},
         {u"mn_Email"_s, [this] { startMailClient(); }},
@@ -139,13 +139,28 @@ void FrameCommands::showInternetOptions()
         m_starter.start(u"systemsettings"_s, {u"kcm_proxy"_s});
 }
 
+void FrameCommands::showArchive()
+{
+    if (!m_frame.bIsOpenBook())
+        m_archive = new frmBook(m_frame, &m_frame);
+    bringForward(m_archive);
+}
+
 void FrameCommands::showHistory()
 {
-    if (m_history.isNull())
+    if (!m_frame.bIsOpenHistory())
         m_history = new frmHistory(m_frame, &m_frame);
-    m_history->show();
-    m_history->raise();
-    m_history->activateWindow();
+    bringForward(m_history);
+}
+
+void FrameCommands::bringForward(QWidget* window)
+{
+    if (window == nullptr) // it closed itself while it loaded
+        return;
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void FrameCommands::showAboutBox()

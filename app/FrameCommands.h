@@ -37,7 +37,9 @@ private:
 
     void showPreferences();
     void showInternetOptions();
+    void showArchive();
     void showHistory();
+    static void bringForward(QWidget* window);
     void showAboutBox();
     void toggleStatusBar();
     void startMailClient();
@@ -51,6 +53,7 @@ private:
     MDIForm1& m_frame;
     ProgramStarter& m_starter;
     QHash<QString, std::function<void()>> m_commands;
+    QPointer<QWidget> m_archive;
     QPointer<QWidget> m_history;
     QList<QAction*> m_windowList;
 };

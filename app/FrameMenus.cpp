@@ -14,7 +14,7 @@ struct FrameMenus::Entry {
     QStringView caption;
     /// The menu it belongs to; empty for the top level.
     QStringView under;
-    Kind kind;
+    Kind kind = {};
     /// The menu-bar item that does the same; empty: the item itself.
     QStringView role = {};
 };

@@ -14,8 +14,7 @@ BusyDisplay::BusyDisplay(BrowserToolbar* toolbar, QObject* parent)
 
 void BusyDisplay::start()
 {
-    QProgressBar* bar = m_toolbar->progressBar();
-    bar->setValue(bar->minimum());
+    showStep(0);
     m_toolbar->showBusy(true);
     m_progressStep = 0;
     m_timer.start();
@@ -25,15 +24,25 @@ void BusyDisplay::start()
 void BusyDisplay::stop()
 {
     m_timer.stop();
-    QProgressBar* bar = m_toolbar->progressBar();
-    bar->setValue(bar->minimum());
+    showStep(0);
     m_toolbar->showBusy(false);
     emit switched(false);
 }
 
 void BusyDisplay::advance()
 {
+    showStep(m_progressStep);
+    const int last = m_toolbar->progressBar()->maximum();
+    m_progressStep = last > m_progressStep ? static_cast<quint8>(m_progressStep + 1) : 0;
+}
+
+// The bar paints itself at once when its value is set, and each time the whole
+// frame is composed anew with all its pages. A request to paint costs that once
+// for all windows.
+void BusyDisplay::showStep(int step)
+{
     QProgressBar* bar = m_toolbar->progressBar();
-    bar->setValue(m_progressStep);
-    m_progressStep = bar->maximum() > m_progressStep ? static_cast<quint8>(m_progressStep + 1) : 0;
+    bar->setUpdatesEnabled(false);
+    bar->setValue(bar->minimum() + step);
+    bar->setUpdatesEnabled(true);
 }

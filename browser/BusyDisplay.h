@@ -25,6 +25,8 @@ signals:
     void switched(bool on);
 
 private:
+    void showStep(int step);
+
     BrowserToolbar* m_toolbar;
     QTimer m_timer;
     quint8 m_progressStep = 0;

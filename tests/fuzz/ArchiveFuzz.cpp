@@ -1,40 +1,21 @@
 #include "base/Errors.h"
 #include "bookmarks/ArchiveRecords.h"
-
-#include <cstdint>
-#include <cstdlib>
+#include "tests/fuzz/Fuzz.h"
 
 namespace {
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 /// What was read can be written, and reads the same; only the numbers are new.
 void readFolder(QByteArrayView bytes)
 {
     const auto first = readBookmarks(bytes, 7);
-    check(first->Count() == bytes.size() / bookmarkRecordSize);
-    const auto second = readBookmarks(writeBookmarks(*first), 7);
-    check(second->Count() == first->Count());
-    for (int i = 1; i <= first->Count(); ++i) {
-        check(second->Item(i)->Nr() == i);
-        check(second->Item(i)->Titel() == first->Item(i)->Titel());
-        check(second->Item(i)->Url() == first->Item(i)->Url());
-        check(second->Item(i)->Info() == first->Item(i)->Info());
-    }
+    require(first->Count() == bytes.size() / bookmarkRecordSize, "whole records count");
+    const QByteArray once = writeBookmarks(*first);
+    require(writeBookmarks(*readBookmarks(once, 7)) == once, "what was written reads the same");
 }
 
 void readIndex(QByteArrayView bytes)
 {
-    const auto first = readThemaRecords(bytes);
-    const auto second = readThemaRecords(writeThemaRecords(first));
-    check(second.size() == first.size());
-    for (std::size_t i = 0; i < first.size(); ++i) {
-        check(second[i].sequenz == first[i].sequenz && second[i].number == first[i].number);
-        check(second[i].dirName == first[i].dirName && second[i].fileName == first[i].fileName);
-    }
+    const QByteArray once = writeThemaRecords(readThemaRecords(bytes));
+    require(writeThemaRecords(readThemaRecords(once)) == once, "what was written reads the same");
 }
 } // namespace
 

@@ -141,15 +141,17 @@ private slots:
         }
     }
 
-    void theHistoryWindowIsOpenedOnce()
+    void freeWindowsAreOpenedOnceAndCloseWithTheFrame()
     {
         Started f;
-        f.choose("mn_ctxtHistorie"); // empty, all the same
-        f.choose("mn_Historie");
-        QVERIFY(f.frame().bIsOpenHistory());
+        for (const char* name :
+             {"mn_ctxtHistorie", "mn_Historie", "mn_ctxtBookm", "mn_Bookmarks"}) // empty or not
+            f.choose(name);
+        QVERIFY(f.frame().bIsOpenHistory() && f.frame().bIsOpenBook());
         QCOMPARE(f.frame().findChildren<QWidget*>(u"frmHistory"_s).size(), 1);
+        QCOMPARE(f.frame().findChildren<QWidget*>(u"frmBook"_s).size(), 1);
         f.frame().close();
-        QVERIFY(!f.frame().bIsOpenHistory());
+        QVERIFY(!f.frame().bIsOpenHistory() && !f.frame().bIsOpenBook());
     }
 
     void theStatusBar()
