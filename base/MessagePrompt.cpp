@@ -1,6 +1,5 @@
 #include "base/MessagePrompt.h"
 
-#include <QCloseEvent>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -38,7 +37,6 @@ protected:
         if (!event->matches(QKeySequence::Cancel))
             QMessageBox::keyPressEvent(event);
     }
-    void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
 
 void fill(QMessageBox& box, const QString& text, const QString& title, Prompt::Icon icon)
