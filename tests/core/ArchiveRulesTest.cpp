@@ -159,24 +159,6 @@ private slots:
         QCOMPARE(folder->colBookmark()->Item(2)->Titel(), u"b"_s);
     }
 
-    void images()
-    {
-        Book book({});
-        fillSample(book, {});
-        ArchiveTree tree;
-        tree.build(book.colThema().get());
-        const QModelIndex folder = tree.index(0, 0, tree.root());
-        const auto looks = [&tree](const QModelIndex& node) {
-            return node.data(ArchiveTree::TagRole).toString() + u' ' +
-                   node.data(ArchiveTree::ImageRole).toString();
-        };
-        QCOMPARE(looks(tree.root()), u"Archiv Archiv"_s);
-        QCOMPARE(looks(folder), u"Dir Dir"_s);
-        tree.showOpen(folder, true);
-        QCOMPARE(looks(folder), u"Dir OpenDir"_s);
-        QCOMPARE(looks(tree.index(0, 0, folder)), u"Url Url"_s);
-    }
-
     void longFaults()
     {
         const std::vector<ArchiveFault> faults(1000, {u"Name"_s, u"1.bkm"_s, u"weg"_s});

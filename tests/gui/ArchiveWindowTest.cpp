@@ -1,18 +1,10 @@
-#include "GuiTest.h"
-#include "bookmarks/ArchiveRecords.h"
-#include "bookmarks/ArchiveView.h"
+#include "ArchiveFixture.h"
 #include "bookmarks/StatusPanel.h"
-#include "bookmarks/frmBook.h"
-#include "tests/gui/FakeShell.h"
 
 #include <QAbstractButton>
-#include <QAction>
-#include <QDir>
 #include <QDragEnterEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QPointer>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -21,114 +13,6 @@ namespace {
 const QString askSave = u"Meldung|Question|Änderungen am Archiv speichern ?"_s;
 const QString askDelete = u"Meldung|Question|Der Ordner ist nicht leer, trotzdem löschen ?"_s;
 
-/// The window on an archive of the folders "A" (bookmarks a1, a2) and "B" (none).
-struct Fixture {
-    FakeShell shell;
-    QPointer<frmBook> window;
-
-    explicit Fixture(bool sample = true)
-    {
-        if (sample)
-            writeSample();
-    }
-    ~Fixture() { delete window; }
-
-    void writeSample()
-    {
-        Book book(shell.programFolder());
-        auto folders = std::make_shared<ThemaCollection>();
-        for (const qint16 nr : {qint16{1}, qint16{2}}) {
-            auto folder = std::make_shared<Thema>(shell.programFolder());
-            folder->Nr(nr);
-            folder->Sequenz(nr);
-            folder->FileName(QString::number(nr) + u".bkm"_s);
-            folder->DirName(nr == 1 ? u"A"_s : u"B"_s);
-            folders->Add(folder, themaKey(nr));
-        }
-        auto bookmarks = std::make_shared<BookmarkCollection>();
-        for (const QString& title : {u"a1"_s, u"a2"_s}) {
-            auto bookmark = std::make_shared<Bookmark>();
-            bookmark->Titel(title);
-            bookmark->Url(u"http://"_s + title);
-            bookmarks->Add(bookmark);
-        }
-        folders->Item(1)->colBookmark(bookmarks);
-        book.colThema(folders);
-        book.SaveAllThema();
-    }
-
-    void open()
-    {
-        window = new frmBook(shell, nullptr);
-        window->show();
-        QVERIFY(QTest::qWaitForWindowActive(window));
-        QCoreApplication::processEvents();
-    }
-    ArchiveView& view() { return window->view(); }
-    const QAbstractItemModel& tree() { return *view().model(); }
-    QModelIndex root() { return tree().index(0, 0); }
-    QModelIndex folder(int row) { return tree().index(row, 0, root()); }
-    /// Selects by text; none with an empty one.
-    void select(const QString& text) { view().selectNode(node(text)); }
-    QModelIndex node(const QString& text)
-    {
-        return tree()
-            .match(root(), Qt::DisplayRole, text, 1, Qt::MatchExactly | Qt::MatchRecursive)
-            .value(0);
-    }
-    /// What the tree shows, like "A(a1 a2) B()".
-    QString shown()
-    {
-        QStringList folders;
-        for (int row = 0; row < tree().rowCount(root()); ++row) {
-            QStringList titles;
-            for (int i = 0; i < tree().rowCount(folder(row)); ++i)
-                titles << tree().index(i, 0, folder(row)).data().toString();
-            folders << folder(row).data().toString() + u'(' + titles.join(u' ') + u')';
-        }
-        return folders.join(u' ');
-    }
-    /// The same of the archive in memory.
-    QString held()
-    {
-        QStringList folders;
-        for (const auto& its : *window->Buch().colThema()) {
-            QStringList titles;
-            if (its->colBookmark())
-                for (const auto& bookmark : *its->colBookmark())
-                    titles << bookmark->Titel();
-            folders << its->DirName() + u'(' + titles.join(u' ') + u')';
-        }
-        return folders.join(u' ');
-    }
-    void choose(const char16_t* item) { action(item)->trigger(); }
-    QAction* action(const char16_t* item)
-    {
-        return window->findChild<QAction*>(QString::fromUtf16(item));
-    }
-    QLineEdit* editor()
-    {
-        return qobject_cast<QLineEdit*>(view().indexWidget(view().currentIndex()));
-    }
-    void type(const QString& name)
-    {
-        QVERIFY(editor() != nullptr);
-        editor()->setText(name);
-        QTest::keyClick(editor(), Qt::Key_Return);
-    }
-    bool isChanged() { return window->Buch().IsEdit(); }
-    QString path(const QString& name) { return shell.programFolder() + u'/' + name; }
-    QByteArray bytes(const QString& name)
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-    }
-    void write(const QString& name, const QByteArray& content)
-    {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
-};
 } // namespace
 
 class ArchiveWindowTest : public QObject {
@@ -138,7 +22,7 @@ private slots:
 
     void firstRun()
     {
-        Fixture f(false);
+        ArchiveFixture f(false);
         f.open();
         QVERIFY(f.shell.isOpenBook);
         QCOMPARE(f.window->windowTitle(), u"Bookmark Archiv"_s);
@@ -154,7 +38,7 @@ private slots:
 
     void menuBar()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         QStringList lines;
         const auto walk = [&lines](auto& self, const QWidget* menu, int depth) -> void {
@@ -203,7 +87,7 @@ private slots:
     {
         QFETCH(QString, selected);
         QFETCH(QString, visible);
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(selected);
         QMenu* menu = f.action(u"mn_Modify")->menu();
@@ -227,7 +111,7 @@ private slots:
 
     void newFolders()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"Archiv"_s);
         f.choose(u"mn_AddOrdner");
@@ -277,7 +161,7 @@ private slots:
         QFETCH(Qt::Key, key);
         QFETCH(QString, name);
         QFETCH(QString, message);
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"A"_s);
         QTest::keyClick(&f.view(), Qt::Key_F2);
@@ -302,7 +186,7 @@ private slots:
     // A refused label keeps the command away that would go on with it.
     void refusedLabelStopsCommand()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"A"_s);
         f.choose(u"mn_AttrOrdner");
@@ -318,7 +202,7 @@ private slots:
 
     void deletedFolders()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"A"_s);
         f.shell.fakePrompt.answerYesNo(false);
@@ -346,7 +230,7 @@ private slots:
 
     void bookmarks()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"Archiv"_s);
         QVERIFY_THROWS_EXCEPTION(NotFoundError, f.window->AddBkmToArchive({}, {}, {}));
@@ -389,7 +273,7 @@ private slots:
 
     void mouseAndDrop()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         const auto click = [&f](const QString& text, Qt::MouseButton button) {
             QTest::mouseClick(f.view().viewport(), button, {},
@@ -417,7 +301,7 @@ private slots:
 
     void opening()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"a2"_s);
         QTest::keyClick(&f.view(), Qt::Key_Enter);
@@ -444,7 +328,7 @@ private slots:
         QFETCH(bool, bookChanged);
         QFETCH(bool, folderChanged);
         QFETCH(bool, yes);
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         const QByteArray before = f.bytes(u"1.bkm"_s);
         f.select(u"a1"_s);
@@ -468,133 +352,13 @@ private slots:
 
     void loadingDropsChanges()
     {
-        Fixture f;
+        ArchiveFixture f;
         f.open();
         f.select(u"a1"_s);
         f.choose(u"mn_Loeschen");
         f.choose(u"mn_Laden");
         QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
         QVERIFY(f.isChanged());
-    }
-
-    void unreadableIndex()
-    {
-        Fixture f;
-        const QByteArray index = f.bytes(u"Book.bkm"_s);
-        const QByteArray broken = index.left(336) + index.left(336);
-        f.write(u"Book.bkm"_s, broken);
-        f.open();
-        QTRY_COMPARE(f.shown(), QString());
-        const QStringList texts = f.shell.fakePrompt.takeTexts();
-        QCOMPARE(texts.size(), 1);
-        QVERIFY2(texts.first().contains(f.path(u"Book.bkm"_s)), qPrintable(texts.first()));
-        f.choose(u"mn_AddOrdner");
-        QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"erst geändert werden"_s));
-        f.window->Buch().IsEdit(true);
-        f.choose(u"mn_Speichern");
-        QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"nicht geschrieben"_s));
-        QCOMPARE(f.bytes(u"Book.bkm"_s), broken);
-        f.write(u"Book.bkm"_s, index);
-        f.choose(u"mn_Laden");
-        f.select(u"Archiv"_s);
-        f.choose(u"mn_AddOrdner");
-        QCOMPARE(f.shown(), u"Neuer Ordner() A(a1 a2) B()"_s);
-    }
-
-    void unreadableFolder()
-    {
-        Fixture f;
-        QFile::remove(f.path(u"1.bkm"_s));
-        QDir().mkpath(f.path(u"1.bkm"_s));
-        f.open();
-        const QStringList texts = f.shell.fakePrompt.takeTexts();
-        QCOMPARE(texts.size(), 1);
-        QVERIFY(texts.first().contains(u"'1.bkm' (Ordner 'A')"_s));
-        QCOMPARE(f.shown(), u"A() B()"_s);
-        f.select(u"A"_s);
-        for (const char16_t* item : {u"mn_AttrOrdner", u"mn_DelOrdner", u"mn_Hinzufügen"}) {
-            f.choose(item);
-            QCOMPARE(f.shell.fakePrompt.takeTexts().size(), 1);
-        }
-        QCOMPARE(f.held(), u"A() B()"_s);
-        QVERIFY(!f.isChanged());
-    }
-
-    void unwritableFolder()
-    {
-        Fixture f;
-        f.open();
-        f.select(u"a1"_s);
-        f.choose(u"mn_Loeschen");
-        QFile::remove(f.path(u"1.bkm"_s));
-        QVERIFY(QDir().mkpath(f.path(u"1.bkm/x"_s)));
-        f.choose(u"mn_Speichern");
-        QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"'1.bkm' (Ordner 'A')"_s));
-        QCOMPARE(f.shown(), u"A(a2) B()"_s); // not read anew: it is only here
-        QVERIFY(f.isChanged() && f.window->Buch().colThema()->Item(1)->IsEdit());
-        QVERIFY(QDir(f.path(u"1.bkm"_s)).removeRecursively());
-        f.choose(u"mn_Speichern");
-        QCOMPARE(f.shown(), u"A(a2) B()"_s);
-    }
-
-    void exports_data()
-    {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("dialog");
-        QTest::addColumn<QByteArray>("start");
-        const QString text = u"Text-Datei (*.txt)|*.txt"_s;
-        const QString html = u"HTML-Datei (*.htm;*.html)|*.htm;*.html"_s;
-        const auto row = [](const QString& item, const QString& title, const QString& filter,
-                            const QByteArray& start) {
-            QTest::newRow(qPrintable(item)) << item << title + u"|%1|"_s + filter << start;
-        };
-        row(u"mn_expdetText"_s, u"Ordner exportieren in Text Datei..."_s, text,
-            "Thema: A\r\n\r\nU");
-        row(u"mn_expdetHtml"_s, u"Ordner exportieren in HTML Datei..."_s, html, "<HTML><BODY>");
-        row(u"mn_expdetNetscapeHtml"_s, u"Ordner exportieren in Netscape Bookmark Dateiformat"_s,
-            html, "<!DOCTYPE NETSCAPE");
-        row(u"mn_ExpTxt"_s, u"Archiv exportieren in Text Datei..."_s, text, "Thema: A\r\n\r\nU");
-        row(u"mn_ExpHtml"_s, u"Archiv exportieren in HTML Datei..."_s, html, "<HTML><TITLE>");
-        row(u"mn_ExpNetscapeHtml"_s, u"Archiv exportieren in Netscape Bookmark Dateiformat"_s, html,
-            "<!DOCTYPE NETSCAPE");
-    }
-    void exports()
-    {
-        QFETCH(QString, item);
-        QFETCH(QString, dialog);
-        QFETCH(QByteArray, start);
-        Fixture f;
-        f.open();
-        f.select(u"A"_s);
-        FakePrompt& prompt = f.shell.fakePrompt;
-        const QString wanted = dialog.arg(f.shell.programFolder());
-        const auto choose = [&] { f.action(item.toStdU16String().c_str())->trigger(); };
-
-        prompt.answerFileName({});
-        choose();
-        QCOMPARE(prompt.takeTexts(), QStringList{wanted});
-
-        prompt.answerFileName(f.path(u"missing/x"_s));
-        choose();
-        const QStringList failed = prompt.takeTexts();
-        QVERIFY(failed.size() == 2 && failed[1].startsWith(u"Meldung|Exclamation|Die Datei "_s));
-        QCOMPARE(f.window->cursor().shape(), Qt::ArrowCursor);
-
-        const QString name = f.path(u"x #1"_s);
-        const QString question = u"Meldung|Information|Der Export war erfolgreich, möchten Sie "
-                                 "die Datei '%1' anzeigen ?"_s.arg(name);
-        for (const bool yes : {false, true}) {
-            prompt.answerFileName(name);
-            prompt.answerYesNo(yes);
-            choose();
-            QCOMPARE(prompt.takeTexts(), (QStringList{wanted, question}));
-            QCOMPARE(f.shell.visited, yes ? QStringList{name} : QStringList());
-        }
-        const QByteArray content = f.bytes(u"x #1"_s);
-        QVERIFY(content.startsWith(start) && content.contains("http://a2"));
-        QCOMPARE(content.contains('B' + QByteArray(start.startsWith("Thema") ? "\r" : "</H")),
-                 item.startsWith(u"mn_Exp"_s));
-        QVERIFY(!f.shell.dropSwitch.last());
     }
 };
 

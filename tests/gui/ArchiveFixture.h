@@ -1,0 +1,121 @@
+#pragma once
+
+#include "bookmarks/ArchiveRecords.h"
+#include "bookmarks/ArchiveView.h"
+#include "bookmarks/frmBook.h"
+#include "tests/gui/FakeShell.h"
+#include "tests/gui/GuiTest.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLineEdit>
+#include <QPointer>
+
+/// The window on an archive of the folders "A" (bookmarks a1, a2) and "B" (none).
+struct ArchiveFixture {
+    FakeShell shell;
+    QPointer<frmBook> window;
+
+    explicit ArchiveFixture(bool sample = true)
+    {
+        if (sample)
+            writeSample();
+    }
+    ~ArchiveFixture() { delete window; }
+
+    void writeSample()
+    {
+        Book book(shell.programFolder());
+        auto folders = std::make_shared<ThemaCollection>();
+        for (const qint16 nr : {qint16{1}, qint16{2}}) {
+            auto folder = std::make_shared<Thema>(shell.programFolder());
+            folder->Nr(nr);
+            folder->Sequenz(nr);
+            folder->FileName(QStringLiteral("%1.bkm").arg(nr));
+            folder->DirName(nr == 1 ? QStringLiteral("A") : QStringLiteral("B"));
+            folders->Add(folder, themaKey(nr));
+        }
+        auto bookmarks = std::make_shared<BookmarkCollection>();
+        for (const QString& title : {QStringLiteral("a1"), QStringLiteral("a2")}) {
+            auto bookmark = std::make_shared<Bookmark>();
+            bookmark->Titel(title);
+            bookmark->Url(QStringLiteral("http://") + title);
+            bookmarks->Add(bookmark);
+        }
+        folders->Item(1)->colBookmark(bookmarks);
+        book.colThema(folders);
+        book.SaveAllThema();
+    }
+
+    void open()
+    {
+        window = new frmBook(shell, nullptr);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QCoreApplication::processEvents();
+    }
+    ArchiveView& view() { return window->view(); }
+    const QAbstractItemModel& tree() { return *view().model(); }
+    QModelIndex root() { return tree().index(0, 0); }
+    QModelIndex folder(int row) { return tree().index(row, 0, root()); }
+    /// Selects by text; none with an empty one.
+    void select(const QString& text) { view().selectNode(node(text)); }
+    QModelIndex node(const QString& text)
+    {
+        return tree()
+            .match(root(), Qt::DisplayRole, text, 1, Qt::MatchExactly | Qt::MatchRecursive)
+            .value(0);
+    }
+    /// What the tree shows, like "A(a1 a2) B()".
+    QString shown()
+    {
+        QStringList folders;
+        for (int row = 0; row < tree().rowCount(root()); ++row) {
+            QStringList titles;
+            for (int i = 0; i < tree().rowCount(folder(row)); ++i)
+                titles << tree().index(i, 0, folder(row)).data().toString();
+            folders << folder(row).data().toString() + u'(' + titles.join(u' ') + u')';
+        }
+        return folders.join(u' ');
+    }
+    /// The same of the archive in memory.
+    QString held()
+    {
+        QStringList folders;
+        for (const auto& its : *window->Buch().colThema()) {
+            QStringList titles;
+            if (its->colBookmark())
+                for (const auto& bookmark : *its->colBookmark())
+                    titles << bookmark->Titel();
+            folders << its->DirName() + u'(' + titles.join(u' ') + u')';
+        }
+        return folders.join(u' ');
+    }
+    void choose(const char16_t* item) { action(item)->trigger(); }
+    QAction* action(const char16_t* item)
+    {
+        return window->findChild<QAction*>(QString::fromUtf16(item));
+    }
+    QLineEdit* editor()
+    {
+        return qobject_cast<QLineEdit*>(view().indexWidget(view().currentIndex()));
+    }
+    void type(const QString& name)
+    {
+        QVERIFY(editor() != nullptr);
+        editor()->setText(name);
+        QTest::keyClick(editor(), Qt::Key_Return);
+    }
+    bool isChanged() { return window->Buch().IsEdit(); }
+    QString path(const QString& name) { return shell.programFolder() + u'/' + name; }
+    QByteArray bytes(const QString& name)
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+    }
+    void write(const QString& name, const QByteArray& content)
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+};
