@@ -2,14 +2,32 @@
 
 #include "browser/BrowserToolbar.h"
 
+#include <QDeadlineTimer>
 #include <QProgressBar>
+
+namespace {
+
+constexpr int beat = 300; // milliseconds
+
+/// All windows keep one beat: each paint composes the whole frame with all its
+/// pages, and windows that tick together share it.
+int untilNextBeat()
+{
+    const QDeadlineTimer now = QDeadlineTimer::current(Qt::PreciseTimer);
+    return beat - static_cast<int>(now.deadline() % beat);
+}
+
+} // namespace
 
 BusyDisplay::BusyDisplay(BrowserToolbar* toolbar, QObject* parent)
     : QObject(parent), m_toolbar(toolbar), m_timer(this)
 {
     m_timer.setObjectName(QStringLiteral("timTimer"));
-    m_timer.setInterval(300);
-    connect(&m_timer, &QTimer::timeout, this, &BusyDisplay::tick);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_timer.setInterval(beat);
+        emit tick();
+    });
 }
 
 void BusyDisplay::start()
@@ -17,7 +35,8 @@ void BusyDisplay::start()
     showStep(0);
     m_toolbar->showBusy(true);
     m_progressStep = 0;
-    m_timer.start();
+    if (!m_timer.isActive())
+        m_timer.start(untilNextBeat());
     emit switched(true);
 }
 

@@ -13,6 +13,13 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Scripts and addresses of other programs never begin a load.
+constexpr std::chrono::seconds startPatience(3);
+
+} // namespace
+
 WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve)
     : m_page(page), m_view(new QWebEngineView(parent)), m_resolve(std::move(resolve)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
@@ -42,6 +49,7 @@ WebEngineControl::~WebEngineControl()
 void WebEngineControl::connectLoading()
 {
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
+        m_isStarting = false;
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
@@ -87,6 +95,12 @@ void WebEngineControl::Navigate(const QString& url)
 void WebEngineControl::start()
 {
     const QString typed = *std::exchange(m_pending, std::nullopt);
+    m_isStarting = true;
+    QTimer::singleShot(startPatience, this, [this, turn = m_turn] {
+        if (turn == m_turn) {
+            m_isStarting = false;
+        }
+    });
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
     if (url.isValid() && !url.scheme().isEmpty()) {
@@ -120,6 +134,7 @@ void WebEngineControl::RefreshPastCache()
 void WebEngineControl::Stop()
 {
     m_pending.reset();
+    m_isStarting = false;
     actLater(QWebEnginePage::Stop);
 }
 
@@ -130,7 +145,7 @@ void WebEngineControl::actLater(QWebEnginePage::WebAction action)
 
 bool WebEngineControl::Busy() const
 {
-    return m_pending || m_page->isLoading();
+    return m_pending || m_isStarting || m_page->isLoading();
 }
 
 QString WebEngineControl::LocationURL() const

@@ -70,5 +70,7 @@ private:
     quint32 m_turn = 0;
     /// The last text that was no address.
     QString m_noAddress;
+    /// Handed to the engine, which begins a while later when many windows load.
+    bool m_isStarting = false;
     bool m_isLent = false;
 };

@@ -1,4 +1,3 @@
-#include "app/EndSignals.h"
 #include "app/InstanceClient.h"
 #include "app/InstanceMessage.h"
 #include "app/InstanceServer.h"
@@ -8,11 +7,9 @@
 #include <QtTest>
 
 #include <algorithm>
-#include <array>
 #include <csignal>
 #include <future>
 #include <memory>
-#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -68,23 +65,9 @@ private slots:
         QTRY_COMPARE(caller.state(), QLocalSocket::UnconnectedState);
         QCOMPARE(caller.readAll(), acknowledgement);
         QCOMPARE(m_got.size(), 1);
-        QVERIFY(!m_got[0].toFront);
         QCOMPARE(m_got[0].address, QStringLiteral("http://ä/"));
         QCOMPARE(m_got[0].activationToken, QStringLiteral("token"));
         QCOMPARE(m_got[0].startupId, QStringLiteral("id"));
-    }
-
-    void handlerMayThrowOrEndTheServer()
-    {
-        QVERIFY(listen());
-        m_onMessage = [] { throw std::runtime_error("no"); };
-        handsOver("");
-        QVERIFY(m_got[0].toFront);
-        QLocalSocket caller;
-        call(caller, goodBytes);
-        m_onMessage = [this] { m_server.reset(); };
-        QTRY_COMPARE(caller.state(), QLocalSocket::UnconnectedState);
-        QVERIFY(!QFile::exists(socketPath()));
     }
 
     void badCallersAreDropped()
@@ -104,17 +87,6 @@ private slots:
         handsOver("http://x/");
     }
 
-    void crowdOfSilentCallers()
-    {
-        QVERIFY(listen());
-        std::array<QLocalSocket, 100> callers;
-        for (QLocalSocket& caller : callers)
-            call(caller, {});
-        handsOver("http://x/");
-        // The honest caller took the place of one.
-        QTRY_COMPARE(std::count_if(callers.begin(), callers.end(), isConnected), 31);
-    }
-
     void callerGivesUp()
     {
         auto result = start("x", 50ms);
@@ -127,8 +99,6 @@ private slots:
         const StartResult given = late.get();
         QCOMPARE(given.outcome, Outcome::Failed);
         QVERIFY(given.error.find("'Tessera 5.3.5 - [ä]'") != std::string::npos);
-        auto tooLong = start(std::string(maxMessageBytes, 'x'), 1h);
-        QVERIFY(tooLong.get().error.find("zu lang") != std::string::npos);
     }
 
     void exactlyOneOfManyIsFirst()
@@ -168,16 +138,6 @@ private slots:
         handsOver("http://y/");
     }
 
-    void endSignals()
-    {
-        for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
-            const EndSignals ends;
-            const QSignalSpy spy(&ends, &EndSignals::endRequested);
-            ::raise(number);
-            QTRY_COMPARE(spy.size(), 1);
-        }
-    }
-
 private:
     bool listen() { return m_server->listen(m_place.socketPath()); }
     QString socketPath() const { return QString::fromStdString(m_place.socketPath()); }
@@ -186,11 +146,6 @@ private:
         caller.connectToServer(socketPath());
         caller.write(bytes);
     }
-    static bool isConnected(const QLocalSocket& caller)
-    {
-        return caller.state() == QLocalSocket::ConnectedState;
-    }
-
     std::future<StartResult> start(const std::string& address,
                                    std::chrono::milliseconds patience = 30s)
     {

@@ -19,16 +19,12 @@ EngineWindow::EngineWindow(const EngineFactory& factory, QWidget* parent)
             [this](const EngineFrame& frame, const QString& url) {
                 visits << (frame.Document ? frame.Document->Title : u"-"_s) + u" @ "_s + url;
             });
-    connect(m_engine.get(), &EngineControl::BeforeNavigate2, this,
-            [this](const QString& url) { starts << url; });
     connect(m_engine.get(), &EngineControl::WindowSetHeight, this,
             [this](int height) { requestedSize.setHeight(height); });
     connect(m_engine.get(), &EngineControl::WindowSetWidth, this,
             [this](int width) { requestedSize.setWidth(width); });
-    connect(m_engine.get(), &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
-        cancel = true;
-        isClosed = true;
-    });
+    connect(m_engine.get(), &EngineControl::WindowClosing, this,
+            [](bool, bool& cancel) { cancel = true; });
     connect(m_engine.get(), &EngineControl::NewWindow2, this,
             [this](EngineControl*& engine, bool& cancel) {
                 EngineWindow* const window = makeWindow ? makeWindow() : nullptr;
@@ -68,8 +64,7 @@ QColor EngineWorld::colourOf(const EngineWindow& window) const
 
 QStringList EngineWorld::shortened(QStringList texts) const
 {
-    return texts.replaceInStrings(server.address({}), u"H"_s)
-        .replaceInStrings(server.address({}, u"localhost"_s), u"L"_s);
+    return texts.replaceInStrings(server.address({}), u"H"_s);
 }
 
 int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)

@@ -18,15 +18,11 @@ public:
     EngineWindow(const EngineFactory& factory, QWidget* parent);
 
     EngineControl& engine() { return *m_engine; }
-    /// The engine can go before its window.
-    void dropEngine() { m_engine.reset(); }
     /// Runs a script in the page.
     void run(const QString& script);
 
     QStringList visits;
-    QStringList starts;
     QSize requestedSize;
-    bool isClosed = false;
     /// Gives the window for a page's request; no window refuses it.
     std::function<EngineWindow*()> makeWindow;
 
@@ -43,7 +39,7 @@ public:
     /// The colour in the middle of the window as it is on the screen.
     QColor colourOf(const EngineWindow& window) const;
     QString address(const QString& path) const { return server.address(path); }
-    /// The texts with the server's address cut down to "H", or "L" as localhost.
+    /// The texts with the server's address cut down to "H".
     QStringList shortened(QStringList texts) const;
 
     LoopbackServer server;

@@ -107,9 +107,6 @@ private slots:
              {"mn_adresszeile", "mn_ctxtAdresszeile", "mn_toolbar", "mn_ctxtToolbar"})
             QVERIFY2(!f.item(name)->isChecked(), name);
         QCOMPARE(f.engine(1)->host()->y(), 0);
-        f.frame().area().setActiveSubWindow(f.window(1));
-        f.open("mn_Fenster");
-        QVERIFY(f.item("mn_toolbar")->isChecked() && f.item("mn_ctxtAdresszeile")->isChecked());
     }
 
     void theWindowList()
@@ -126,8 +123,6 @@ private slots:
         QCOMPARE(entries[1]->text(), u"&1 A && B"_s);
         QCOMPARE(entries[2]->text(), u"&2 C"_s);
         QVERIFY(!entries[1]->isChecked() && entries[2]->isChecked());
-        entries[1]->trigger();
-        QCOMPARE(f.frame().activeBrowser(), f.window(1));
     }
 
     void theHistoryItemNeedsTwoEntries()
@@ -186,13 +181,9 @@ private slots:
         Started f;
         f.starter.existing << u"/usr/bin/my mailer"_s;
         f.start.preferences().MailClient(client);
-        bool dropsWereOff = message.isEmpty();
-        if (!message.isEmpty())
-            f.prompt.whileOpen([&] { dropsWereOff = !f.frame().area().viewport()->acceptDrops(); });
         f.choose("mn_Email");
         QCOMPARE(f.prompt.takeTexts().join(u'/'), message);
         QCOMPARE(f.starter.started.join(u'/'), client);
-        QVERIFY(dropsWereOff && f.frame().area().viewport()->acceptDrops());
     }
 
     void theInternetOptions()
@@ -202,10 +193,6 @@ private slots:
         f.choose("mn_ctxtIEProp");
         QCOMPARE(f.starter.started, QStringList({line, u"gnome-control-center|network"_s,
                                                  u"systemsettings|kcm_proxy"_s}));
-        f.starter.existing << u"rundll32.exe"_s;
-        f.starter.started.clear();
-        f.choose("mn_IEProp");
-        QCOMPARE(f.starter.started, QStringList(line));
     }
 
     void dropsOnTheFrame()
@@ -214,21 +201,16 @@ private slots:
         f.choose("mn_Alleschließen");
         QMimeData text;
         text.setText(u"www.a.de"_s);
-        QMimeData files;
-        files.setUrls({QUrl(u"file:///tmp/a"_s), QUrl(u"file:///tmp/b"_s)});
         QMimeData both;
         both.setText(u"other"_s);
-        both.setUrls({QUrl(u"file:///tmp/c"_s)});
+        both.setUrls({QUrl(u"file:///tmp/c"_s), QUrl(u"file:///tmp/d"_s)});
         f.frame().menus().checkArrangement(Arrangement::None);
         QVERIFY(f.drop(text));
         f.window(1)->setGeometry(0, 0, 100, 100);
-        QVERIFY(f.drop(files));
-        f.window(2)->setGeometry(0, 0, 100, 100);
         QVERIFY(f.drop(both));
-        f.window(3)->setGeometry(f.frame().area().viewport()->rect());
+        f.window(2)->setGeometry(f.frame().area().viewport()->rect());
         QVERIFY(!f.drop(text)); // over a child
-        QCOMPARE(f.opened().mid(1),
-                 QStringList({u"www.a.de"_s, u"/tmp/a"_s, u"other"_s, u"/tmp/c"_s}));
+        QCOMPARE(f.opened().mid(1), QStringList({u"www.a.de"_s, u"other"_s, u"/tmp/c"_s}));
     }
 
     void keysWorkWhateverTheMenusSay()
@@ -252,12 +234,9 @@ private slots:
         QCOMPARE(page->calls(), u"Refresh|RefreshPastCache|GoBack|GoForward|Stop"_s);
         auto* combo = f.window(1)->findChild<QComboBox*>(u"cboAddress"_s);
         combo->setEditText(u"address"_s);
-        for (const bool byF6 : {false, true}) {
-            page->host()->setFocus();
-            byF6 ? press(Qt::Key_F6) : press(Qt::Key_L, Qt::ControlModifier);
-            QVERIFY(combo->hasFocus());
-            QCOMPARE(combo->lineEdit()->selectedText(), u"address"_s);
-        }
+        press(Qt::Key_F6);
+        QVERIFY(combo->hasFocus());
+        QCOMPARE(combo->lineEdit()->selectedText(), u"address"_s);
         press(Qt::Key_N, Qt::ControlModifier);
         QCOMPARE(f.keys(), u"2 3"_s);
         press(Qt::Key_Tab, Qt::ControlModifier);
