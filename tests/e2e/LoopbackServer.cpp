@@ -33,9 +33,6 @@ void LoopbackServer::serve(QTcpSocket& socket)
 
 void LoopbackServer::send(QTcpSocket& socket, const Answer& answer) const
 {
-    if (answer.status == 0) {
-        return;
-    }
     socket.write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n" + answer.headers +
                  "Content-Type: " + answer.type + "\r\nContent-Length: " +
                  QByteArray::number(answer.body.size()) + "\r\nConnection: close\r\n\r\n" +

@@ -25,8 +25,6 @@ public:
 
     void answer(const QString& path, const Answer& answer) { m_answers.insert(path, answer); }
     void page(const QString& path, const QByteArray& html) { answer(path, {.body = html}); }
-    /// Accepts the request and never says a word.
-    void stall(const QString& path) { answer(path, {.status = 0}); }
 
     QString address(const QString& path, const QString& host = QStringLiteral("127.0.0.1")) const;
     int requests(const QString& path) const { return m_requests.value(path); }

@@ -3,6 +3,7 @@
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/frmBook.h"
+#include "tests/core/SampleArchive.h"
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
@@ -26,24 +27,11 @@ struct ArchiveFixture {
     void writeSample()
     {
         Book book(shell.programFolder());
-        auto folders = std::make_shared<ThemaCollection>();
-        for (const qint16 nr : {qint16{1}, qint16{2}}) {
-            auto folder = std::make_shared<Thema>(shell.programFolder());
-            folder->Nr(nr);
-            folder->Sequenz(nr);
-            folder->FileName(QStringLiteral("%1.bkm").arg(nr));
-            folder->DirName(nr == 1 ? QStringLiteral("A") : QStringLiteral("B"));
-            folders->Add(folder, themaKey(nr));
-        }
         auto bookmarks = std::make_shared<BookmarkCollection>();
-        for (const QString& title : {QStringLiteral("a1"), QStringLiteral("a2")}) {
-            auto bookmark = std::make_shared<Bookmark>();
-            bookmark->Titel(title);
-            bookmark->Url(QStringLiteral("http://") + title);
-            bookmarks->Add(bookmark);
-        }
-        folders->Item(1)->colBookmark(bookmarks);
-        book.colThema(folders);
+        for (const QString& title : {QStringLiteral("a1"), QStringLiteral("a2")})
+            bookmarks->Add(makeBookmark(0, title, QStringLiteral("http://") + title, {}));
+        addThema(book, shell.programFolder(), 1, QStringLiteral("A"))->colBookmark(bookmarks);
+        addThema(book, shell.programFolder(), 2, QStringLiteral("B"));
         book.SaveAllThema();
     }
 
@@ -100,22 +88,7 @@ struct ArchiveFixture {
     {
         return qobject_cast<QLineEdit*>(view().indexWidget(view().currentIndex()));
     }
-    void type(const QString& name)
-    {
-        QVERIFY(editor() != nullptr);
-        editor()->setText(name);
-        QTest::keyClick(editor(), Qt::Key_Return);
-    }
     bool isChanged() { return window->Buch().IsEdit(); }
     QString path(const QString& name) { return shell.programFolder() + u'/' + name; }
-    QByteArray bytes(const QString& name)
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-    }
-    void write(const QString& name, const QByteArray& content)
-    {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
+    QByteArray bytes(const QString& name) { return bytesOf(path(name)); }
 };

@@ -238,17 +238,6 @@ private slots:
         f.start.takeOver({false, u"http://x/"_s, {}, {}});
         QCOMPARE(f.window(2)->geometry(), arranged);
     }
-
-    void statusTextIsShared()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        f.frame().NewBrowser();
-        emit f.engine(0)->StatusTextChange(u"behind"_s);
-        QCOMPARE(f.frame().statusPanels().panelText(), u"behind"_s);
-        f.window(2)->close();
-        QCOMPARE(f.frame().statusPanels().panelText(), QString());
-    }
 };
 
 GUI_TEST_MAIN(FrameTest)

@@ -77,23 +77,6 @@ private slots:
         QCOMPARE(m_status, u"http://link/"_s);
         QCOMPARE(m_tree->currentItem(), m_link);
         QCOMPARE(m_events, QString());
-        // The box: once, and no click on the node.
-        const QPoint box(m_tree->visualItemRect(m_folder).left() - m_tree->indentation() / 2,
-                         at(m_folder).y());
-        QTest::mouseClick(m_tree->viewport(), Qt::LeftButton, {}, box);
-        QVERIFY(!m_folder->isExpanded());
-        QCOMPARE(m_status, u"http://link/"_s);
-    }
-
-    void doubleClicks()
-    {
-        for (QTreeWidgetItem* item : {m_link, m_folder}) {
-            click(item);
-            QTest::mouseDClick(m_tree->viewport(), Qt::LeftButton, {}, at(item));
-            QTest::mouseRelease(m_tree->viewport(), Qt::LeftButton, {}, at(item));
-        }
-        QCOMPARE(m_events, u"open open "_s); // what is opened is the window's business
-        QVERIFY(!m_folder->isExpanded());    // toggled once
     }
 
     void otherButtons()
@@ -117,19 +100,6 @@ private slots:
         QVERIFY(m_folder->isExpanded());
     }
 
-    void showsTheAddressUnderTheMouse()
-    {
-        m_link->setText(2, QString()); // the look-up fails
-        for (const auto& [item, text] : {std::pair{m_namesake, u"http://same/"_s},
-                                         {m_folder, u""_s},
-                                         {m_namesake, u"http://same/"_s},
-                                         {m_link, u""_s}}) {
-            QMouseEvent move(QEvent::MouseMove, at(item), QPointF(), Qt::NoButton, {}, {});
-            QApplication::sendEvent(m_tree->viewport(), &move);
-            QCOMPARE(m_status, text);
-        }
-    }
-
     void drops_data()
     {
         QTest::addColumn<QString>("over");
@@ -137,7 +107,6 @@ private slots:
         QTest::addColumn<QString>("result");
         QTest::newRow("folder") << u"folder"_s << u"file:///C:/a/b.htm"_s
                                 << u"drop(b.htm|C:\\a\\b.htm) "_s;
-        QTest::newRow("bookmark") << u"link"_s << u"http://x/"_s << u"drop(a visit|http://x/) "_s;
         QTest::newRow("no text") << u"empty"_s << QString() << u"drop(|) "_s;
         QTest::newRow("root") << u"Archiv"_s << u"http://x/"_s << QString();
         QTest::newRow("empty space") << QString() << u"http://x/"_s << QString();
@@ -168,24 +137,6 @@ private slots:
         QTEST(m_events, "result");
         QVERIFY(!m_drops->DropHighlight().isValid());
         QCOMPARE(m_tree->topLevelItemCount() + m_root->childCount() + m_folder->childCount(), 5);
-    }
-
-    void takesWhatIsOffered()
-    {
-        QMimeData data;
-        for (const auto& [offered, taken] :
-             {std::pair{Qt::LinkAction | Qt::MoveAction, Qt::LinkAction},
-              {Qt::DropActions(Qt::MoveAction), Qt::MoveAction}})
-            QCOMPARE(send<QDragEnterEvent>(at(m_namesake), data, offered), taken);
-        // A node of the root's name takes nothing, nor a window that a dialog blocks.
-        QCOMPARE(send<QDropEvent>(at(m_namesake), data), Qt::CopyAction);
-        QCOMPARE(m_events, QString());
-        QDialog dialog;
-        dialog.setModal(true);
-        dialog.show();
-        QCOMPARE(send<QDragEnterEvent>(at(m_link), data), Qt::IgnoreAction);
-        QCOMPARE(m_tree->currentItem(), m_namesake);
-        QCOMPARE(m_events, QString());
     }
 
 private:
