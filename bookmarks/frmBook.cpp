@@ -1,5 +1,6 @@
 #include "bookmarks/frmBook.h"
 
+#include "base/FreeWindow.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
@@ -19,7 +20,7 @@
 using namespace Qt::StringLiterals;
 
 frmBook::frmBook(Shell& shell, QWidget* owner)
-    : QMainWindow(owner, Qt::Window), m_shell(shell), m_files(shell.programFolder())
+    : QMainWindow(owner, freeWindow), m_shell(shell), m_files(shell.programFolder())
 {
     setObjectName(u"frmBook"_s);
     setAttribute(Qt::WA_DeleteOnClose);

@@ -1,6 +1,7 @@
 #include "history/frmHistory.h"
 
 #include "base/DialogKeys.h"
+#include "base/FreeWindow.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
@@ -37,7 +38,7 @@ public:
 } // namespace
 
 frmHistory::frmHistory(Shell& shell, QWidget* owner)
-    : QMainWindow(owner, Qt::Window), m_shell(shell)
+    : QMainWindow(owner, freeWindow), m_shell(shell)
 {
     setObjectName(QStringLiteral("frmHistory"));
     setAttribute(Qt::WA_DeleteOnClose);
