@@ -3,12 +3,12 @@
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
-#include "app/Maker.h"
 #include "app/Prefer.h"
 #include "app/ProgramStarter.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
 #include "base/Guarded.h"
+#include "base/Maker.h"
 #include "bookmarks/frmBook.h"
 #include "history/frmHistory.h"
 

@@ -1,6 +1,7 @@
 #include "app/frmAbout.h"
 
 #include "base/DialogKeys.h"
+#include "base/Maker.h"
 #include "base/Shell.h"
 
 #include <QFrame>
@@ -45,15 +46,13 @@ void frmAbout::buildControls(const Shell& shell)
     large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     title->setFont(large);
-    QLabel* maker = plainLabel(QStringLiteral("Label2"),
-                               QStringLiteral("Ein Tool von Loomwork\n"
-                                              "https://www.loomwork.example/\n"
-                                              "https://www.loomwork.example/tessera/download.html\n"
-                                              "info@loomwork.example"));
+    const QStringList contact{QStringLiteral("Ein Tool von Loomwork"), maker::webSite(),
+                              maker::downloadPage(), maker::email()};
+    QLabel* details = plainLabel(QStringLiteral("Label2"), contact.join(QLatin1Char('\n')));
 
     auto* texts = new QVBoxLayout;
     texts->addWidget(title);
-    texts->addWidget(maker);
+    texts->addWidget(details);
     texts->addStretch();
     auto* inside = new QHBoxLayout(frame);
     inside->setSpacing(2 * inside->spacing());

@@ -1,5 +1,6 @@
 #include "bookmarks/DefaultArchive.h"
 
+#include "base/Maker.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/Book.h"
@@ -47,8 +48,8 @@ void createDefaultArchive(Book& book, const QString& programFolder)
     auto bookmarks = std::make_shared<BookmarkCollection>();
     add(*bookmarks, 1, u"Tessera Software-Lizenzvertrag"_s, programFolder + u"\\lizenz.txt"_s);
     add(*bookmarks, 1, u"Downloadseite zur Tessera Software und Dokumentation"_s,
-        u"https://www.loomwork.example/tessera/"_s);
-    add(*bookmarks, 2, u"Die Website von Loomwork"_s, u"https://www.loomwork.example/"_s);
+        maker::downloadPage());
+    add(*bookmarks, 2, u"Die Website von Loomwork"_s, maker::webSite());
     folder->colBookmark(bookmarks);
     folder->SaveBookmarks();
 
