@@ -211,6 +211,9 @@ void MDIForm1::closeEvent(QCloseEvent* event)
     if (m_unloading)
         return;
     m_unloading = true;
+    // Now: a question of the archive's may keep the frame open for a while yet.
+    if (!m_start.previousInstance())
+        storeSizeAndState();
     unloadChildren();
     MDIForm_Unload();
     event->accept();
@@ -232,7 +235,6 @@ void MDIForm1::unloadChildren()
 void MDIForm1::MDIForm_Unload()
 {
     if (!m_start.previousInstance()) {
-        storeSizeAndState();
         runCommand(m_prompt, this, [this] { preferences().SavePref(); });
         m_history = {};
         m_browser = {};
