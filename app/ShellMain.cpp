@@ -64,6 +64,7 @@ int run(QApplication& application, const ShellStart& start)
     AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
+    engines.serve(frame);
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 
@@ -77,7 +78,9 @@ int run(QApplication& application, const ShellStart& start)
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 
     module.Main(QString::fromStdString(start.address));
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    engines.endService();
+    return status;
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/NodeKeys.h"
-#include "bookmarks/WindowGuards.h"
+#include "base/WindowGuards.h"
 
 #include <QSet>
 

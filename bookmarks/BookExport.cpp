@@ -5,7 +5,7 @@
 #include "bookmarks/ExportHtml.h"
 #include "bookmarks/ExportNetscape.h"
 #include "bookmarks/ExportText.h"
-#include "bookmarks/WindowGuards.h"
+#include "base/WindowGuards.h"
 
 using namespace Qt::StringLiterals;
 

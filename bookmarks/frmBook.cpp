@@ -9,7 +9,7 @@
 #include "bookmarks/BookMenus.h"
 #include "bookmarks/NodeKeys.h"
 #include "bookmarks/StatusPanel.h"
-#include "bookmarks/WindowGuards.h"
+#include "base/WindowGuards.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>

@@ -43,7 +43,7 @@ WebEngineControl::~WebEngineControl()
                 [view = m_view] { delete view.get(); });
     }
     m_page->disconnect(this);
-    m_page->deleteLater();
+    m_page->retire();
 }
 
 void WebEngineControl::connectLoading()
@@ -172,6 +172,11 @@ void WebEngineControl::RegisterAsDropTarget(bool value)
 }
 
 QWidget* WebEngineControl::host()
+{
+    return m_view;
+}
+
+QWebEngineView* WebEngineControl::view() const
 {
     return m_view;
 }

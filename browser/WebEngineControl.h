@@ -47,6 +47,7 @@ public:
     using EngineControl::RegisterAsDropTarget;
     void RegisterAsDropTarget(bool value) override;
     QWidget* host() override;
+    QWebEngineView* view() const;
 
 private:
     void connectLoading();

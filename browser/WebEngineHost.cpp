@@ -1,8 +1,9 @@
 #include "browser/WebEngineHost.h"
 
 #include "browser/WebEnginePage.h"
+#include "browser/services/PageServices.h"
+#include "browser/services/ProfileServices.h"
 
-#include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -18,7 +19,6 @@ WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFold
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
-    refuseDownloads();
     addReportScript();
 }
 
@@ -28,8 +28,21 @@ EngineFactory WebEngineHost::factory()
 {
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        return std::make_unique<WebEngineControl>(parent, page, m_resolve);
+        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve);
+        new PageServices(*m_shell, parent, engine->view(), page); // goes with the page
+        return engine;
     };
+}
+
+void WebEngineHost::serve(Shell& shell)
+{
+    m_shell = &shell;
+    m_services = std::make_unique<ProfileServices>(shell, *m_profile);
+}
+
+void WebEngineHost::endService()
+{
+    m_services.reset();
 }
 
 void WebEngineHost::applySettings()
@@ -42,13 +55,6 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
-}
-
-void WebEngineHost::refuseDownloads()
-{
-    // Nothing is written to the disk that nobody has asked the user about.
-    QObject::connect(m_profile.get(), &QWebEngineProfile::downloadRequested, m_profile.get(),
-                     [](QWebEngineDownloadRequest* download) { download->cancel(); });
 }
 
 void WebEngineHost::addReportScript()

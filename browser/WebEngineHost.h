@@ -6,7 +6,9 @@
 
 #include <memory>
 
+class ProfileServices;
 class QWebEngineProfile;
+class Shell;
 
 /// What the pages of all browser windows share: the one profile, with what
 /// they store and how they behave. It outlives every engine it has made.
@@ -18,11 +20,17 @@ public:
     ~WebEngineHost();
     Q_DISABLE_COPY_MOVE(WebEngineHost)
 
+    /// Engines are made after `serve` only.
     EngineFactory factory();
+
+    /// Gives the pages the frame that their services ask and tell the user
+    /// through. `shell` outlives every engine.
+    void serve(Shell& shell);
+    /// Ends what works for all pages, before the frame goes.
+    void endService();
 
 private:
     void applySettings();
-    void refuseDownloads();
     void addReportScript();
 
     AddressResolver m_resolve;
@@ -30,4 +38,6 @@ private:
     std::unique_ptr<QWebEngineProfile> m_profile;
     /// The owner of all pages, so that they are gone before the profile.
     std::unique_ptr<QObject> m_pages;
+    Shell* m_shell = nullptr;
+    std::unique_ptr<ProfileServices> m_services;
 };

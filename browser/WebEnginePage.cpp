@@ -7,6 +7,21 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
     refusePermissions();
 }
 
+WebEnginePage::Question::~Question()
+{
+    if (--m_page.m_questions == 0 && m_page.m_isRetired) {
+        m_page.deleteLater();
+    }
+}
+
+void WebEnginePage::retire()
+{
+    m_isRetired = true;
+    if (m_questions == 0) {
+        deleteLater();
+    }
+}
+
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType /*type*/,
                                             bool isMainFrame)
 {

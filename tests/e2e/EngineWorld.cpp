@@ -44,8 +44,14 @@ EngineWorld::EngineWorld()
       })
 {
     m_folder.setAutoRemove(false); // goes with the folder of the whole run
+    m_host.serve(shell);
     m_frame.resize(800, 600);
     m_frame.show();
+}
+
+EngineWorld::~EngineWorld()
+{
+    m_host.endService();
 }
 
 EngineWindow* EngineWorld::open()

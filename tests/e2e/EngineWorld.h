@@ -4,6 +4,7 @@
 
 #include "browser/EngineControl.h"
 #include "browser/WebEngineHost.h"
+#include "tests/gui/FakeShell.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
@@ -34,6 +35,8 @@ private:
 class EngineWorld {
 public:
     EngineWorld();
+    ~EngineWorld();
+    Q_DISABLE_COPY_MOVE(EngineWorld)
 
     EngineWindow* open();
     /// The colour in the middle of the window as it is on the screen.
@@ -43,6 +46,7 @@ public:
     QStringList shortened(QStringList texts) const;
 
     LoopbackServer server;
+    FakeShell shell;
 
 private:
     QTemporaryDir m_folder;

@@ -1,0 +1,11 @@
+#include "browser/services/ProfileServices.h"
+
+#include <QWebEngineDownloadRequest>
+#include <QWebEngineProfile>
+
+ProfileServices::ProfileServices(Shell& /*shell*/, QWebEngineProfile& profile)
+{
+    // Nothing is written to the disk that nobody has asked the user about.
+    connect(&profile, &QWebEngineProfile::downloadRequested, this,
+            [](QWebEngineDownloadRequest* download) { download->cancel(); });
+}
