@@ -1,0 +1,287 @@
+#!/usr/bin/env bash
+# Takes the pictures of the manual, docs/bilder/*.png, anew: drives the real
+# program on a display of its own. No page comes from further away than the
+# loopback interface, whatever its address says.
+# "screenshots.sh archive dialogs" takes those of the named scenes only.
+set -euo pipefail
+. "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
+
+samples=$root/packaging/samples
+pictures=$root/docs/bilder
+home=/tmp/eva # stands in some of the pictures
+program=$home/Tessera
+patience=30 # seconds
+scenes=(first_start browser page questions windows downloads lists archive dialogs overview)
+
+# Decorations of the window manager, in pixels.
+border=1
+title_bar=20
+bottom=6
+
+# find_window PATTERN: waits for a visible window of this caption; its number is
+# in $window, its size in $width and $height.
+find_window() {
+    local end=$((SECONDS + patience)) WINDOW X Y WIDTH HEIGHT SCREEN
+    until window=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | tail -n 1) && [[ -n $window ]]; do
+        ((SECONDS < end)) || fail "there is no window '$1'"
+        sleep 0.1
+    done
+    eval "$(xdotool getwindowgeometry --shell "$window")"
+    width=$WIDTH height=$HEIGHT
+}
+
+no_window() {
+    local end=$((SECONDS + patience))
+    while xdotool search --onlyvisible --name "^$1\$" >/dev/null 2>&1; do
+        ((SECONDS < end)) || fail "the window '$1' stays"
+        sleep 0.1
+    done
+}
+
+fail() {
+    import -silent -window root "$root/build/screenshots.png" || true
+    die "$1; build/screenshots.png shows the display"
+}
+
+# place X Y [WIDTH HEIGHT]: puts the window found there and brings it forward.
+place() {
+    left=$1 top=$2
+    if (($# > 2)); then
+        width=$3 height=$4
+        xdotool windowsize --sync "$window" "$width" "$height"
+    fi
+    xdotool windowmove "$window" "$left" "$top" windowactivate --sync "$window"
+}
+
+# Waits until the display is at rest. A blinking cursor makes two pictures.
+settle() {
+    local end=$((SECONDS + patience)) seen=()
+    while ((${#seen[@]} < 6)) || (($(printf '%s\n' "${seen[@]: -6}" | sort -u | wc -l) > 2)); do
+        ((SECONDS < end)) || fail "the display does not come to rest"
+        seen+=("$(import -silent -window root rgba:- | sha256sum)")
+        sleep 0.1
+    done
+}
+
+# picture NAME X Y WIDTH HEIGHT: a part of the display.
+picture() {
+    settle
+    import -silent -window root -crop "$4x$5+$2+$3" +repage png:- |
+        convert png:- +dither -colors 96 -strip -define png:compression-level=9 \
+            "PNG8:$pictures/$1.png"
+    echo "$1.png: $4 x $5, $(stat -c %s "$pictures/$1.png") bytes"
+}
+
+# window_picture NAME: the window placed last, with its decorations.
+window_picture() {
+    picture "$1" $((left - border)) $((top - title_bar)) \
+        $((width + 2 * border)) $((height + title_bar + bottom))
+}
+
+# dialog_picture NAME PATTERN: a dialog where nothing else is.
+dialog_picture() {
+    find_window "$2"
+    place 200 200
+    window_picture "$1"
+}
+
+keys() { xdotool key --delay 250 "$@"; }
+
+enter() {
+    xdotool type --delay 10 "$1"
+    xdotool key Return
+}
+
+click() { xdotool mousemove --sync "$1" "$2" click "${3:-1}"; }
+
+# start [ADDRESS...]: the frame, with a page that fills it.
+start() {
+    (cd / && exec setpriv --pdeathsig TERM "$program/tessera" "$@") >>"$scratch/program.log" 2>&1 &
+    program_pid=$!
+    find_window 'Tessera [0-9.]+( - .*)?'
+    place 20 30
+    settle
+}
+
+end_program() {
+    kill -TERM "$program_pid"
+    wait "$program_pid" || fail "the program ended with an error"
+    program_pid=
+}
+
+# Another start of the program, which hands a page over to the one that runs.
+hand_over() {
+    "$program/tessera" "http://www.example.org/$1"
+    settle
+}
+
+# open ADDRESS TITLE: in the window that fills the frame.
+open() {
+    keys ctrl+l
+    enter "$1"
+    find_window "Tessera [0-9.]+ - \\[$2\\]"
+    settle
+}
+
+prepare() {
+    mkdir -m 700 "$home" 2>/dev/null || die "$home is there already"
+    trap 'end_all; stop_display' EXIT
+    mkdir -p "$program" "$home/Downloads" "$pictures" "$home/.config"
+    cp "$root"/build/release/bin/{tessera,libtessera_shell.so,Lizenz.txt} "$program"
+    export HOME=$home XDG_CONFIG_HOME=$home/.config
+    mkfifo "$scratch/port"
+    setpriv --pdeathsig TERM perl "$samples/server.pl" "$samples" >"$scratch/port" &
+    server_pid=$!
+    read -r port <"$scratch/port"
+    export QTWEBENGINE_CHROMIUM_FLAGS="--host-resolver-rules=\"MAP * 127.0.0.1:$port\""
+    QTWEBENGINE_CHROMIUM_FLAGS+=" --unsafely-treat-insecure-origin-as-secure=http://www.example.org"
+}
+
+end_all() {
+    local pid
+    for pid in ${program_pid:-} ${server_pid:-} ${tls_pid:-}; do
+        kill "$pid" 2>/dev/null || true
+        wait "$pid" 2>/dev/null || true
+    done
+    rm -rf "$home"
+}
+
+# The program's files as the scenes want them.
+fresh_files() {
+    rm -f "$program"/*.bkm "$program"/Pref.tsp
+    rm -rf "$scratch"/data/* "$scratch"/cache/*
+    [[ ${1:-} == none ]] || perl "$samples/records.pl" "$program"
+}
+
+first_start() {
+    fresh_files none
+    start
+    window_picture erster-start
+    end_program
+    fresh_files
+}
+
+browser() {
+    fresh_files
+    start
+    window_picture browserfenster
+    picture toolbar "$left" $((top + 20)) 420 70
+    local menu
+    for menu in datei:d extras:x fenster:f; do
+        keys "alt+${menu#*:}"
+        picture "menue-${menu%:*}" $((left - 1)) $((top - title_bar)) 440 270
+        keys Escape Escape
+    done
+    open 'nicht da' 'Keine gültige Adresse'
+    picture keine-adresse "$left" "$top" 700 400
+    end_program
+}
+
+
+windows() {
+    fresh_files
+    start
+    place 20 30 760 520
+    hand_over faehre.html
+    hand_over garten.html
+    keys alt+f n
+    window_picture nebeneinander
+    keys alt+f k
+    window_picture kaskadiert
+    click $((left + 740)) $((top + 470)) 3
+    picture menue-flaeche $((left + 440)) $((top + 150)) 340 400
+    keys Escape
+    end_program
+}
+
+lists() {
+    fresh_files
+    start
+    local page
+    for page in 'faehre:Fahrplan der Fähre' 'garten:Gartenkalender' 'umgebung:In der Umgebung' \
+        'gaestebuch:Gästebuch'; do
+        open "www.example.org/${page%%:*}.html" "${page#*:}"
+    done
+    keys alt+x h
+    find_window Historie
+    place 60 80 860 220
+    window_picture historie
+    keys Escape
+    end_program
+}
+
+archive() {
+    fresh_files
+    start
+    open_archive
+    window_picture archiv
+    keys alt+m b
+    picture archiv-menue $((left - border)) $((top - title_bar)) 560 330
+    keys Escape Escape Escape
+    keys Home Down alt+m o h
+    settle
+    window_picture ordner-benennen
+    enter Werkzeug
+    keys Down Right Right alt+m b e
+    dialog_picture lesezeichen 'Bookmark - Eigenschaften'
+    keys Escape
+    keys alt+a e h
+    dialog_picture exportieren 'Archiv exportieren in HTML Datei...'
+    enter "$home/archiv.html"
+    dialog_picture export-fertig Meldung
+    keys Return
+    find_window 'Tessera [0-9.]+'
+    place 20 30
+    keys alt+f n
+    settle
+    end_program
+}
+
+open_archive() {
+    keys alt+x b
+    find_window 'Bookmark Archiv'
+    place 300 120 360 420
+    keys Home asterisk
+    settle
+}
+
+dialogs() {
+    fresh_files
+    start
+    keys alt+d e
+    dialog_picture einstellungen Einstellungen
+    keys Escape
+    no_window Einstellungen
+    keys alt+f Right Return
+    dialog_picture info 'Info über Tessera [0-9.]+'
+    keys Escape
+    end_program
+}
+
+# The README's picture.
+overview() {
+    fresh_files
+    start
+    hand_over faehre.html
+    hand_over garten.html
+    place 20 60
+    open_archive
+    place 940 60 320 400
+    convert -size 64x64 xc:'#8fa3b5' png:- | display -window root png:-
+    picture uebersicht 8 28 1264 760
+    end_program
+}
+
+scene_list() { printf '%s\n' "${scenes[@]}"; }
+
+require_packages "${program_packages[@]}" "${display_packages[@]}" perl openssl
+build release tessera
+start_display
+prepare
+start_private_folders
+allow_engine_as_root
+settle_locale
+for scene in "${@:-${scenes[@]}}"; do
+    scene_list | grep -qxF "$scene" || die "there is no scene '$scene'"
+    "$scene"
+done
