@@ -3,6 +3,7 @@
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/ProfileServices.h"
+#include "browser/services/SpellCheck.h"
 
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -11,15 +12,23 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+std::unique_ptr<QWebEngineProfile> makeProfile()
+{
+    announceDictionaries(); // the first profile starts the engine
+    return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
+}
+} // namespace
+
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve)
-    : m_resolve(std::move(resolve)), m_profile(std::make_unique<QWebEngineProfile>(u"Tessera"_s)),
-      m_pages(std::make_unique<QObject>())
+    : m_resolve(std::move(resolve)), m_profile(makeProfile()), m_pages(std::make_unique<QObject>())
 {
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
     addReportScript();
+    startSpellCheck(*m_profile);
 }
 
 WebEngineHost::~WebEngineHost() = default;

@@ -9,8 +9,8 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
 
 WebEnginePage::Question::~Question()
 {
-    if (--m_page.m_questions == 0 && m_page.m_isRetired) {
-        m_page.deleteLater();
+    if (m_page && --m_page->m_questions == 0 && m_page->m_isRetired) {
+        m_page->deleteLater();
     }
 }
 

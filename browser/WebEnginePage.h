@@ -2,6 +2,7 @@
 
 #include "browser/WebFrameReports.h"
 
+#include <QPointer>
 #include <QWebEnginePage>
 
 /// A page whose frames report themselves, which says when it is about to go
@@ -16,12 +17,12 @@ public:
     /// question, and a window can be closed meanwhile.
     class Question {
     public:
-        explicit Question(WebEnginePage& page) : m_page(page) { ++m_page.m_questions; }
+        explicit Question(WebEnginePage& page) : m_page(&page) { ++m_page->m_questions; }
         ~Question();
         Q_DISABLE_COPY_MOVE(Question)
 
     private:
-        WebEnginePage& m_page;
+        QPointer<WebEnginePage> m_page;
     };
 
     /// The page's window has gone: the page follows when control is back in the

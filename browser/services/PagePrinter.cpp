@@ -1,0 +1,151 @@
+#include "browser/services/PagePrinter.h"
+
+#include "base/Prompt.h"
+#include "base/WindowGuards.h"
+#include "browser/WebEnginePage.h"
+#include "browser/services/PageKeys.h"
+#include "browser/services/PdfFileName.h"
+
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+/// What a print needs until it is done.
+struct PagePrinter::Job {
+    explicit Job(WebEnginePage& page) : keepsPage(page) {}
+
+    WebEnginePage::Question keepsPage;
+    std::unique_ptr<QPrinter> printer;
+};
+
+PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page)
+    : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page)
+{
+    addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
+    connect(page, &QWebEnginePage::printRequested, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::print); });
+    connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
+        QTimer::singleShot(0, this, [this, isPrinted] {
+            end();
+            if (!isPrinted)
+                fail(u"Die Seite konnte nicht gedruckt werden."_s);
+        });
+    });
+    connect(page, &QWebEnginePage::renderProcessTerminated, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::end); });
+}
+
+PagePrinter::~PagePrinter() = default;
+
+QWidget* PagePrinter::frame() const
+{
+    // A dialog must not go with a window that the page closes.
+    return m_window ? m_window->window() : nullptr;
+}
+
+bool PagePrinter::begin()
+{
+    if (m_job || !m_view || !m_window)
+        return false;
+    emit starting();
+    m_job = std::make_unique<Job>(*m_page);
+    return true;
+}
+
+void PagePrinter::end()
+{
+    m_job.reset();
+}
+
+void PagePrinter::fail(const QString& text)
+{
+    const WebEnginePage::Question keepsPage(*m_page);
+    const DropsDisabled guard(m_shell);
+    m_shell.prompt().tell(frame(), text, u"Meldung"_s, Prompt::Icon::Exclamation);
+}
+
+void PagePrinter::print()
+{
+    if (!begin())
+        return;
+    m_job->printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    m_job->printer->setDocName(m_page->title());
+    m_job->printer->setCreator(m_shell.title());
+    auto* const dialog = new QPrintDialog(m_job->printer.get(), frame());
+    dialog->setObjectName(u"frmPrint"_s);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QAbstractPrintDialog::PrintPageRange);
+    const auto drops = std::make_shared<DropsDisabled>(m_shell);
+    connect(dialog, &QDialog::finished, this, [this, drops](int result) {
+        QTimer::singleShot(0, this, [this, result] {
+            if (result == QDialog::Accepted)
+                printOn();
+            else
+                end();
+        });
+    });
+    dialog->open();
+}
+
+void PagePrinter::printOn()
+{
+    if (m_job && m_view)
+        m_view->print(m_job->printer.get());
+    else
+        end();
+}
+
+void PagePrinter::savePdf()
+{
+    if (!begin())
+        return;
+    const QString path = askFile();
+    if (path.isEmpty() || !m_job) {
+        end();
+        return;
+    }
+    m_page->printToPdf([self = QPointer(this), path](const QByteArray& pdf) {
+        if (self)
+            QTimer::singleShot(0, self, [self, path, pdf] { self->write(path, pdf); });
+    });
+}
+
+QString PagePrinter::askFile()
+{
+    const DropsDisabled guard(m_shell);
+    Prompt& prompt = m_shell.prompt();
+    const QString title = u"Als PDF speichern"_s;
+    QString path = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' +
+                   pdfFileName(m_page->title());
+    while (true) {
+        path = prompt.saveFileName(frame(), {title, path, u"PDF-Datei|*.pdf"_s, {}});
+        if (path.isEmpty())
+            return {};
+        if (QFileInfo(path).suffix().isEmpty())
+            path += u".pdf"_s;
+        const QString question = u"Die Datei „%1“ ist schon vorhanden. Soll sie ersetzt werden?"_s;
+        if (!QFileInfo::exists(path) ||
+            prompt.askYesNo(frame(), question.arg(QFileInfo(path).fileName()), title,
+                            Prompt::Icon::Question))
+            return path;
+    }
+}
+
+void PagePrinter::write(const QString& path, const QByteArray& pdf)
+{
+    const auto job = std::exchange(m_job, nullptr); // keeps the page until the user knows
+    QString reason = u"Die Seite lässt sich nicht drucken."_s;
+    if (!pdf.isEmpty()) {
+        QSaveFile file(path);
+        if (file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() && file.commit())
+            return;
+        reason = file.errorString();
+    }
+    fail(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
+}
