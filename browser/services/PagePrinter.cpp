@@ -6,7 +6,10 @@
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfFileName.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QPageLayout>
+#include <QPageRanges>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSaveFile>
@@ -15,6 +18,19 @@
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The engine paints whole pages in memory; more is not to be seen on paper.
+constexpr int resolution = 300; // dots per inch
+
+QString folderForFiles()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+} // namespace
 
 /// What a print needs until it is done.
 struct PagePrinter::Job {
@@ -34,7 +50,7 @@ PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, We
         QTimer::singleShot(0, this, [this, isPrinted] {
             end();
             if (!isPrinted)
-                fail(u"Die Seite konnte nicht gedruckt werden."_s);
+                tell(u"Die Seite konnte nicht gedruckt werden."_s);
         });
     });
     connect(page, &QWebEnginePage::renderProcessTerminated, this,
@@ -51,8 +67,12 @@ QWidget* PagePrinter::frame() const
 
 bool PagePrinter::begin()
 {
-    if (m_job || !m_view || !m_window)
+    if (!m_view || !m_window)
         return false;
+    if (m_job) {
+        tell(u"Diese Seite wird gerade gedruckt. Bitte warten Sie, bis der Druck beendet ist."_s);
+        return false;
+    }
     emit starting();
     m_job = std::make_unique<Job>(*m_page);
     return true;
@@ -63,7 +83,7 @@ void PagePrinter::end()
     m_job.reset();
 }
 
-void PagePrinter::fail(const QString& text)
+void PagePrinter::tell(const QString& text)
 {
     const WebEnginePage::Question keepsPage(*m_page);
     const DropsDisabled guard(m_shell);
@@ -75,7 +95,9 @@ void PagePrinter::print()
     if (!begin())
         return;
     m_job->printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    m_job->printer->setDocName(m_page->title());
+    m_job->printer->setResolution(resolution);
+    // The dialog proposes a file of this name, too.
+    m_job->printer->setDocName(QFileInfo(pdfFileName(m_page->title())).completeBaseName());
     m_job->printer->setCreator(m_shell.title());
     auto* const dialog = new QPrintDialog(m_job->printer.get(), frame());
     dialog->setObjectName(u"frmPrint"_s);
@@ -95,10 +117,17 @@ void PagePrinter::print()
 
 void PagePrinter::printOn()
 {
-    if (m_job && m_view)
-        m_view->print(m_job->printer.get());
-    else
+    if (!m_job || !m_view) {
         end();
+        return;
+    }
+    QPrinter& printer = *m_job->printer;
+    if (printer.outputFormat() == QPrinter::PdfFormat) {
+        // The engine would paint a picture of each page; so texts stay texts.
+        writePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
+        return;
+    }
+    m_view->print(&printer);
 }
 
 void PagePrinter::savePdf()
@@ -110,10 +139,17 @@ void PagePrinter::savePdf()
         end();
         return;
     }
-    m_page->printToPdf([self = QPointer(this), path](const QByteArray& pdf) {
+    writePdf(path, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}), {});
+}
+
+void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
+                           const QPageRanges& ranges)
+{
+    const auto written = [self = QPointer(this), path](const QByteArray& pdf) {
         if (self)
             QTimer::singleShot(0, self, [self, path, pdf] { self->write(path, pdf); });
-    });
+    };
+    m_page->printToPdf(written, layout, ranges);
 }
 
 QString PagePrinter::askFile()
@@ -121,8 +157,7 @@ QString PagePrinter::askFile()
     const DropsDisabled guard(m_shell);
     Prompt& prompt = m_shell.prompt();
     const QString title = u"Als PDF speichern"_s;
-    QString path = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u'/' +
-                   pdfFileName(m_page->title());
+    QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
     while (true) {
         path = prompt.saveFileName(frame(), {title, path, u"PDF-Datei|*.pdf"_s, {}});
         if (path.isEmpty())
@@ -147,5 +182,5 @@ void PagePrinter::write(const QString& path, const QByteArray& pdf)
             return;
         reason = file.errorString();
     }
-    fail(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
+    tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
 }

@@ -5,7 +5,8 @@
 
 #include <memory>
 
-class QPrinter;
+class QPageLayout;
+class QPageRanges;
 class QWebEngineView;
 class Shell;
 class WebEnginePage;
@@ -34,9 +35,10 @@ private:
     bool begin();
     void printOn();
     QString askFile();
+    void writePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
     void write(const QString& path, const QByteArray& pdf);
     void end();
-    void fail(const QString& text);
+    void tell(const QString& text);
     QWidget* frame() const;
 
     Shell& m_shell;
