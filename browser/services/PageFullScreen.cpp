@@ -110,13 +110,17 @@ void PageFullScreen::leave()
     m_isWanted = false;
     if (!m_screen)
         return;
-    m_screen->hide();
-    m_screen->deleteLater();
+    QWebEngineView* const screen = m_screen;
     m_screen = nullptr;
-    if (m_view) {
+    screen->hide();
+    if (m_view)
         m_view->setPage(m_page);
+    // Or its end would take the focus from what it has stood for.
+    screen->setFocusProxy(nullptr);
+    screen->deleteLater();
+    m_standIn.reset();
+    if (m_view) {
         m_view->activateWindow();
         m_view->setFocus();
     }
-    m_standIn.reset();
 }

@@ -104,6 +104,8 @@ QMenu* makePageMenu(QWidget* parent, const PageMenuTarget& target, const PageMen
         entry->setShortcutContext(Qt::WidgetShortcut);
         entry->setShortcutVisibleInContextMenu(true);
         markState(*entry, item, target);
+        if (commands.isIdle && commands.isIdle(item))
+            entry->setEnabled(false);
         QObject::connect(entry, &QAction::triggered, menu, commands.items.value(item));
     }
     return menu;

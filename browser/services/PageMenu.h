@@ -14,6 +14,8 @@ struct PageMenuCommands {
     QHash<PageMenuItem, std::function<void()>> items;
     /// Puts a suggestion in the place of the misspelled word.
     std::function<void(const QString& word)> correct;
+    /// Whether a command has nothing to do at the moment; none by default.
+    std::function<bool(PageMenuItem)> isIdle;
 };
 
 /// The menu for a place of a page, each item named "mn_" and its enumerator.

@@ -38,7 +38,7 @@ QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
     if (target.isEditable)
         items << QList{Separator, Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll};
     else if (target.hasSelection)
-        items << QList{Separator, Copy};
+        items << QList{Separator, Copy, SelectAll};
     if (!items.isEmpty())
         return items;
     return {Back,    Forward,   Reload,    Separator, SavePage,   SavePdf,

@@ -55,10 +55,10 @@ struct PageMenuTarget {
     bool hasSelection = false;
     bool isEditable = false;
     /// Corrections of the misspelled word there.
-    QStringList suggestions;
+    QStringList suggestions = {};
 
     /// Items that are shown, but have nothing to do at the moment.
-    QList<PageMenuItem> idle;
+    QList<PageMenuItem> idle = {};
 };
 
 /// The items of the menu in their order, in groups parted by separators. The

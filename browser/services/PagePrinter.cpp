@@ -5,6 +5,7 @@
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfFileName.h"
+#include "browser/services/PdfWatch.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -40,8 +41,9 @@ struct PagePrinter::Job {
     std::unique_ptr<QPrinter> printer;
 };
 
-PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page)
-    : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page)
+PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page,
+                         const PdfWatch& pdf)
+    : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page), m_pdf(pdf)
 {
     addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
     connect(page, &QWebEnginePage::printRequested, this,
@@ -92,8 +94,32 @@ void PagePrinter::tell(const QString& text)
 
 void PagePrinter::print()
 {
-    if (!begin())
-        return;
+    if (m_pdf.isPdf()) {
+        if (wantsFile())
+            download();
+    } else if (begin()) {
+        choosePrinter();
+    }
+}
+
+bool PagePrinter::wantsFile()
+{
+    const WebEnginePage::Question keepsPage(*m_page);
+    const DropsDisabled guard(m_shell);
+    return m_shell.prompt().askOkCancel(
+        frame(),
+        u"Ein PDF-Dokument kann nur mit einem PDF-Programm gedruckt werden. "
+        "Soll es dafür gespeichert werden?"_s,
+        u"Drucken"_s, Prompt::Icon::Question);
+}
+
+void PagePrinter::download()
+{
+    m_page->download(m_page->url());
+}
+
+void PagePrinter::choosePrinter()
+{
     m_job->printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     m_job->printer->setResolution(resolution);
     // The dialog proposes a file of this name, too.
@@ -132,6 +158,10 @@ void PagePrinter::printOn()
 
 void PagePrinter::savePdf()
 {
+    if (m_pdf.isPdf()) {
+        download();
+        return;
+    }
     if (!begin())
         return;
     const QString path = askFile();

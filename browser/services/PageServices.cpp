@@ -6,15 +6,17 @@
 #include "browser/services/PageFullScreen.h"
 #include "browser/services/PagePrinter.h"
 #include "browser/services/PageZoom.h"
+#include "browser/services/PdfWatch.h"
 
 #include <QWebEngineView>
 
 PageServices::PageServices(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page)
     : QObject(page)
 {
+    auto* const pdf = new PdfWatch(page);
     auto* const find = new PageFind(window, view, page);
-    auto* const zoom = new PageZoom(page);
-    auto* const printer = new PagePrinter(shell, window, view, page);
+    auto* const zoom = new PageZoom(page, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, page, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, page);
 
     PageMenuCommands commands;
@@ -25,6 +27,9 @@ PageServices::PageServices(Shell& shell, QWidget* window, QWebEngineView* view, 
         {PageMenuItem::ZoomIn, [zoom] { zoom->zoomIn(); }},
         {PageMenuItem::ZoomOut, [zoom] { zoom->zoomOut(); }},
         {PageMenuItem::ZoomReset, [zoom] { zoom->reset(); }},
+    };
+    commands.isIdle = [zoom](PageMenuItem item) {
+        return item == PageMenuItem::ZoomReset && !zoom->canReset();
     };
     auto* const menu = new PageContextMenu(shell, page, commands);
 

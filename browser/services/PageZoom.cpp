@@ -2,8 +2,10 @@
 
 #include "browser/services/PageHint.h"
 #include "browser/services/PageKeys.h"
+#include "browser/services/PdfWatch.h"
 
 #include <QChildEvent>
+#include <QCoreApplication>
 #include <QWebEnginePage>
 #include <QWebEngineView>
 #include <QWheelEvent>
@@ -14,7 +16,8 @@ namespace {
 constexpr std::chrono::milliseconds hintTime(1500);
 } // namespace
 
-PageZoom::PageZoom(QWebEnginePage* page) : QObject(page), m_page(page)
+PageZoom::PageZoom(QWebEnginePage* page, const PdfWatch& pdf)
+    : QObject(page), m_page(page), m_pdf(pdf)
 {
     // The engine keeps the size for a site, and begins a new one with its own.
     connect(page, &QWebEnginePage::urlChanged, this, &PageZoom::apply);
@@ -45,7 +48,7 @@ bool PageZoom::eventFilter(QObject* watched, QEvent* event)
         watch(static_cast<QChildEvent*>(event)->child());
     } else if (event->type() == QEvent::Wheel) {
         const auto& wheel = *static_cast<const QWheelEvent*>(event);
-        if (wheel.modifiers().testFlag(Qt::ControlModifier)) {
+        if (wheel.modifiers().testFlag(Qt::ControlModifier) && !m_pdf.isPdf()) {
             turnWheel(wheel);
             return true; // the engine has steps of its own
         }
@@ -59,7 +62,39 @@ void PageZoom::turnWheel(const QWheelEvent& event)
     const int steps = m_turned / QWheelEvent::DefaultDeltasPerStep;
     m_turned %= QWheelEvent::DefaultDeltasPerStep;
     if (steps != 0)
-        zoom(zoomedBy(m_percent, steps));
+        step(steps);
+}
+
+void PageZoom::step(int turns)
+{
+    if (m_pdf.isPdf())
+        turnViewer(turns);
+    else
+        zoom(zoomedBy(m_percent, turns));
+}
+
+void PageZoom::turnViewer(int turns)
+{
+    const QWebEngineView* const view = QWebEngineView::forPage(m_page);
+    QWidget* const picture = view == nullptr ? nullptr : view->focusProxy();
+    if (picture == nullptr)
+        return;
+    const QPointF centre = picture->rect().center();
+    QWheelEvent event(centre, picture->mapToGlobal(centre), {},
+                      {0, turns * QWheelEvent::DefaultDeltasPerStep}, Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(picture, &event);
+}
+
+bool PageZoom::canReset() const
+{
+    return !m_pdf.isPdf();
+}
+
+void PageZoom::reset()
+{
+    if (canReset())
+        zoom(normalZoom);
 }
 
 void PageZoom::zoom(int percent)
