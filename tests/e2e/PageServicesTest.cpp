@@ -118,8 +118,12 @@ private:
     void enterFullScreen()
     {
         QTRY_VERIFY(m_host->focusProxy() != nullptr);
-        QTest::mouseClick(m_host->focusProxy(), Qt::LeftButton);
-        QTRY_VERIFY(screen() != nullptr);
+        // A page takes clicks only some time after it says that it is loaded.
+        for (int i = 0; i < 10 && screen() == nullptr; ++i) {
+            QTest::mouseClick(m_host->focusProxy(), Qt::LeftButton);
+            (void)QTest::qWaitFor([this] { return screen() != nullptr; }, 500);
+        }
+        QVERIFY(screen() != nullptr);
         QTRY_VERIFY(screen()->isActiveWindow());
         QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
     }
