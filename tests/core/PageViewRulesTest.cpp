@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 using enum PageMenuItem;
 
 /// The rules behind what can be done with a page.
-class PageRulesTest : public QObject {
+class PageViewRulesTest : public QObject {
     Q_OBJECT
 private slots:
     void zoom_data()
@@ -114,5 +114,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(PageRulesTest)
-#include "PageRulesTest.moc"
+QTEST_GUILESS_MAIN(PageViewRulesTest)
+#include "PageViewRulesTest.moc"
