@@ -12,10 +12,12 @@ using namespace Qt::StringLiterals;
 void installGermanTexts()
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    // An installed program brings the texts along: Qt does not require them.
+    const QString own = QCoreApplication::applicationDirPath() + u"/translations"_s;
+    const QString shared = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
     for (const QString& name : {u"qtbase_de"_s, u"qtwebengine_de"_s}) {
         auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
-        if (translator->load(name, folder)) {
+        if (translator->load(name, own) || translator->load(name, shared)) {
             QCoreApplication::installTranslator(translator.release()); // the application owns it
         }
     }
