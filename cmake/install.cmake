@@ -8,6 +8,8 @@ install(TARGETS tessera tessera_shell
   RUNTIME DESTINATION . COMPONENT program
   LIBRARY DESTINATION . COMPONENT program)
 install(FILES resources/Lizenz.txt DESTINATION . COMPONENT program)
+install(FILES resources/icons/glyphs/LICENSE RENAME Lizenz-Symbole.txt
+  DESTINATION . COMPONENT program)
 # The program also finds these where Qt has them, so they may be missing here.
 install(FILES
   ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}/qtbase_de.qm

@@ -26,7 +26,10 @@ within() {
     done
 }
 
-ended_well() { kill -TERM "$tessera_pid" && wait "$tessera_pid"; }
+ended_well() {
+    kill -TERM "$tessera_pid"
+    within 20 not kill -0 "$tessera_pid" 2>/dev/null && wait "$tessera_pid"
+}
 
 is_hardened() {
     local dynamic segments
@@ -100,3 +103,9 @@ mkdir "$scratch/unpacked"
 expect "unpacking" tar -C "$scratch/unpacked" --strip-components 1 -xf "$scratch"/pack/*.tar.gz
 expect "packed program" grep -qx 'Tessera 5.3.5' <("$scratch/unpacked/tessera" --version)
 expect "packed desktop file" test -s "$scratch/unpacked/share/applications/tessera.desktop"
+
+mkdir "$scratch/unpacked/Pref.tsp" # so that it cannot be written
+"$scratch/unpacked/tessera" "$HOME/Größe.html" >"$scratch/program.log" 2>&1 &
+tessera_pid=$!
+expect "packed program's page" within 30 has_caption 'Tessera.*Paket'
+expect "end without preferences" ended_well
