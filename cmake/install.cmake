@@ -10,7 +10,7 @@ install(TARGETS tessera tessera_shell
 install(FILES resources/Lizenz.txt DESTINATION . COMPONENT program)
 install(FILES resources/icons/glyphs/LICENSE RENAME Lizenz-Symbole.txt
   DESTINATION . COMPONENT program)
-# The program also finds these where Qt has them, so they may be missing here.
+# For where Qt has none: the program prefers those in Qt's own folder.
 install(FILES
   ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}/qtbase_de.qm
   ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}/qtwebengine_de.qm
