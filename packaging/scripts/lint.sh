@@ -12,7 +12,7 @@ set -euo pipefail
 
 folder=$root/build/release
 work=$root/build/lint
-rooms=(base app browser history bookmarks)
+rooms=(base app browser history bookmarks resources)
 most=12 # sources in one piece
 
 # Lists source and fingerprint: the digest of all project files that the
