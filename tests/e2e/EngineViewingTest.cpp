@@ -14,7 +14,7 @@
 using namespace Qt::StringLiterals;
 
 /// What users do with a page of the real engine.
-class PageServicesTest : public QObject {
+class EngineViewingTest : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase()
@@ -134,5 +134,5 @@ private:
     QWebEnginePage* m_page = nullptr;
 };
 
-ENGINE_TEST_MAIN(PageServicesTest)
-#include "PageServicesTest.moc"
+ENGINE_TEST_MAIN(EngineViewingTest)
+#include "EngineViewingTest.moc"
