@@ -158,7 +158,8 @@ bool WebDownloads::isResumed(QWebEngineDownloadRequest& download)
     }
     if (running->request && running->request != &download) {
         running->request->disconnect(this);
-        running->request->deleteLater();
+        // Deleted now, it would cancel the download that both stand for.
+        running->request->setParent(&download);
     }
     running->request = &download;
     const QFileInfo file(running->path);
