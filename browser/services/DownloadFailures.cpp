@@ -4,6 +4,11 @@ using namespace Qt::StringLiterals;
 
 QString failureText(QWebEngineDownloadRequest::DownloadInterruptReason reason)
 {
+    // The engine's public list has gaps.
+    constexpr int contentLengthMismatch = 38;
+    if (reason == contentLengthMismatch) {
+        return failureText(QWebEngineDownloadRequest::NetworkFailed);
+    }
     switch (reason) { // the compiler tells when the engine knows another reason
     case QWebEngineDownloadRequest::NoReason:
         return {};

@@ -178,6 +178,8 @@ void WebDownloads::follow(QWebEngineDownloadRequest& download)
     };
     connect(&download, &QWebEngineDownloadRequest::receivedBytesChanged, this, report);
     connect(&download, &QWebEngineDownloadRequest::totalBytesChanged, this, report);
+    connect(&download, &QWebEngineDownloadRequest::stateChanged, this,
+            [this, &download] { ended(download); });
     connect(&download, &QWebEngineDownloadRequest::isFinishedChanged, this,
             [this, &download] { ended(download); });
     ended(download); // a small file may be complete already
@@ -192,13 +194,16 @@ void WebDownloads::cancel(quint32 id)
 
 void WebDownloads::ended(QWebEngineDownloadRequest& download)
 {
-    if (!download.isFinished() || !m_running.contains(download.id())) {
+    // One that could be gone on with does not count as finished, but nobody will.
+    const bool isInterrupted = download.state() == QWebEngineDownloadRequest::DownloadInterrupted;
+    const bool isOver = download.isFinished() || isInterrupted;
+    if (!isOver || !m_running.contains(download.id())) {
         return;
     }
     const Running running = m_running.take(download.id());
     m_table.progress(running.row, download.receivedBytes(), download.totalBytes());
     download.disconnect(this);
-    download.deleteLater();
+    download.deleteLater(); // and the engine forgets about it
     switch (download.state()) {
     case QWebEngineDownloadRequest::DownloadCompleted:
         m_table.finish(running.row, DownloadState::Completed);
@@ -210,7 +215,7 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
         m_table.finish(running.row, DownloadState::Cancelled);
         break;
     }
-    // The engine keeps the beginning of a file to go on with, which nobody will.
+    // The engine may be about to do so, but not before the program has ended.
     QFile::remove(partialFile(running.path));
 }
 
