@@ -13,6 +13,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QUrl>
@@ -94,7 +95,7 @@ void frmDownloads::buildControls()
     layout->addWidget(m_list);
     layout->addLayout(buttons);
     m_list->setFocus();
-    constexpr QSize firstSize(720, 280);
+    constexpr QSize firstSize(820, 240);
     resize(firstSize);
 }
 
@@ -117,8 +118,8 @@ void frmDownloads::buildList()
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
     constexpr int air = 24;
-    header->resizeSection(DownloadTable::Name, 260);
-    header->resizeSection(DownloadTable::Progress, 130);
+    header->resizeSection(DownloadTable::Name, 220);
+    header->resizeSection(DownloadTable::Progress, 100);
     header->resizeSection(DownloadTable::Size,
                           fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
 }
@@ -166,6 +167,12 @@ void frmDownloads::showQuietly()
 {
     if (isVisible()) {
         return;
+    }
+    if (const QWidget* owner = parentWidget()) { // not over what is being read
+        const QPoint corner = owner->frameGeometry().bottomRight();
+        const QPoint origin = screen()->availableGeometry().topLeft();
+        const QPoint wanted = corner - rect().bottomRight();
+        move(std::max(wanted.x(), origin.x()), std::max(wanted.y(), origin.y()));
     }
     setAttribute(Qt::WA_ShowWithoutActivating, true);
     show();

@@ -123,10 +123,12 @@ private slots:
         QVERIFY(m_world->mayEnd());
     }
 
-    void windowOfTheQuestionCloses()
+    void windowOfTheQuestionOpensAnotherAndCloses()
     {
         save(u"a.bin"_s);
         m_world->shell.fakePrompt.whileOpen([this] {
+            m_window->run(u"window.open('/start')"_s);
+            QTRY_VERIFY(m_lent && m_lent->visits.size() == 1);
             delete m_window;
             QTest::qWait(300);
         });
@@ -197,6 +199,27 @@ private slots:
         m_window->run(script);
         QTRY_COMPARE_WITH_TIMEOUT(files(), names, 30000);
         QTRY_COMPARE(states(), QStringList(count, u"Fertig"_s));
+        qDeleteAll(lent);
+    }
+
+    void manyRefusedAtOnce()
+    {
+        int closings = 0;
+        QList<QPointer<EngineWindow>> lent;
+        m_window->makeWindow = [&] {
+            lent << m_world->open();
+            connect(&lent.last()->engine(), &EngineControl::WindowClosing, lent.last(),
+                    [&] { ++closings; });
+            return lent.last();
+        };
+        save({});
+        m_world->shell.fakePrompt.answerYesNo(true);
+        m_world->shell.fakePrompt.whileOpen([] { QTest::qWait(1000); });
+        m_window->run(u"for (let i = 0; i < 5; ++i) window.open('/file?' + i)"_s);
+        QTRY_COMPARE(closings, 5);
+        QCOMPARE(m_world->shell.fakePrompt.takeTexts().value(1),
+                 u"Downloads|Question|Es warten noch 4 Downloads. Sollen auch sie entfallen ?"_s);
+        QVERIFY(files().isEmpty());
         qDeleteAll(lent);
     }
 
