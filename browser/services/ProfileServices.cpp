@@ -99,6 +99,6 @@ bool ProfileServices::mayEnd()
             return false;
         }
     }
-    m_downloads.cancelAll();
+    m_table.cancelAll();
     return true;
 }

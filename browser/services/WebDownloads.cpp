@@ -17,9 +17,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// More than a page could want in earnest.
-constexpr std::size_t mostWaiting = 200;
-constexpr std::chrono::seconds patience(10);
+/// Downloads refused in a row that pages may go on asking after.
+constexpr int bearable = 2;
+/// What comes that soon after a refusal goes on from it.
+constexpr std::chrono::milliseconds burst(3000);
 
 QString firstFolder()
 {
@@ -33,12 +34,8 @@ WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& prof
                            DownloadTable& table)
     : m_shell(shell), m_owner(owner), m_table(table)
 {
-    m_patience.setSingleShot(true);
-    connect(&m_patience, &QTimer::timeout, this, &WebDownloads::nextDidNotCome);
     connect(&profile, &QWebEngineProfile::downloadRequested, this, &WebDownloads::requested);
 }
-
-WebDownloads::~WebDownloads() = default;
 
 void WebDownloads::requested(QWebEngineDownloadRequest* download)
 {
@@ -46,26 +43,14 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
         return;
     }
     const QPointer<WebEnginePage> page = qobject_cast<WebEnginePage*>(download->page());
-    std::unique_ptr<Waiting> asked;
-    if (m_next && m_next->url == download->url()) {
-        m_patience.stop();
-        asked = std::move(m_next);
-    }
     if (download->state() == QWebEngineDownloadRequest::DownloadInProgress) {
         begin(*download); // a page that is saved where somebody has been asked already
         return;
     }
-    if (m_isAsking) {
-        putOff(*download, page);
-        return;
-    }
-    m_isAsking = true;
     decide(*download, page);
-    m_isAsking = false;
     if (page) {
         emit page->downloadDecided();
     }
-    QTimer::singleShot(0, this, &WebDownloads::askForNext);
 }
 
 void WebDownloads::decide(QWebEngineDownloadRequest& download, WebEnginePage* page)
@@ -82,14 +67,16 @@ void WebDownloads::decide(QWebEngineDownloadRequest& download, WebEnginePage* pa
     const QPointer<QWebEngineDownloadRequest> alive = &download;
     // The page's window may be a window of its own, and close meanwhile.
     const QPointer<QWidget> window = parent;
-    const QString path = askForPath(download, parent);
+    const QString path = isUnwanted(parent) ? QString() : askForPath(download, window);
     if (path.isEmpty()) {
+        ++m_refusals;
+        m_lastRefusal.start();
         if (alive) {
             download.cancel();
         }
-        askWhetherToGoOn(window);
         return;
     }
+    m_refusals = 0;
     const QFileInfo file(path);
     m_folder = file.absolutePath();
     if (!alive || download.state() != QWebEngineDownloadRequest::DownloadRequested) {
@@ -219,70 +206,19 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
     QFile::remove(partialFile(running.path));
 }
 
-void WebDownloads::cancelAll()
+bool WebDownloads::isUnwanted(QWidget* parent)
 {
-    m_waiting.clear();
-    m_next.reset();
-    m_patience.stop();
-    m_table.cancelAll();
-}
-
-void WebDownloads::putOff(QWebEngineDownloadRequest& download, WebEnginePage* page)
-{
-    const QUrl url = download.url();
-    const QString name = download.suggestedFileName();
-    download.cancel();
-    if (page == nullptr || m_waiting.size() >= mostWaiting) {
-        m_table.add({.path = proposedPath(safeFileName(name)),
-                     .state = DownloadState::Failed,
-                     .failure = u"Es waren zu viele Downloads auf einmal."_s});
-        emit begun();
-        return;
+    if (!m_lastRefusal.isValid() || m_lastRefusal.hasExpired(burst.count())) {
+        m_refusals = 0;
     }
-    m_waiting.push_back({url, name, page, std::make_unique<WebEnginePage::Question>(*page)});
-}
-
-void WebDownloads::askWhetherToGoOn(QWidget* parent)
-{
-    if (m_waiting.empty()) {
-        return;
+    if (m_refusals < bearable) {
+        return false;
     }
-    const QString text =
-        m_waiting.size() == 1
-            ? u"Es wartet noch ein Download. Soll auch er entfallen ?"_s
-            : u"Es warten noch %1 Downloads. Sollen auch sie entfallen ?"_s.arg(m_waiting.size());
-    if (m_shell.prompt().askYesNo(parent, text, u"Downloads"_s, Prompt::Icon::Question)) {
-        const std::deque<Waiting> dropped = std::exchange(m_waiting, {});
-        for (const Waiting& waiting : dropped) {
-            if (waiting.page) {
-                emit waiting.page->downloadDecided();
-            }
-        }
+    if (m_refusals == bearable &&
+        !m_shell.prompt().askYesNo(parent, u"Es kommen noch mehr Downloads. Alle ablehnen ?"_s,
+                                   u"Downloads"_s, Prompt::Icon::Question)) {
+        m_refusals = 0;
+        return false;
     }
-}
-
-void WebDownloads::askForNext()
-{
-    if (m_isAsking || m_next || m_waiting.empty()) {
-        return;
-    }
-    m_next = std::make_unique<Waiting>(std::move(m_waiting.front()));
-    m_waiting.pop_front();
-    m_patience.start(patience);
-    if (m_next->page) {
-        m_next->page->download(m_next->url, m_next->name);
-    }
-}
-
-void WebDownloads::nextDidNotCome()
-{
-    const std::unique_ptr<Waiting> lost = std::move(m_next);
-    m_table.add({.path = proposedPath(safeFileName(lost->name)),
-                 .state = DownloadState::Failed,
-                 .failure = u"Der Server hat die Datei kein zweites Mal geschickt."_s});
-    if (lost->page) {
-        emit lost->page->downloadDecided();
-    }
-    emit begun();
-    askForNext();
+    return true;
 }

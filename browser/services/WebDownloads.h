@@ -3,44 +3,28 @@
 #include "browser/WebEnginePage.h"
 #include "browser/services/DownloadTable.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QPointer>
-#include <QTimer>
-#include <QUrl>
-
-#include <deque>
-#include <memory>
 
 class QWebEngineDownloadRequest;
 class QWebEngineProfile;
 class Shell;
 
 /// Asks for every download of a profile where it is to go, and keeps the table
-/// of the downloads. It asks one question at a time: while one is open, further
-/// downloads wait and are asked of their servers once more.
+/// of the downloads. The engine does nothing, in all windows, until it knows
+/// (seen with Qt 6.4), so that there is one question at a time.
 class WebDownloads : public QObject {
     Q_OBJECT
 public:
     /// All outlive it. `owner` is the window that questions without a page belong to.
     WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, DownloadTable& table);
-    ~WebDownloads() override;
-
-    /// Breaks all downloads off; nothing of them is left on the disk.
-    void cancelAll();
 
 signals:
     /// A download has begun, or has failed to.
     void begun();
 
 private:
-    struct Waiting {
-        QUrl url;
-        QString name;
-        QPointer<WebEnginePage> page;
-        /// Keeps the page, whose window may go.
-        std::unique_ptr<WebEnginePage::Question> hold;
-    };
-
     struct Running {
         DownloadTable::Id row = 0;
         QString path;
@@ -54,23 +38,18 @@ private:
     QString proposedPath(const QString& name) const;
     void begin(QWebEngineDownloadRequest& download);
     void follow(QWebEngineDownloadRequest& download);
+    bool isUnwanted(QWidget* parent);
     void cancel(quint32 id);
     void ended(QWebEngineDownloadRequest& download);
-    void putOff(QWebEngineDownloadRequest& download, WebEnginePage* page);
-    void askWhetherToGoOn(QWidget* parent);
-    void askForNext();
-    void nextDidNotCome();
 
     Shell& m_shell;
     QWidget* m_owner;
     DownloadTable& m_table;
     /// Where the last file went.
     QString m_folder;
-    bool m_isAsking = false;
     /// Under the engine's numbers.
     QHash<quint32, Running> m_running;
-    std::deque<Waiting> m_waiting;
-    /// The one that has been asked of its server again.
-    std::unique_ptr<Waiting> m_next;
-    QTimer m_patience;
+    /// How many downloads the user has refused in a row, and when the last one.
+    int m_refusals = 0;
+    QElapsedTimer m_lastRefusal;
 };
