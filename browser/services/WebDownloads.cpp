@@ -13,6 +13,8 @@
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
