@@ -17,6 +17,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
@@ -217,6 +219,11 @@ void MDIForm1::closeEvent(QCloseEvent* event)
     // Now: a question of the archive's may keep the frame open for a while yet.
     if (!m_start.previousInstance())
         storeSizeAndState();
+    if (!std::all_of(m_endChecks.begin(), m_endChecks.end(),
+                     [](const auto& mayEnd) { return mayEnd(); })) {
+        m_unloading = false;
+        return;
+    }
     unloadChildren();
     MDIForm_Unload();
     event->accept();

@@ -84,7 +84,8 @@ int run(QApplication& application, const ShellStart& start)
     AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
-    engines.serve(frame);
+    engines.serve(frame, &frame);
+    frame.addEndCheck([&engines] { return engines.mayEnd(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 

@@ -80,6 +80,8 @@ void WebEngineControl::connectWindow()
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
     connect(m_page, &QWebEnginePage::windowCloseRequested, this, &WebEngineControl::closeWindow);
+    connect(m_page, &WebEnginePage::downloadDecided, this,
+            [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
 }
 
 void WebEngineControl::Navigate(const QString& url)
@@ -247,5 +249,14 @@ void WebEngineControl::closeWindow()
     emit WindowClosing(m_isLent, cancel);
     if (self && !cancel && m_view) {
         m_view->hide();
+    }
+}
+
+void WebEngineControl::closeIfEmpty()
+{
+    // A page has opened it for the download's sake only. It may have been
+    // written into without ever going anywhere: then it has a document.
+    if (m_isLent && !m_visits.document() && pageState().commit.position < 0) {
+        closeWindow();
     }
 }

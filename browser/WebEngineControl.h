@@ -60,6 +60,7 @@ private:
     void lend(QWebEngineNewWindowRequest& request);
     void resizeWindow(const QRect& geometry);
     void closeWindow();
+    void closeIfEmpty();
 
     QPointer<WebEnginePage> m_page;
     QPointer<QWebEngineView> m_view;

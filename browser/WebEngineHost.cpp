@@ -4,6 +4,7 @@
 #include "browser/services/PageServices.h"
 #include "browser/services/ProfileServices.h"
 #include "browser/services/SpellCheck.h"
+#include "browser/services/StoredWebData.h"
 
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -24,6 +25,7 @@ WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFold
                              AddressResolver resolve)
     : m_resolve(std::move(resolve)), m_profile(makeProfile()), m_pages(std::make_unique<QObject>())
 {
+    removeMarkedWebData(dataFolder);
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
@@ -38,15 +40,20 @@ EngineFactory WebEngineHost::factory()
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
         auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve);
-        new PageServices(*m_shell, parent, engine->view(), page); // goes with the page
+        new PageServices(*m_shell, *m_services, parent, engine->view(), page); // goes with the page
         return engine;
     };
 }
 
-void WebEngineHost::serve(Shell& shell)
+void WebEngineHost::serve(Shell& shell, QWidget* frame)
 {
     m_shell = &shell;
-    m_services = std::make_unique<ProfileServices>(shell, *m_profile);
+    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile);
+}
+
+bool WebEngineHost::mayEnd()
+{
+    return !m_services || m_services->mayEnd();
 }
 
 void WebEngineHost::endService()

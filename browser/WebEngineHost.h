@@ -24,8 +24,10 @@ public:
     EngineFactory factory();
 
     /// Gives the pages the frame that their services ask and tell the user
-    /// through. `shell` outlives every engine.
-    void serve(Shell& shell);
+    /// through, and its window. Both outlive every engine.
+    void serve(Shell& shell, QWidget* frame);
+    /// Whether the program may end; asks the user if something would be lost.
+    bool mayEnd();
     /// Ends what works for all pages, before the frame goes.
     void endService();
 

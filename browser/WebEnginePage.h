@@ -34,6 +34,8 @@ signals:
     void frameReported(const FrameReport& report);
     /// The page, or one of its frames, is about to open `url`.
     void navigationStarting(const QUrl& url, bool isMainFrame);
+    /// What the page was about to show is being saved as a file, or is not wanted.
+    void downloadDecided();
 
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;

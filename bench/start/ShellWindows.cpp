@@ -19,7 +19,7 @@ int main(int argc, char** argv)
     MessagePrompt prompt;
     ProcessStarter starter;
     AppInit shell(folder, prompt, starter, {engines.factory(), [] { return QStringList(); }});
-    engines.serve(shell.frame());
+    engines.serve(shell.frame(), &shell.frame());
     shell.Main(arguments.value(1));
     for (int i = arguments.value(3).toInt(); i > 1; --i)
         shell.frame().VisitUrl(arguments.value(1));

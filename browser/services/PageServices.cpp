@@ -4,13 +4,16 @@
 #include "browser/services/PageContextMenu.h"
 #include "browser/services/PageFind.h"
 #include "browser/services/PageFullScreen.h"
+#include "browser/services/PageKeys.h"
 #include "browser/services/PagePrinter.h"
 #include "browser/services/PageZoom.h"
 #include "browser/services/PdfWatch.h"
+#include "browser/services/ProfileServices.h"
 
 #include <QWebEngineView>
 
-PageServices::PageServices(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page)
+PageServices::PageServices(Shell& shell, ProfileServices& profile, QWidget* window,
+                           QWebEngineView* view, WebEnginePage* page)
     : QObject(page)
 {
     auto* const pdf = new PdfWatch(page);
@@ -27,6 +30,8 @@ PageServices::PageServices(Shell& shell, QWidget* window, QWebEngineView* view, 
         {PageMenuItem::ZoomIn, [zoom] { zoom->zoomIn(); }},
         {PageMenuItem::ZoomOut, [zoom] { zoom->zoomOut(); }},
         {PageMenuItem::ZoomReset, [zoom] { zoom->reset(); }},
+        {PageMenuItem::Downloads, [&profile] { profile.showDownloads(); }},
+        {PageMenuItem::BrowserData, [&profile] { profile.showBrowserData(); }},
     };
     commands.isIdle = [zoom](PageMenuItem item) {
         return item == PageMenuItem::ZoomReset && !zoom->canReset();
@@ -40,4 +45,7 @@ PageServices::PageServices(Shell& shell, QWidget* window, QWebEngineView* view, 
         zoom->serve(screen, screen);
         menu->serve(screen);
     });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
+    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
+                [&profile] { profile.showBrowserData(); });
 }

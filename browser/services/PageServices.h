@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class ProfileServices;
 class QWebEngineView;
 class Shell;
 class WebEnginePage;
@@ -13,6 +14,7 @@ class PageServices : public QObject {
     Q_OBJECT
 public:
     /// `window` is the widget that holds `view`; keys of the services work in all
-    /// of it. `shell` outlives the page; it belongs to `page`.
-    PageServices(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page);
+    /// of it. `shell` outlives the page, `profile` its window; it belongs to `page`.
+    PageServices(Shell& shell, ProfileServices& profile, QWidget* window, QWebEngineView* view,
+                 WebEnginePage* page);
 };

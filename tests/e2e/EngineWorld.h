@@ -39,6 +39,8 @@ public:
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
     EngineWindow* open();
+    /// Whether the program may end, for the engines' part.
+    bool mayEnd() { return m_host.mayEnd(); }
     /// The colour in the middle of the window as it is on the screen.
     QColor colourOf(const EngineWindow& window) const;
     QString address(const QString& path) const { return server.address(path); }

@@ -33,11 +33,14 @@ void LoopbackServer::serve(QTcpSocket& socket)
 
 void LoopbackServer::send(QTcpSocket& socket, const Answer& answer) const
 {
+    const QByteArray length =
+        answer.isLengthUnknown
+            ? QByteArray()
+            : "Content-Length: " + QByteArray::number(answer.body.size()) + "\r\n";
     socket.write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n" + answer.headers +
-                 "Content-Type: " + answer.type + "\r\nContent-Length: " +
-                 QByteArray::number(answer.body.size()) + "\r\nConnection: close\r\n\r\n" +
+                 "Content-Type: " + answer.type + "\r\n" + length + "Connection: close\r\n\r\n" +
                  answer.body.left(answer.sent < 0 ? answer.body.size() : answer.sent));
-    if (answer.sent < 0) {
+    if (answer.sent < 0 || answer.closes) {
         socket.disconnectFromHost();
     }
 }

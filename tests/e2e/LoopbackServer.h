@@ -19,6 +19,10 @@ public:
         QByteArray headers = {};
         /// The rest of the body is never sent: only its first `sent` bytes.
         qsizetype sent = -1;
+        /// The connection ends there, with or without the whole body.
+        bool closes = false;
+        /// The length of the body is not told.
+        bool isLengthUnknown = false;
     };
 
     explicit LoopbackServer(QObject* parent = nullptr);
