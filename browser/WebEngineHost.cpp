@@ -3,6 +3,7 @@
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/ProfileServices.h"
+#include "browser/services/QuestionDesk.h"
 
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -13,7 +14,8 @@ using namespace Qt::StringLiterals;
 
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve)
-    : m_resolve(std::move(resolve)), m_profile(std::make_unique<QWebEngineProfile>(u"Tessera"_s)),
+    : m_resolve(std::move(resolve)), m_desk(std::make_unique<QuestionDesk>()),
+      m_profile(std::make_unique<QWebEngineProfile>(u"Tessera"_s)),
       m_pages(std::make_unique<QObject>())
 {
     m_profile->setPersistentStoragePath(dataFolder);
@@ -28,14 +30,15 @@ EngineFactory WebEngineHost::factory()
 {
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve);
-        new PageServices(*m_shell, parent, engine->view(), page); // goes with the page
+        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve, m_desk->popups);
+        new PageServices(*m_shell, parent, engine->view(), page, *m_desk); // goes with the page
         return engine;
     };
 }
 
-void WebEngineHost::serve(Shell& shell)
+void WebEngineHost::serve(Shell& shell, PageAsker& asker)
 {
+    m_desk->asker = &asker;
     m_shell = &shell;
     m_services = std::make_unique<ProfileServices>(shell, *m_profile);
 }
@@ -53,6 +56,12 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
     settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    settings.setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // What the user allows holds for this run.
+    m_profile->setPersistentPermissionsPolicy(
+        QWebEngineProfile::PersistentPermissionsPolicy::AskEveryTime);
+#endif
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
 }

@@ -4,8 +4,10 @@
 
 #include <QWebEnginePage>
 
+class WebScriptAnswers;
+
 /// A page whose frames report themselves, which says when it is about to go
-/// somewhere, and which refuses what nobody has asked the user about.
+/// somewhere, and which asks the user through others.
 class WebEnginePage : public QWebEnginePage {
     Q_OBJECT
 public:
@@ -28,21 +30,40 @@ public:
     /// event loop and no question is open.
     void retire();
     bool isRetired() const { return m_isRetired; }
+    /// Whether a question is open.
+    bool isAsking() const { return m_questions > 0; }
+
+    /// `answers` answers the page's scripts from now on; it goes with the page.
+    /// Without one they get no answer.
+    void answerScripts(WebScriptAnswers* answers) { m_answers = answers; }
 
 signals:
     void frameReported(const FrameReport& report);
     /// The page, or one of its frames, is about to open `url`.
     void navigationStarting(const QUrl& url, bool isMainFrame);
+    /// The user, not a script, is about to send the page somewhere.
+    void userNavigates();
+    /// The page goes nowhere, as `url` is for another program of the desktop.
+    /// `isUsersWish`: not a script or a redirection, for certain.
+    void desktopAddressMet(const QUrl& url, bool isUsersWish);
+    /// The page has the user asked whether it may be left, and the answer.
+    void leaveAsked();
+    void leaveAnswered(bool isLeaving);
 
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
+    void javaScriptAlert(const QUrl& site, const QString& text) override;
+    bool javaScriptConfirm(const QUrl& site, const QString& text) override;
+    bool javaScriptPrompt(const QUrl& site, const QString& text, const QString& preset,
+                          QString* result) override;
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message,
                                   int lineNumber, const QString& sourceId) override;
 
 private:
-    void refusePermissions();
+    bool askToLeave();
 
     const WebFrameReports& m_reports;
+    WebScriptAnswers* m_answers = nullptr;
     int m_questions = 0;
     bool m_isRetired = false;
 };

@@ -19,6 +19,8 @@ public:
         QByteArray headers = {};
         /// The rest of the body is never sent: only its first `sent` bytes.
         qsizetype sent = -1;
+        /// "user:password" that the answer is kept for; others get 401 (realm "Keller").
+        QByteArray logIn = {};
     };
 
     explicit LoopbackServer(QObject* parent = nullptr);
