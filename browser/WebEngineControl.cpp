@@ -225,7 +225,7 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
 {
     if (isForDesktop(request.requestedUrl())) {
         if (request.isUserInitiated()) {
-            emit m_page->desktopAddressMet(request.requestedUrl(), true);
+            emit m_page->desktopAddressMet(request.requestedUrl(), false);
         }
         return false;
     }

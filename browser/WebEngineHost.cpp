@@ -56,7 +56,8 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
     settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
-    settings.setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+    settings.setUnknownUrlSchemePolicy(
+        QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     // What the user allows holds for this run.
     m_profile->setPersistentPermissionsPolicy(

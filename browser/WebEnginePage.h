@@ -43,9 +43,9 @@ signals:
     void navigationStarting(const QUrl& url, bool isMainFrame);
     /// The user, not a script, is about to send the page somewhere.
     void userNavigates();
-    /// The page goes nowhere, as `url` is for another program of the desktop.
-    /// `isUsersWish`: not a script or a redirection, for certain.
-    void desktopAddressMet(const QUrl& url, bool isUsersWish);
+    /// The page goes nowhere, as `url` is for another program of the desktop. It
+    /// comes from the user, or from the page.
+    void desktopAddressMet(const QUrl& url, bool isUsersOwn);
     /// The page has the user asked whether it may be left, and the answer.
     void leaveAsked();
     void leaveAnswered(bool isLeaving);

@@ -54,35 +54,37 @@ bool DesktopLinks::takeClick()
     return isRecent;
 }
 
-void DesktopLinks::met(const QUrl& url, bool isUsersWish)
+void DesktopLinks::met(const QUrl& url, bool isUsersOwn)
 {
-    if (isUsersWish || takeClick()) {
-        m_asking.whenItIsOurTurn(this, [this, url] { ask(url); });
+    if (isUsersOwn || takeClick()) {
+        m_asking.whenItIsOurTurn(this, [this, url, isUsersOwn] { open(url, isUsersOwn); });
     }
 }
 
-void DesktopLinks::ask(const QUrl& url)
+void DesktopLinks::open(const QUrl& url, bool isUsersOwn)
 {
-    QSet<QString>& known = m_asking.desk().desktopSchemes;
     const QString address = cleanLine(url.toString(QUrl::FullyEncoded));
-    if (!known.contains(url.scheme())) {
-        const PageAnswer answer = m_asking.ask(
-            {.title = u"Anderes Programm"_s,
-             .text = siteName(m_asking.page().url()) + u":\n\nSoll „"_s + address +
-                     u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
-             .accept = u"Öffnen"_s,
-             .refuse = u"Abbrechen"_s,
-             .isRisky = true,
-             .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(url.scheme())});
-        if (!answer.isAccepted) {
-            return;
-        }
-        if (answer.isChecked) {
-            known.insert(url.scheme());
-        }
-    }
-    if (!QDesktopServices::openUrl(url)) {
+    const bool mayOpen =
+        m_asking.desk().desktopSchemes.contains(url.scheme()) || ask(url, address, isUsersOwn);
+    if (mayOpen && !QDesktopServices::openUrl(url)) {
         m_asking.ask({.title = u"Anderes Programm"_s,
                       .text = u"Für „%1“ ist kein Programm eingerichtet."_s.arg(address)});
     }
+}
+
+bool DesktopLinks::ask(const QUrl& url, const QString& address, bool isUsersOwn)
+{
+    const QString site = isUsersOwn ? QString() : siteName(m_asking.page().url()) + u":\n\n"_s;
+    const PageAnswer answer = m_asking.ask(
+        {.title = u"Anderes Programm"_s,
+         .text =
+             site + u"Soll „"_s + address + u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
+         .accept = u"Öffnen"_s,
+         .refuse = u"Abbrechen"_s,
+         .isRisky = true,
+         .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(url.scheme())});
+    if (answer.isAccepted && answer.isChecked) {
+        m_asking.desk().desktopSchemes.insert(url.scheme());
+    }
+    return answer.isAccepted;
 }

@@ -18,9 +18,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void met(const QUrl& url, bool isUsersWish);
+    void met(const QUrl& url, bool isUsersOwn);
     bool takeClick();
-    void ask(const QUrl& url);
+    void open(const QUrl& url, bool isUsersOwn);
+    bool ask(const QUrl& url, const QString& address, bool isUsersOwn);
 
     AskingPage& m_asking;
     /// Runs since the user's last click or key, until it has been used up.

@@ -222,12 +222,13 @@ private slots:
 
     void crash()
     {
-        load(m_window, "<title>Lebt</title>");
+        m_world->server.answer(u"/never"_s, {.body = "x", .sent = 0});
+        load(m_window, "<title>Lebt</title><img src=/never>");
         QTRY_COMPARE(m_window->visits.size(), 1);
         ::kill(pid(m_window), SIGKILL);
         auto* const overlay = m_window->findChild<QWidget*>(u"CrashOverlay"_s);
         QTRY_VERIFY(overlay->isVisible());
-        QVERIFY(!m_window->engine().Busy());
+        QTRY_VERIFY(!m_window->engine().Busy());
         overlay->findChild<QPushButton*>(u"cmdReload"_s)->click();
         QTRY_COMPARE(m_window->visits.size(), 2);
         QVERIFY(!overlay->isVisible());
