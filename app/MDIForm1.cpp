@@ -3,6 +3,7 @@
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/FrameStatusBar.h"
+#include "app/PaintPacer.h"
 #include "app/Prefer.h"
 #include "app/StartModule.h"
 #include "base/Guarded.h"
@@ -32,6 +33,7 @@ MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
         if (auto* browser = qobject_cast<frmBrowser*>(window))
             browser->activated();
     });
+    new PaintPacer(this); // belongs to the frame
     MDIForm_Load();
 }
 

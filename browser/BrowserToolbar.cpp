@@ -28,6 +28,7 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
     m_progress->setObjectName(u"ProgressBar1"_s);
     m_progress->setRange(0, 9);
     m_progress->setTextVisible(false);
+    m_progress->setAutoFillBackground(true); // a step paints nothing behind the bar
     m_progress->setFixedSize(90, 12);
     m_progressAction = addWidget(m_progress);
     showBusy(false);

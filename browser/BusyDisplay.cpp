@@ -61,6 +61,8 @@ void BusyDisplay::advance()
 void BusyDisplay::showStep(int step)
 {
     QProgressBar* bar = m_toolbar->progressBar();
+    if (bar->value() == bar->minimum() + step)
+        return;
     bar->setUpdatesEnabled(false);
     bar->setValue(bar->minimum() + step);
     bar->setUpdatesEnabled(true);

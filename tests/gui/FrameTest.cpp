@@ -1,6 +1,7 @@
 #include "tests/gui/FrameFixture.h"
 
 #include "app/InstanceServer.h"
+#include "app/PaintPacer.h"
 #include "history/HistoryItem.h"
 
 #include <QClipboard>
@@ -8,6 +9,21 @@
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
+
+/// A window whose paints take their time.
+class SlowWindow : public QWidget {
+public:
+    int paints = 0;
+    QString painted;
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        ++paints;
+        painted = windowTitle();
+        QTest::qSleep(60);
+    }
+};
 
 class FrameTest : public QObject {
     Q_OBJECT
@@ -47,6 +63,25 @@ private slots:
             QCoreApplication::processEvents();
             QVERIFY(f.window(1)->isMaximized());
         }
+    }
+
+    void slowPaintsLeaveTime()
+    {
+        QCOMPARE(pauseAfterPaint(16), 0); // a display's beat
+        SlowWindow window;
+        new PaintPacer(&window);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.paints = 0;
+        QElapsedTimer clock;
+        clock.start();
+        for (int change = 1; clock.elapsed() < 600; ++change) {
+            window.setWindowTitle(QString::number(change));
+            window.update();
+            QCoreApplication::processEvents();
+        }
+        QVERIFY2(window.paints <= 6, QByteArray::number(window.paints).constData());
+        QTRY_COMPARE(window.painted, window.windowTitle()); // the last change is not lost
     }
 
     void numbersAreNeverUsedAgain()
