@@ -32,11 +32,7 @@ CrashNotice::CrashNotice(WebEnginePage& page, QWebEngineView* view, QObject* par
                 }
             });
     // A load that was on its way already comes to its end in a new process.
-    connect(&page, &QWebEnginePage::renderProcessPidChanged, overlay, [overlay](qint64 pid) {
-        if (pid > 0) {
-            overlay->hide();
-        }
-    });
+    connect(&page, &WebEnginePage::frameReported, overlay, &QWidget::hide);
     connect(&page, &QWebEnginePage::loadStarted, overlay, &QWidget::hide);
     connect(overlay, &CrashOverlay::reloadWanted, &page, [&page] {
         QTimer::singleShot(0, &page, [&page] {
