@@ -83,9 +83,10 @@ frmBrowser* MDIForm1::CreateBrowser()
     window->showToolbar(preferences().Toolbar() != 0);
     m_area->addChild(window);
     window->load();
-    window->PubResize();
-    if (!window.isNull())
+    if (!window.isNull()) {
+        window->PubResize();
         m_area->setActiveSubWindow(window);
+    }
 
     m_windowNumber = addWhole(m_windowNumber, 1);
     m_counter = addWhole(m_counter, 1);

@@ -121,10 +121,11 @@ if [[ ${1:-} == --piece ]]; then
     exit
 fi
 
-for room in "${rooms[@]}"; do
-    mkdir -p "$work/$room"
-done
+mkdir -p "$work"
 fingerprints >"$work/fingerprints"
+while read -r source _; do # each leaves its mark beside its like
+    mkdir -p "$work/$(dirname "$source")"
+done <"$work/fingerprints"
 due=()
 while read -r source _; do
     passed_before "$source" || due+=("$source")
