@@ -234,7 +234,7 @@ void MDIForm1::unloadChildren()
 {
     const KeyedCollection<frmBrowser*> open = m_browser;
     for (frmBrowser* window : open)
-        window->close();
+        window->closeUnasked(); // who ends the program has been heard
     const QList<QWidget*> children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* window : children) {
         if (window->isWindow() && !window->isHidden())

@@ -10,6 +10,7 @@
 #include "browser/FileTable.h"
 #include "browser/GermanTexts.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageDialogs.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -80,11 +81,12 @@ int run(QApplication& application, const ShellStart& start)
         storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
         [&](const QString& typed) { return resolveAddress(typed, files, drives); });
     EndingPrompt prompt;
+    PageDialogs asker;
     ProcessStarter starter;
     AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
-    engines.serve(frame, &frame);
+    engines.serve(frame, &frame, asker);
     frame.addEndCheck([&engines] { return engines.mayEnd(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);

@@ -1,6 +1,10 @@
 #include "browser/services/PageServices.h"
 
 #include "browser/WebEnginePage.h"
+#include "browser/services/CertificateErrors.h"
+#include "browser/services/CrashNotice.h"
+#include "browser/services/DesktopLinks.h"
+#include "browser/services/LogInRequests.h"
 #include "browser/services/PageContextMenu.h"
 #include "browser/services/PageFind.h"
 #include "browser/services/PageFullScreen.h"
@@ -8,19 +12,41 @@
 #include "browser/services/PagePrinter.h"
 #include "browser/services/PageZoom.h"
 #include "browser/services/PdfWatch.h"
+#include "browser/services/PermissionRequests.h"
 #include "browser/services/ProfileServices.h"
+#include "browser/services/ScriptDialogs.h"
 
 #include <QWebEngineView>
 
-PageServices::PageServices(Shell& shell, ProfileServices& profile, QWidget* window,
-                           QWebEngineView* view, WebEnginePage* page)
-    : QObject(page)
+PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk,
+                           QWidget* window, QWebEngineView* view, WebEnginePage* page)
+    : QObject(page), m_page(page), m_asking(desk, shell, window, *page)
 {
-    auto* const pdf = new PdfWatch(page);
-    auto* const find = new PageFind(window, view, page);
-    auto* const zoom = new PageZoom(page, *pdf);
-    auto* const printer = new PagePrinter(shell, window, view, page, *pdf);
-    auto* const fullScreen = new PageFullScreen(window, view, page);
+    serveUser(view);
+    serveViewing(shell, profile, window, view);
+    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
+    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
+                [&profile] { profile.showBrowserData(); });
+}
+
+void PageServices::serveUser(QWebEngineView* view)
+{
+    new LogInRequests(m_asking, this);
+    new CertificateErrors(m_asking, this);
+    new PermissionRequests(m_asking, this);
+    new ScriptDialogs(m_asking, this);
+    new DesktopLinks(m_asking, view, this);
+    new CrashNotice(*m_page, view, this);
+}
+
+void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
+                                QWebEngineView* view)
+{
+    auto* const pdf = new PdfWatch(m_page);
+    auto* const find = new PageFind(window, view, m_page);
+    auto* const zoom = new PageZoom(m_page, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, m_page, *pdf);
+    auto* const fullScreen = new PageFullScreen(window, view, m_page);
 
     PageMenuCommands commands;
     commands.items = {
@@ -36,7 +62,7 @@ PageServices::PageServices(Shell& shell, ProfileServices& profile, QWidget* wind
     commands.isIdle = [zoom](PageMenuItem item) {
         return item == PageMenuItem::ZoomReset && !zoom->canReset();
     };
-    auto* const menu = new PageContextMenu(shell, page, commands);
+    auto* const menu = new PageContextMenu(shell, m_page, commands);
 
     zoom->serve(window, view);
     menu->serve(view);
@@ -45,7 +71,4 @@ PageServices::PageServices(Shell& shell, ProfileServices& profile, QWidget* wind
         zoom->serve(screen, screen);
         menu->serve(screen);
     });
-    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
-    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
-                [&profile] { profile.showBrowserData(); });
 }

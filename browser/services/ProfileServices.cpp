@@ -2,6 +2,7 @@
 
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
+#include "browser/services/Notices.h"
 #include "browser/services/StoredWebData.h"
 #include "browser/services/frmBrowserData.h"
 #include "browser/services/frmDownloads.h"
@@ -20,6 +21,7 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
     : m_shell(shell), m_owner(owner), m_profile(profile),
       m_downloads(shell, owner, profile, m_table)
 {
+    new Notices(profile, this);
     connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FakeAsker.h"
 #include "LoopbackServer.h"
 
 #include "browser/EngineControl.h"
@@ -49,6 +50,7 @@ public:
 
     LoopbackServer server;
     FakeShell shell;
+    FakeAsker asker;
 
 private:
     QTemporaryDir m_folder;

@@ -23,6 +23,8 @@ public:
         bool closes = false;
         /// The length of the body is not told.
         bool isLengthUnknown = false;
+        /// "user:password" that the answer is kept for; others get 401 (realm "Keller").
+        QByteArray logIn = {};
     };
 
     explicit LoopbackServer(QObject* parent = nullptr);
