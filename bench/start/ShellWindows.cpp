@@ -5,6 +5,7 @@
 #include "app/ProgramStarter.h"
 #include "base/MessagePrompt.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageDialogs.h"
 
 #include <QApplication>
 #include <QUrl>
@@ -17,9 +18,10 @@ int main(int argc, char** argv)
     WebEngineHost engines(folder + QStringLiteral("/data"), folder + QStringLiteral("/cache"),
                           [](const QString& typed) { return QUrl(typed); });
     MessagePrompt prompt;
+    PageDialogs asker;
     ProcessStarter starter;
     AppInit shell(folder, prompt, starter, {engines.factory(), [] { return QStringList(); }});
-    engines.serve(shell.frame());
+    engines.serve(shell.frame(), &shell.frame(), asker);
     shell.Main(arguments.value(1));
     for (int i = arguments.value(3).toInt(); i > 1; --i)
         shell.frame().VisitUrl(arguments.value(1));
