@@ -16,7 +16,7 @@ scenes=(first_start browser page questions windows downloads lists archive dialo
 # Decorations of the window manager, in pixels.
 border=1
 title_bar=20
-bottom=6
+bottom=5
 
 # find_window PATTERN: waits for a visible window of this caption; its number is
 # in $window, its size in $width and $height.
@@ -45,12 +45,16 @@ fail() {
 
 # place X Y [WIDTH HEIGHT]: puts the window found there and brings it forward.
 place() {
+    local WINDOW X Y WIDTH HEIGHT SCREEN
     left=$1 top=$2
     if (($# > 2)); then
         width=$3 height=$4
         xdotool windowsize --sync "$window" "$width" "$height"
     fi
-    xdotool windowmove "$window" "$left" "$top" windowactivate --sync "$window"
+    xdotool windowmove --sync "$window" "$left" "$top" windowactivate --sync "$window"
+    # Some windows count from their decorations. The tool adds these once too often.
+    eval "$(xdotool getwindowgeometry --shell "$window")"
+    left=$((X - border)) top=$((Y - title_bar))
 }
 
 # Waits until the display is at rest. A blinking cursor makes two pictures.
@@ -63,26 +67,47 @@ settle() {
     done
 }
 
-# picture NAME X Y WIDTH HEIGHT: a part of the display.
+# picture NAME X Y WIDTH HEIGHT [OPTION...]: a part of the display. Such as does
+# not last is to be taken at once. With $moving set nothing is waited for that may
+# never come to rest.
 picture() {
-    settle
+    if [[ -n ${moving:-} ]]; then
+        sleep 1
+    else
+        settle
+    fi
+    take "$@"
+}
+
+take() {
     import -silent -window root -crop "$4x$5+$2+$3" +repage png:- |
-        convert png:- +dither -colors 96 -strip -define png:compression-level=9 \
+        convert png:- "${@:6}" +dither -colors 96 -strip -define png:compression-level=9 \
             "PNG8:$pictures/$1.png"
     echo "$1.png: $4 x $5, $(stat -c %s "$pictures/$1.png") bytes"
 }
 
-# window_picture NAME: the window placed last, with its decorations.
+# window_picture NAME [BOTTOM]: the window placed last, with its decorations.
 window_picture() {
     picture "$1" $((left - border)) $((top - title_bar)) \
-        $((width + 2 * border)) $((height + title_bar + bottom))
+        $((width + 2 * border)) $((height + title_bar + ${2:-$bottom}))
 }
 
-# dialog_picture NAME PATTERN: a dialog where nothing else is.
+# dialog_picture NAME PATTERN [BOTTOM]: a dialog, inside of what lies below it.
+# One whose size is fixed has nothing but the border at its bottom.
 dialog_picture() {
     find_window "$2"
-    place 200 200
-    window_picture "$1"
+    place 150 180
+    window_picture "$1" "${3:-$bottom}"
+}
+
+# wait_for_light X Y: until something is shown where the display was black.
+wait_for_light() {
+    local end=$((SECONDS + patience))
+    until (($(import -silent -window root -crop "1x1+$1+$2" -depth 8 gray:- | od -An -tu1) > 0)); do
+        ((SECONDS < end)) || fail "nothing shows at $1, $2"
+        sleep 0.1
+    done
+    sleep 0.5 # the text comes after the ground
 }
 
 keys() { xdotool key --delay 250 "$@"; }
@@ -103,8 +128,13 @@ start() {
     settle
 }
 
+# end_program [KEY...]: ends it; the keys answer what it asks then.
 end_program() {
     kill -TERM "$program_pid"
+    if (($# > 0)); then
+        find_window Meldung
+        keys "$@"
+    fi
     wait "$program_pid" || fail "the program ended with an error"
     program_pid=
 }
@@ -133,8 +163,24 @@ prepare() {
     setpriv --pdeathsig TERM perl "$samples/server.pl" "$samples" >"$scratch/port" &
     server_pid=$!
     read -r port <"$scratch/port"
-    export QTWEBENGINE_CHROMIUM_FLAGS="--host-resolver-rules=\"MAP * 127.0.0.1:$port\""
+    start_tls_server
+    export QTWEBENGINE_CHROMIUM_FLAGS="--host-resolver-rules=\"MAP *:443 127.0.0.1:$tls_port,"
+    QTWEBENGINE_CHROMIUM_FLAGS+="MAP * 127.0.0.1:$port\""
     QTWEBENGINE_CHROMIUM_FLAGS+=" --unsafely-treat-insecure-origin-as-secure=http://www.example.org"
+}
+
+# One with a certificate that nobody vouches for.
+start_tls_server() {
+    openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=sicher.example.org -days 2 \
+        -keyout "$scratch/key.pem" -out "$scratch/certificate.pem" 2>/dev/null
+    setpriv --pdeathsig TERM openssl s_server -accept 127.0.0.1:0 -www -key "$scratch/key.pem" \
+        -cert "$scratch/certificate.pem" >"$scratch/tls.log" 2>&1 &
+    tls_pid=$!
+    local end=$((SECONDS + patience))
+    until tls_port=$(sed -n 's/^ACCEPT .*:\([0-9]*\)$/\1/p' "$scratch/tls.log") && [[ -n $tls_port ]]; do
+        ((SECONDS < end)) || die "the TLS server did not start"
+        sleep 0.1
+    done
 }
 
 end_all() {
@@ -178,6 +224,114 @@ browser() {
 }
 
 
+page() {
+    fresh_files
+    start
+    click $((left + 600)) $((top + 560))
+    keys ctrl+f
+    xdotool type --delay 20 See
+    picture suchen $((left - border)) $((top - title_bar)) 902 300
+    keys Escape
+    click $((left + 420)) $((top + 230)) 3
+    picture menue-seite $((left + 400)) $((top + 170)) 340 440
+    keys Escape
+    click $((left + 88)) $((top + 223)) 3
+    picture menue-link "$left" $((top + 150)) 420 240
+    keys Escape
+    keys ctrl+p
+    dialog_picture drucken Drucken
+    keys Escape
+    no_window Drucken
+    click $((left + 560)) $((top + 300)) 3
+    keys p
+    dialog_picture pdf-speichern 'Als PDF speichern'
+    keys Escape
+    no_window 'Als PDF speichern'
+    find_window 'Tessera.*'
+    place 20 30
+    open www.example.org/umgebung.html 'In der Umgebung'
+    click $((left + 90)) $((top + 246))
+    wait_for_light 1270 500
+    take vollbild 0 0 1280 1024 -resize 50%
+    keys Escape
+    keys ctrl+l
+    enter chrome://crash
+    picture absturz $((left - border)) $((top - title_bar)) 902 420
+    end_program
+}
+
+questions() {
+    local site=http://www.example.org
+    fresh_files
+    start
+    open www.example.org/gaestebuch.html Gästebuch
+    click $((left + 67)) $((top + 353))
+    find_window "$site"
+    keys Return
+    no_window "$site"
+    click $((left + 160)) $((top + 353))
+    question meldung-seite "$site"
+    click $((left + 215)) $((top + 388))
+    question anderes-programm 'Anderes Programm'
+    click $((left + 230)) $((top + 278))
+    xdotool type --delay 20 'Tage am Wasser'
+    keys F5
+    question seite-verlassen "$site"
+    keys ctrl+l
+    enter www.example.org/umgebung.html
+    find_window "$site"
+    keys Tab Return
+    find_window 'Tessera.*In der Umgebung.*'
+    settle
+    click $((left + 90)) $((top + 208))
+    dialog_picture erlaubnis Erlaubnis "$border"
+    keys Tab Return
+    no_window Erlaubnis
+    wait_for_light 1250 1000
+    take mitteilung $((1280 - 345)) $((1024 - 110)) 345 110
+    keys ctrl+l
+    enter www.example.org/intern/plan.html
+    moving=yes question anmeldung Anmeldung
+    keys ctrl+l
+    enter https://sicher.example.org/
+    moving=yes question zertifikat 'Unsichere Verbindung'
+    end_program
+}
+
+# question NAME PATTERN: the picture of a question, which is then refused.
+question() {
+    dialog_picture "$1" "$2" "$border"
+    keys Escape
+    no_window "$2"
+    find_window 'Tessera.*'
+    place 20 30
+    settle
+}
+
+downloads() {
+    fresh_files
+    start
+    open www.example.org/faehre.html 'Fahrplan der Fähre'
+    click $((left + 90)) $((top + 338))
+    dialog_picture speichern-unter 'Datei speichern unter'
+    keys Return
+    find_window Downloads
+    place 150 500
+    find_window 'Tessera.*'
+    place 20 30
+    click $((left + 250)) $((top + 338))
+    find_window 'Datei speichern unter'
+    keys Return
+    no_window 'Datei speichern unter'
+    keys ctrl+j
+    dialog_picture downloads Downloads
+    keys Escape
+    keys ctrl+shift+Delete
+    dialog_picture browserdaten 'Browserdaten löschen' "$border"
+    keys Escape
+    end_program Return
+}
+
 windows() {
     fresh_files
     start
@@ -188,8 +342,8 @@ windows() {
     window_picture nebeneinander
     keys alt+f k
     window_picture kaskadiert
-    click $((left + 740)) $((top + 470)) 3
-    picture menue-flaeche $((left + 440)) $((top + 150)) 340 400
+    click $((left + 660)) $((top + 60)) 3
+    picture menue-flaeche $((left + 440)) $((top - title_bar)) 480 440
     keys Escape
     end_program
 }
@@ -213,35 +367,31 @@ lists() {
 archive() {
     fresh_files
     start
-    open_archive
+    open_archive 300 120 360 420
     window_picture archiv
-    keys alt+m b
+    keys Down Down alt+m b
     picture archiv-menue $((left - border)) $((top - title_bar)) 560 330
-    keys Escape Escape Escape
-    keys Home Down alt+m o h
+    keys Escape Escape Escape Up Up
+    keys Down alt+m o h
     settle
     window_picture ordner-benennen
     enter Werkzeug
-    keys Down Right Right alt+m b e
+    keys Up Up Up alt+m b e
     dialog_picture lesezeichen 'Bookmark - Eigenschaften'
     keys Escape
     keys alt+a e h
     dialog_picture exportieren 'Archiv exportieren in HTML Datei...'
     enter "$home/archiv.html"
     dialog_picture export-fertig Meldung
-    keys Return
-    find_window 'Tessera [0-9.]+'
-    place 20 30
-    keys alt+f n
-    settle
-    end_program
+    keys Tab Return
+    end_program Tab Return
 }
 
 open_archive() {
     keys alt+x b
     find_window 'Bookmark Archiv'
-    place 300 120 360 420
-    keys Home asterisk
+    place "$@"
+    keys Down asterisk Up asterisk
     settle
 }
 
@@ -253,7 +403,7 @@ dialogs() {
     keys Escape
     no_window Einstellungen
     keys alt+f Right Return
-    dialog_picture info 'Info über Tessera [0-9.]+'
+    dialog_picture info 'Info über Tessera [0-9.]+' $border
     keys Escape
     end_program
 }
@@ -265,9 +415,8 @@ overview() {
     hand_over faehre.html
     hand_over garten.html
     place 20 60
-    open_archive
-    place 940 60 320 400
-    convert -size 64x64 xc:'#8fa3b5' png:- | display -window root png:-
+    open_archive 940 60 320 400
+    convert -size 64x64 xc:'#8fa3b5' png:- | display -window root png:- || true # sets it, and fails
     picture uebersicht 8 28 1264 760
     end_program
 }
