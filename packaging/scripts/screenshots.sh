@@ -166,7 +166,6 @@ prepare() {
     start_tls_server
     export QTWEBENGINE_CHROMIUM_FLAGS="--host-resolver-rules=\"MAP *:443 127.0.0.1:$tls_port,"
     QTWEBENGINE_CHROMIUM_FLAGS+="MAP * 127.0.0.1:$port\""
-    QTWEBENGINE_CHROMIUM_FLAGS+=" --unsafely-treat-insecure-origin-as-secure=http://www.example.org"
 }
 
 # One with a certificate that nobody vouches for.
@@ -278,7 +277,7 @@ questions() {
     keys F5
     question seite-verlassen "$site"
     keys ctrl+l
-    enter www.example.org/umgebung.html
+    enter see.localhost/umgebung.html # only such a site, or an encrypted one, may ask
     find_window "$site"
     keys Tab Return
     find_window 'Tessera.*In der Umgebung.*'
@@ -342,8 +341,9 @@ windows() {
     window_picture nebeneinander
     keys alt+f k
     window_picture kaskadiert
-    click $((left + 660)) $((top + 60)) 3
-    picture menue-flaeche $((left + 440)) $((top - title_bar)) 480 440
+    place 20 30 1000 600
+    click $((left + 700)) $((top + 60)) 3
+    picture menue-flaeche $((left + 520)) $((top - title_bar)) 482 420
     keys Escape
     end_program
 }
