@@ -287,7 +287,7 @@ questions() {
     keys Tab Return
     no_window Erlaubnis
     wait_for_light 1250 1000
-    take mitteilung $((1280 - 345)) $((1024 - 110)) 345 110
+    take mitteilung $((1280 - 345)) $((1024 - 110)) 345 110 -bordercolor black -trim +repage
     keys ctrl+l
     enter www.example.org/intern/plan.html
     moving=yes question anmeldung Anmeldung
