@@ -28,6 +28,7 @@ void LoopbackServer::serve(QTcpSocket& socket)
     const QList<QByteArray> words = socket.readAll().split(' ');
     const QString path = QString::fromLatin1(words.value(1)).section(u'?', 0, 0);
     ++m_requests[path];
+    emit requested(path);
     send(socket, m_answers.value(path, {.body = "nicht da", .status = 404}));
 }
 
