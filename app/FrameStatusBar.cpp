@@ -36,7 +36,8 @@ bool FrameStatusBar::eventFilter(QObject* watched, QEvent* event)
 
 void FrameStatusBar::showText()
 {
+    constexpr qsizetype visibleAtMost = 1000; // a link can be as long as a picture
     const int room = m_panel3->contentsRect().width();
-    m_panel3->setText(
-        m_panel3->fontMetrics().elidedText(m_text, Qt::ElideMiddle, room, Qt::TextSingleLine));
+    m_panel3->setText(m_panel3->fontMetrics().elidedText(
+        m_text.left(visibleAtMost), Qt::ElideMiddle, room, Qt::TextSingleLine));
 }

@@ -17,6 +17,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
@@ -83,9 +85,10 @@ frmBrowser* MDIForm1::CreateBrowser()
     window->showToolbar(preferences().Toolbar() != 0);
     m_area->addChild(window);
     window->load();
-    window->PubResize();
-    if (!window.isNull())
+    if (!window.isNull()) {
+        window->PubResize();
         m_area->setActiveSubWindow(window);
+    }
 
     m_windowNumber = addWhole(m_windowNumber, 1);
     m_counter = addWhole(m_counter, 1);
@@ -216,6 +219,11 @@ void MDIForm1::closeEvent(QCloseEvent* event)
     // Now: a question of the archive's may keep the frame open for a while yet.
     if (!m_start.previousInstance())
         storeSizeAndState();
+    if (!std::all_of(m_endChecks.begin(), m_endChecks.end(),
+                     [](const auto& mayEnd) { return mayEnd(); })) {
+        m_unloading = false;
+        return;
+    }
     unloadChildren();
     MDIForm_Unload();
     event->accept();
@@ -226,7 +234,7 @@ void MDIForm1::unloadChildren()
 {
     const KeyedCollection<frmBrowser*> open = m_browser;
     for (frmBrowser* window : open)
-        window->close();
+        window->closeUnasked(); // who ends the program has been heard
     const QList<QWidget*> children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* window : children) {
         if (window->isWindow() && !window->isHidden())

@@ -4,7 +4,10 @@
 #include "base/Shell.h"
 #include "browser/frmBrowser.h"
 
+#include <QList>
 #include <QMainWindow>
+
+#include <functional>
 
 class ChildArea;
 class FrameMenus;
@@ -57,6 +60,10 @@ public:
     frmBrowser* CreateBrowser() override;
 
     // What start-up and the commands need beside them.
+
+    /// `mayEnd` is asked, after those before it, when the frame is to close;
+    /// it may ask the user. False keeps the frame open.
+    void addEndCheck(const std::function<bool()>& mayEnd) { m_endChecks.append(mayEnd); }
 
     FrameMenus& menus() const { return *m_menus; }
     ChildArea& area() const { return *m_area; }
@@ -125,4 +132,5 @@ private:
     bool m_openNewWindow = false;
     bool m_wasShown = false;
     bool m_unloading = false;
+    QList<std::function<bool()>> m_endChecks;
 };

@@ -10,8 +10,10 @@
 #include "browser/FileTable.h"
 #include "browser/GermanTexts.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageDialogs.h"
 
 #include <QApplication>
+#include <QDebug>
 #include <QDialog>
 #include <QSessionManager>
 #include <QStandardPaths>
@@ -27,6 +29,23 @@ public:
     QString rootOf(QChar letter) const override { return mountedDrives().rootOf(letter); }
 };
 
+/// While the program is ended from outside, nobody may be there to dismiss a
+/// message: it goes to the standard error instead.
+class EndingPrompt : public MessagePrompt {
+public:
+    void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override
+    {
+        if (m_unattended)
+            qWarning().noquote() << "Tessera:" << text;
+        else
+            MessagePrompt::tell(parent, text, title, icon);
+    }
+    void setUnattended(bool unattended) { m_unattended = unattended; }
+
+private:
+    bool m_unattended = false;
+};
+
 void describeProgram()
 {
     QApplication::setApplicationName(u"Tessera"_s);
@@ -37,14 +56,16 @@ void describeProgram()
 }
 
 /// Ends the program as the menu does; dialogs that are open are dismissed first.
-void endProgram(MDIForm1& frame)
+void endProgram(MDIForm1& frame, EndingPrompt& prompt)
 {
     if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
         dialog->done(QDialog::Rejected);
-        QTimer::singleShot(0, &frame, [&frame] { endProgram(frame); });
+        QTimer::singleShot(0, &frame, [&] { endProgram(frame, prompt); });
         return;
     }
+    prompt.setUnattended(true);
     frame.close();
+    prompt.setUnattended(false);
 }
 
 QString storage(QStandardPaths::StandardLocation location)
@@ -59,12 +80,14 @@ int run(QApplication& application, const ShellStart& start)
     WebEngineHost engines(
         storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
         [&](const QString& typed) { return resolveAddress(typed, files, drives); });
-    MessagePrompt prompt;
+    EndingPrompt prompt;
+    PageDialogs asker;
     ProcessStarter starter;
     AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
-    engines.serve(frame);
+    engines.serve(frame, &frame, asker);
+    frame.addEndCheck([&engines] { return engines.mayEnd(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 
@@ -73,7 +96,7 @@ int run(QApplication& application, const ShellStart& start)
     if (!server.listen(start.folder.socketPath()))
         qWarning("Tessera: further starts cannot hand over their address");
     EndSignals signals_;
-    const auto end = [&frame] { endProgram(frame); };
+    const auto end = [&frame, &prompt] { endProgram(frame, prompt); };
     QObject::connect(&signals_, &EndSignals::endRequested, &frame, end);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 

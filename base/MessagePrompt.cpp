@@ -1,6 +1,7 @@
 #include "base/MessagePrompt.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
@@ -56,6 +57,13 @@ QString nameFilter(const QString& filter)
     patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
     return filter.left(bar) + QStringLiteral(" (") + patterns + QLatin1Char(')');
 }
+
+QString chosenFile(QFileDialog& dialog)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
+}
 } // namespace
 
 void MessagePrompt::tell(QWidget* parent, const QString& text, const QString& title, Icon icon)
@@ -100,7 +108,17 @@ QString MessagePrompt::saveFileName(QWidget* parent, const SaveRequest& request)
     if (!request.secondFilter.isEmpty())
         filters.append(nameFilter(request.secondFilter));
     dialog.setNameFilters(filters);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return dialog.selectedFiles().constFirst();
+    return chosenFile(dialog);
+}
+
+QString MessagePrompt::saveFileAs(QWidget* parent, const QString& title, const QString& path)
+{
+    const QFileInfo file(path);
+    QFileDialog dialog(parent, title, file.absolutePath());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setNameFilter(QStringLiteral("Alle Dateien (*)"));
+    dialog.selectFile(file.fileName());
+    return chosenFile(dialog);
 }

@@ -10,4 +10,5 @@ public:
     bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
                      Icon icon) override;
     QString saveFileName(QWidget* parent, const SaveRequest& request) override;
+    QString saveFileAs(QWidget* parent, const QString& title, const QString& path) override;
 };

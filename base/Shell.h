@@ -27,7 +27,8 @@ public:
     virtual void VisitUrl(const QString& url) = 0;
     /// Records a visit. May throw (the list rules of `addVisit`).
     virtual void AddToHistory(const QString& url, const QString& title) = 0;
-    /// Creates and shows a browser window, owned by the frame. Never null.
+    /// Creates and shows a browser window, owned by the frame. Null when its page
+    /// has closed it already.
     virtual frmBrowser* CreateBrowser() = 0;
     /// Takes the window with this number out of the frame's books. Called once,
     /// by the window's unload; the number is 0 while the window is being created.

@@ -9,7 +9,8 @@ BenchShell::BenchShell(const QString& folder)
                 [](const QString& typed) { return QUrl(typed); }),
       m_module(folder, m_prompt, m_starter, {m_engines.factory(), [] { return QStringList(); }})
 {
-    m_engines.serve(frame());
+    m_engines.serve(frame(), &frame(), m_asker);
+    frame().addEndCheck([this] { return m_engines.mayEnd(); });
 }
 
 BenchShell::~BenchShell()

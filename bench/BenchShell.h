@@ -5,6 +5,7 @@
 #include "app/ProgramStarter.h"
 #include "base/MessagePrompt.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageDialogs.h"
 
 /// The shell around the real engine inside this process, put together as the
 /// program does it. Addresses are taken as they are.
@@ -21,6 +22,7 @@ public:
 private:
     WebEngineHost m_engines;
     MessagePrompt m_prompt;
+    PageDialogs m_asker;
     ProcessStarter m_starter;
     AppInit m_module;
 };

@@ -1,10 +1,10 @@
 #include "bookmarks/BookCommands.h"
 
 #include "base/Prompt.h"
+#include "base/WindowGuards.h"
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/NodeKeys.h"
-#include "base/WindowGuards.h"
 
 #include <QSet>
 

@@ -2,10 +2,10 @@
 
 #include "base/Prompt.h"
 #include "base/SafeFile.h"
+#include "base/WindowGuards.h"
 #include "bookmarks/ExportHtml.h"
 #include "bookmarks/ExportNetscape.h"
 #include "bookmarks/ExportText.h"
-#include "base/WindowGuards.h"
 
 using namespace Qt::StringLiterals;
 

@@ -5,8 +5,10 @@
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/Book.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +28,17 @@ void keepOldFile(const QString& path)
         throw FileError(path, file.errorString());
 }
 
+/// Folder files without an index: new folders would take their names.
+void keepOldFiles(const QString& programFolder)
+{
+    static const QRegularExpression folderFile(u"^[0-9]+\\.bkm(?=(\\.bak)?$)"_s);
+    const QStringList names = QDir(programFolder).entryList(QDir::Files);
+    for (const QString& name : names) {
+        if (const auto match = folderFile.match(name); match.hasMatch())
+            keepOldFile(programFolder + u'/' + match.captured());
+    }
+}
+
 void add(BookmarkCollection& bookmarks, qint16 number, const QString& titel, const QString& url)
 {
     auto bookmark = std::make_shared<Bookmark>();
@@ -43,7 +56,7 @@ void createDefaultArchive(Book& book, const QString& programFolder)
     folder->FileName(u"1.bkm"_s);
     folder->DirName(u"Info + Lizenzvertrag"_s);
     folder->Sequenz(1);
-    keepOldFile(programFolder + u'/' + folder->FileName());
+    keepOldFiles(programFolder);
 
     auto bookmarks = std::make_shared<BookmarkCollection>();
     add(*bookmarks, 1, u"Tessera Software-Lizenzvertrag"_s, programFolder + u"\\lizenz.txt"_s);

@@ -4,12 +4,12 @@
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
+#include "base/WindowGuards.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/BookCommands.h"
 #include "bookmarks/BookMenus.h"
 #include "bookmarks/NodeKeys.h"
 #include "bookmarks/StatusPanel.h"
-#include "base/WindowGuards.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>

@@ -41,6 +41,10 @@ public:
     /// As Refresh, but asks the server again for everything.
     virtual void RefreshPastCache() = 0;
     virtual void Stop() = 0;
+    /// Has the page ask the user before its window is closed. False when there is
+    /// nothing to ask: the window may go at once. Otherwise WindowClosing follows
+    /// unless the user wants to stay.
+    virtual bool AskToClose() { return false; }
 
     virtual bool Busy() const = 0;
     /// The address of the page shown, fully encoded; what was typed when the

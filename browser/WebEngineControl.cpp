@@ -3,7 +3,10 @@
 #include "base/Guarded.h"
 #include "browser/WebEnginePage.h"
 #include "browser/WebErrorPage.h"
+#include "browser/services/DesktopSchemes.h"
+#include "browser/services/PopupLimit.h"
 
+#include <QDeadlineTimer>
 #include <QTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineNewWindowRequest>
@@ -20,11 +23,13 @@ constexpr std::chrono::seconds startPatience(3);
 
 } // namespace
 
-WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve)
+WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
+                                   PopupLimit& popups)
     : m_page(page), m_view(new QWebEngineView(parent)), m_resolve(std::move(resolve)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
-      })
+      }),
+      m_popups(popups), m_closeRequest(*page)
 {
     m_view->setPage(m_page);
     connectLoading();
@@ -76,10 +81,13 @@ void WebEngineControl::connectLoading()
 void WebEngineControl::connectWindow()
 {
     connect(m_page, &QWebEnginePage::linkHovered, this, &EngineControl::StatusTextChange);
+    connect(&m_closeRequest, &WebCloseRequest::unanswered, this, &WebEngineControl::closeWindow);
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
     connect(m_page, &QWebEnginePage::windowCloseRequested, this, &WebEngineControl::closeWindow);
+    connect(m_page, &WebEnginePage::downloadDecided, this,
+            [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
 }
 
 void WebEngineControl::Navigate(const QString& url)
@@ -95,6 +103,7 @@ void WebEngineControl::Navigate(const QString& url)
 void WebEngineControl::start()
 {
     const QString typed = *std::exchange(m_pending, std::nullopt);
+    emit m_page->userNavigates();
     m_isStarting = true;
     QTimer::singleShot(startPatience, this, [this, turn = m_turn] {
         if (turn == m_turn) {
@@ -103,7 +112,10 @@ void WebEngineControl::start()
     });
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
-    if (url.isValid() && !url.scheme().isEmpty()) {
+    if (isForDesktop(url)) {
+        m_isStarting = false;
+        emit m_page->desktopAddressMet(url, true);
+    } else if (url.isValid() && !url.scheme().isEmpty()) {
         m_page->load(url);
     } else {
         m_noAddress = typed;
@@ -140,7 +152,15 @@ void WebEngineControl::Stop()
 
 void WebEngineControl::actLater(QWebEnginePage::WebAction action)
 {
-    QTimer::singleShot(0, this, [this, action] { m_page->triggerAction(action); });
+    QTimer::singleShot(0, this, [this, action] {
+        emit m_page->userNavigates();
+        m_page->triggerAction(action);
+    });
+}
+
+bool WebEngineControl::AskToClose()
+{
+    return m_page && m_closeRequest.begin();
 }
 
 bool WebEngineControl::Busy() const
@@ -203,8 +223,24 @@ void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
     emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));
 }
 
+bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
+{
+    if (isForDesktop(request.requestedUrl())) {
+        if (request.isUserInitiated()) {
+            emit m_page->desktopAddressMet(request.requestedUrl(), false);
+        }
+        return false;
+    }
+    const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
+    return m_popups.mayOpen(now, request.isUserInitiated());
+}
+
 void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
 {
+    if (!mayOpenWindow(request)) {
+        emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+        return;
+    }
     EngineControl* engine = nullptr;
     bool cancel = false;
     emit NewWindow2(engine, cancel);
@@ -247,5 +283,14 @@ void WebEngineControl::closeWindow()
     emit WindowClosing(m_isLent, cancel);
     if (self && !cancel && m_view) {
         m_view->hide();
+    }
+}
+
+void WebEngineControl::closeIfEmpty()
+{
+    // A page has opened it for the download's sake only. It may have been
+    // written into without ever going anywhere: then it has a document.
+    if (m_isLent && !m_visits.document() && pageState().commit.position < 0) {
+        closeWindow();
     }
 }

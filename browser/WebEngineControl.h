@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/EngineControl.h"
+#include "browser/WebCloseRequest.h"
 #include "browser/WebVisits.h"
 
 #include <QPointer>
@@ -10,6 +11,7 @@
 #include <functional>
 #include <optional>
 
+class PopupLimit;
 class QWebEngineNewWindowRequest;
 class QWebEngineView;
 class WebEnginePage;
@@ -27,8 +29,9 @@ class WebEngineControl : public EngineControl {
     Q_OBJECT
 public:
     /// Takes `page` over; its parent remains the owner of last resort. The
-    /// view is made inside `parent`.
-    WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve);
+    /// view is made inside `parent`. `popups` outlives the engine.
+    WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
+                     PopupLimit& popups);
     ~WebEngineControl() override;
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
@@ -38,6 +41,7 @@ public:
     void Refresh() override;
     void RefreshPastCache() override;
     void Stop() override;
+    bool AskToClose() override;
 
     bool Busy() const override;
     QString LocationURL() const override;
@@ -56,15 +60,19 @@ private:
     WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
+    bool mayOpenWindow(QWebEngineNewWindowRequest& request);
     void openWindow(QWebEngineNewWindowRequest& request);
     void lend(QWebEngineNewWindowRequest& request);
     void resizeWindow(const QRect& geometry);
     void closeWindow();
+    void closeIfEmpty();
 
     QPointer<WebEnginePage> m_page;
     QPointer<QWebEngineView> m_view;
     AddressResolver m_resolve;
     WebVisits m_visits;
+    PopupLimit& m_popups;
+    WebCloseRequest m_closeRequest;
     /// The text of a navigation that has not been handed to the engine yet.
     std::optional<QString> m_pending;
     /// Counts the navigations asked for.

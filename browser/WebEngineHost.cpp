@@ -3,6 +3,9 @@
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/ProfileServices.h"
+#include "browser/services/QuestionDesk.h"
+#include "browser/services/SpellCheck.h"
+#include "browser/services/StoredWebData.h"
 
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -11,15 +14,25 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+std::unique_ptr<QWebEngineProfile> makeProfile()
+{
+    announceDictionaries(); // the first profile starts the engine
+    return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
+}
+} // namespace
+
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve)
-    : m_resolve(std::move(resolve)), m_profile(std::make_unique<QWebEngineProfile>(u"Tessera"_s)),
-      m_pages(std::make_unique<QObject>())
+    : m_resolve(std::move(resolve)), m_desk(std::make_unique<QuestionDesk>()),
+      m_profile(makeProfile()), m_pages(std::make_unique<QObject>())
 {
+    removeMarkedWebData(dataFolder);
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
     addReportScript();
+    startSpellCheck(*m_profile);
 }
 
 WebEngineHost::~WebEngineHost() = default;
@@ -28,16 +41,24 @@ EngineFactory WebEngineHost::factory()
 {
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve);
-        new PageServices(*m_shell, parent, engine->view(), page); // goes with the page
+        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve, m_desk->popups);
+        new PageServices(*m_shell, *m_services, *m_desk, parent, engine->view(), page); // its own
         return engine;
     };
 }
 
-void WebEngineHost::serve(Shell& shell)
+void WebEngineHost::serve(Shell& shell, QWidget* frame, PageAsker& asker)
 {
+    m_desk->asker = &asker;
     m_shell = &shell;
-    m_services = std::make_unique<ProfileServices>(shell, *m_profile);
+    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile);
+    QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
+                     [this] { m_desk->clear(); });
+}
+
+bool WebEngineHost::mayEnd()
+{
+    return !m_services || m_services->mayEnd();
 }
 
 void WebEngineHost::endService()
@@ -53,6 +74,13 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
     settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    settings.setUnknownUrlSchemePolicy(
+        QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // What the user allows holds for this run.
+    m_profile->setPersistentPermissionsPolicy(
+        QWebEngineProfile::PersistentPermissionsPolicy::AskEveryTime);
+#endif
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
 }

@@ -6,9 +6,11 @@
 
 #include <memory>
 
+class PageAsker;
 class ProfileServices;
 class QWebEngineProfile;
 class Shell;
+struct QuestionDesk;
 
 /// What the pages of all browser windows share: the one profile, with what
 /// they store and how they behave. It outlives every engine it has made.
@@ -23,9 +25,11 @@ public:
     /// Engines are made after `serve` only.
     EngineFactory factory();
 
-    /// Gives the pages the frame that their services ask and tell the user
-    /// through. `shell` outlives every engine.
-    void serve(Shell& shell);
+    /// Gives the pages the frame that their services work with, its window, and
+    /// who puts their questions to the user. All outlive every engine.
+    void serve(Shell& shell, QWidget* frame, PageAsker& asker);
+    /// Whether the program may end; asks the user if something would be lost.
+    bool mayEnd();
     /// Ends what works for all pages, before the frame goes.
     void endService();
 
@@ -35,6 +39,7 @@ private:
 
     AddressResolver m_resolve;
     WebFrameReports m_reports;
+    std::unique_ptr<QuestionDesk> m_desk;
     std::unique_ptr<QWebEngineProfile> m_profile;
     /// The owner of all pages, so that they are gone before the profile.
     std::unique_ptr<QObject> m_pages;

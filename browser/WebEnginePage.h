@@ -2,10 +2,13 @@
 
 #include "browser/WebFrameReports.h"
 
+#include <QPointer>
 #include <QWebEnginePage>
 
+class WebScriptAnswers;
+
 /// A page whose frames report themselves, which says when it is about to go
-/// somewhere, and which refuses what nobody has asked the user about.
+/// somewhere, and which asks the user through others.
 class WebEnginePage : public QWebEnginePage {
     Q_OBJECT
 public:
@@ -16,33 +19,54 @@ public:
     /// question, and a window can be closed meanwhile.
     class Question {
     public:
-        explicit Question(WebEnginePage& page) : m_page(page) { ++m_page.m_questions; }
+        explicit Question(WebEnginePage& page) : m_page(&page) { ++m_page->m_questions; }
         ~Question();
         Q_DISABLE_COPY_MOVE(Question)
 
     private:
-        WebEnginePage& m_page;
+        QPointer<WebEnginePage> m_page;
     };
 
     /// The page's window has gone: the page follows when control is back in the
     /// event loop and no question is open.
     void retire();
     bool isRetired() const { return m_isRetired; }
+    /// Whether a question is open.
+    bool isAsking() const { return m_questions > 0; }
+
+    /// `answers` answers the page's scripts from now on; it goes with the page.
+    /// Without one they get no answer.
+    void answerScripts(WebScriptAnswers* answers) { m_answers = answers; }
 
 signals:
     void frameReported(const FrameReport& report);
     /// The page, or one of its frames, is about to open `url`.
     void navigationStarting(const QUrl& url, bool isMainFrame);
+    /// What the page was about to show is being saved as a file, or is not wanted.
+    void downloadDecided();
+    /// The user, not a script, is about to send the page somewhere.
+    void userNavigates();
+    /// The page goes nowhere, as `url` is for another program of the desktop. It
+    /// comes from the user, or from the page.
+    void desktopAddressMet(const QUrl& url, bool isUsersOwn);
+    /// The page has the user asked whether it may be left, and the answer.
+    void leaveAsked();
+    void leaveAnswered(bool isLeaving);
 
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
+    void javaScriptAlert(const QUrl& site, const QString& text) override;
+    bool javaScriptConfirm(const QUrl& site, const QString& text) override;
+    bool javaScriptPrompt(const QUrl& site, const QString& text, const QString& preset,
+                          QString* result) override;
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message,
                                   int lineNumber, const QString& sourceId) override;
 
 private:
-    void refusePermissions();
+    bool askToLeave();
 
     const WebFrameReports& m_reports;
+    WebScriptAnswers* m_answers = nullptr;
     int m_questions = 0;
     bool m_isRetired = false;
 };

@@ -255,6 +255,12 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
 void frmBrowser::windowClosing(bool& cancel)
 {
     cancel = true;
+    closeUnasked();
+}
+
+void frmBrowser::closeUnasked()
+{
+    m_mayClose = true;
     close();
 }
 
@@ -292,6 +298,13 @@ void frmBrowser::focusAddress()
 
 void frmBrowser::closeEvent(QCloseEvent* event)
 {
+    bool isAsking = false;
+    if (!m_mayClose)
+        ignoringErrors([&] { isAsking = m_engine->AskToClose(); });
+    if (isAsking) {
+        event->ignore();
+        return;
+    }
     unload();
     QMdiSubWindow::closeEvent(event);
 }

@@ -62,6 +62,8 @@ public:
     void focusAddress();
     /// Does what a click on the toolbar button with this key does.
     void clickButton(const QString& key);
+    /// Closes the window though its page might have the user asked first.
+    void closeUnasked();
     /// As the button "Refresh", past the engine's cache.
     void refreshPastCache();
 
@@ -102,6 +104,7 @@ private:
     bool m_newWindow = false;
     bool m_updatingList = false;
     bool m_unloaded = false;
+    bool m_mayClose = false;
     bool m_pageHadFocus = false;
 
     QWidget* m_client = nullptr;

@@ -9,6 +9,24 @@ target_compile_definitions(tessera_options INTERFACE
   QT_DISABLE_DEPRECATED_BEFORE=0x060400
   TESSERA_VERSION="${PROJECT_VERSION}")
 
+# What is released checks itself at run time and leaves nothing writable that
+# need not be. The sanitizers have checks of their own, which these would hide.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+if(NOT TESSERA_SANITIZE AND NOT TESSERA_FUZZ)
+  set(fortify 2)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 12)
+    set(fortify 3)
+  endif()
+  set(hardened -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=${fortify} -D_GLIBCXX_ASSERTIONS
+    -fstack-protector-strong -fstack-clash-protection)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+    list(APPEND hardened -fcf-protection)
+  endif()
+  target_compile_options(tessera_options INTERFACE "$<$<CONFIG:Release>:${hardened}>")
+  target_link_options(tessera_options INTERFACE
+    "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now,-z,noexecstack>")
+endif()
 if(TESSERA_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(tessera_options INTERFACE ${sanitizers})

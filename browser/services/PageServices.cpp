@@ -1,9 +1,74 @@
 #include "browser/services/PageServices.h"
 
 #include "browser/WebEnginePage.h"
+#include "browser/services/CertificateErrors.h"
+#include "browser/services/CrashNotice.h"
+#include "browser/services/DesktopLinks.h"
+#include "browser/services/LogInRequests.h"
+#include "browser/services/PageContextMenu.h"
+#include "browser/services/PageFind.h"
+#include "browser/services/PageFullScreen.h"
+#include "browser/services/PageKeys.h"
+#include "browser/services/PagePrinter.h"
+#include "browser/services/PageZoom.h"
+#include "browser/services/PdfWatch.h"
+#include "browser/services/PermissionRequests.h"
+#include "browser/services/ProfileServices.h"
+#include "browser/services/ScriptDialogs.h"
 
-PageServices::PageServices(Shell& /*shell*/, QWidget* /*window*/, QWebEngineView* /*view*/,
-                           WebEnginePage* page)
-    : QObject(page)
+#include <QWebEngineView>
+
+PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk,
+                           QWidget* window, QWebEngineView* view, WebEnginePage* page)
+    : QObject(page), m_page(page), m_asking(desk, shell, window, *page)
 {
+    serveUser(view);
+    serveViewing(shell, profile, window, view);
+    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
+    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
+                [&profile] { profile.showBrowserData(); });
+}
+
+void PageServices::serveUser(QWebEngineView* view)
+{
+    new LogInRequests(m_asking, this);
+    new CertificateErrors(m_asking, this);
+    new PermissionRequests(m_asking, this);
+    new ScriptDialogs(m_asking, this);
+    new DesktopLinks(m_asking, view, this);
+    new CrashNotice(*m_page, view, this);
+}
+
+void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
+                                QWebEngineView* view)
+{
+    auto* const pdf = new PdfWatch(m_page);
+    auto* const find = new PageFind(window, view, m_page);
+    auto* const zoom = new PageZoom(m_page, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, m_page, *pdf);
+    auto* const fullScreen = new PageFullScreen(window, view, m_page);
+
+    PageMenuCommands commands;
+    commands.items = {
+        {PageMenuItem::Find, [find] { find->open(); }},
+        {PageMenuItem::Print, [printer] { printer->print(); }},
+        {PageMenuItem::SavePdf, [printer] { printer->savePdf(); }},
+        {PageMenuItem::ZoomIn, [zoom] { zoom->zoomIn(); }},
+        {PageMenuItem::ZoomOut, [zoom] { zoom->zoomOut(); }},
+        {PageMenuItem::ZoomReset, [zoom] { zoom->reset(); }},
+        {PageMenuItem::Downloads, [&profile] { profile.showDownloads(); }},
+        {PageMenuItem::BrowserData, [&profile] { profile.showBrowserData(); }},
+    };
+    commands.isIdle = [zoom](PageMenuItem item) {
+        return item == PageMenuItem::ZoomReset && !zoom->canReset();
+    };
+    auto* const menu = new PageContextMenu(shell, m_page, commands);
+
+    zoom->serve(window, view);
+    menu->serve(view);
+    connect(printer, &PagePrinter::starting, fullScreen, &PageFullScreen::leave);
+    connect(fullScreen, &PageFullScreen::entered, this, [zoom, menu](QWebEngineView* screen) {
+        zoom->serve(screen, screen);
+        menu->serve(screen);
+    });
 }

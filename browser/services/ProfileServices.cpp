@@ -1,11 +1,106 @@
 #include "browser/services/ProfileServices.h"
 
-#include <QWebEngineDownloadRequest>
-#include <QWebEngineProfile>
+#include "base/Prompt.h"
+#include "base/WindowGuards.h"
+#include "browser/services/Notices.h"
+#include "browser/services/StoredWebData.h"
+#include "browser/services/frmBrowserData.h"
+#include "browser/services/frmDownloads.h"
 
-ProfileServices::ProfileServices(Shell& /*shell*/, QWebEngineProfile& profile)
+#include <QApplication>
+#include <QDesktopServices>
+#include <QWebEngineCookieStore>
+#include <QWebEngineProfile>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+#include <QWebEnginePermission>
+#endif
+
+using namespace Qt::StringLiterals;
+
+ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile)
+    : m_shell(shell), m_owner(owner), m_profile(profile),
+      m_downloads(shell, owner, profile, m_table)
 {
-    // Nothing is written to the disk that nobody has asked the user about.
-    connect(&profile, &QWebEngineProfile::downloadRequested, this,
-            [](QWebEngineDownloadRequest* download) { download->cancel(); });
+    new Notices(profile, this);
+    connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
+}
+
+ProfileServices::~ProfileServices()
+{
+    delete m_window; // it shows the table
+}
+
+frmDownloads& ProfileServices::downloadsWindow()
+{
+    if (!m_window) {
+        m_window = new frmDownloads(m_shell, m_owner, m_table, &QDesktopServices::openUrl);
+    }
+    return *m_window;
+}
+
+void ProfileServices::showDownloads()
+{
+    frmDownloads& window = downloadsWindow();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+void ProfileServices::showBrowserData()
+{
+    const DropsDisabled guard(m_shell);
+    frmBrowserData dialog(QApplication::activeWindow());
+    if (dialog.exec() == QDialog::Accepted) {
+        forget(dialog.chosen());
+    }
+}
+
+void ProfileServices::forget(const BrowserData& data)
+{
+    if (data.cookies) {
+        m_profile.cookieStore()->deleteAllCookies();
+    }
+    if (data.cache) {
+        m_profile.clearHttpCache();
+    }
+    if (data.visitedLinks) {
+        m_profile.clearAllVisitedLinks();
+    }
+    if (data.permissions) {
+        forgetPermissions();
+    }
+    if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
+        m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
+                              u"Meldung"_s, Prompt::Icon::Exclamation);
+    }
+}
+
+void ProfileServices::forgetPermissions()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    const QList<QWebEnginePermission> permissions = m_profile.listAllPermissions();
+    for (const QWebEnginePermission& permission : permissions) {
+        permission.reset();
+    }
+#endif
+    emit permissionsForgotten();
+}
+
+bool ProfileServices::mayEnd()
+{
+    const int running = m_table.running();
+    if (running > 0) {
+        const QString text =
+            running == 1
+                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen ?"_s
+                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen ?"_s
+                      .arg(running);
+        const DropsDisabled guard(m_shell);
+        if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
+            return false;
+        }
+    }
+    m_table.cancelAll();
+    return true;
 }

@@ -1,15 +1,49 @@
 #pragma once
 
+#include "browser/services/DownloadTable.h"
+#include "browser/services/WebDownloads.h"
+
 #include <QObject>
+#include <QPointer>
 
 class QWebEngineProfile;
 class Shell;
+class frmDownloads;
+struct BrowserData;
 
 /// What all pages share besides their store: each service is a small object of
 /// its own that this one makes. It goes before the profile.
 class ProfileServices : public QObject {
     Q_OBJECT
 public:
-    /// `shell` and `profile` outlive it.
-    ProfileServices(Shell& shell, QWebEngineProfile& profile);
+    /// All outlive it. `owner` is the frame's window, which the windows of the
+    /// services belong to.
+    ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile);
+    ~ProfileServices() override;
+
+    /// Whether the program may end. Asks if that would break downloads off, and
+    /// breaks them off if so.
+    bool mayEnd();
+
+public slots:
+    /// Brings the downloads window to the front.
+    void showDownloads();
+    /// Asks which browsing data are to be deleted, and deletes them.
+    void showBrowserData();
+
+signals:
+    /// Whoever remembers what pages were permitted is to forget it.
+    void permissionsForgotten();
+
+private:
+    frmDownloads& downloadsWindow();
+    void forget(const BrowserData& data);
+    void forgetPermissions();
+
+    Shell& m_shell;
+    QWidget* m_owner;
+    QWebEngineProfile& m_profile;
+    DownloadTable m_table;
+    WebDownloads m_downloads;
+    QPointer<frmDownloads> m_window;
 };

@@ -1,4 +1,5 @@
-# Shared by ./run, ./test, .ci/run and those in bench/: packages, builds, virtual displays.
+# Shared by ./run, ./install, ./test, .ci/run and the scripts in bench/: packages,
+# builds, virtual displays.
 # To be sourced by bash scripts that run with "set -euo pipefail".
 # shellcheck shell=bash
 
@@ -17,7 +18,7 @@ program_packages=(
 display_packages=(xvfb openbox xdotool imagemagick)
 # What the checks need besides. Their results differ from version to version, so
 # the format and lint tools are only wanted where version 14 is to be had.
-check_packages=(git clang libclang-rt-dev)
+check_packages=(git clang libclang-rt-dev desktop-file-utils appstream libglib2.0-bin)
 
 suite=$(. /etc/os-release 2>/dev/null && echo "${VERSION_CODENAME:-}") || suite=
 case $suite in

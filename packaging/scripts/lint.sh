@@ -12,7 +12,7 @@ set -euo pipefail
 
 folder=$root/build/release
 work=$root/build/lint
-rooms=(base app browser history bookmarks)
+rooms=(base app browser history bookmarks resources)
 most=12 # sources in one piece
 
 # Lists source and fingerprint: the digest of all project files that the
@@ -121,10 +121,11 @@ if [[ ${1:-} == --piece ]]; then
     exit
 fi
 
-for room in "${rooms[@]}"; do
-    mkdir -p "$work/$room"
-done
+mkdir -p "$work"
 fingerprints >"$work/fingerprints"
+while read -r source _; do # each leaves its mark beside its like
+    mkdir -p "$work/$(dirname "$source")"
+done <"$work/fingerprints"
 due=()
 while read -r source _; do
     passed_before "$source" || due+=("$source")

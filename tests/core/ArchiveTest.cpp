@@ -107,12 +107,14 @@ private slots:
         QCOMPARE(folder.colBookmark()->Item(1)->Url(), path() + u"\\lizenz.txt"_s);
     }
 
-    void defaultArchiveKeepsAnOldFile()
+    void defaultArchiveKeepsOldFiles()
     {
         writeBytes(file(u"1.bkm.bak"_s), "old");
+        writeBytes(file(u"12.bkm"_s), "older");
         Book book(path());
         createDefaultArchive(book, path());
         QCOMPARE(bytesOf(file(u"1.bkm.alt"_s)), "old"_ba);
+        QCOMPARE(bytesOf(file(u"12.bkm.alt"_s)), "older"_ba);
     }
 
 private:

@@ -44,7 +44,7 @@ EngineWorld::EngineWorld()
       })
 {
     m_folder.setAutoRemove(false); // goes with the folder of the whole run
-    m_host.serve(shell);
+    m_host.serve(shell, &m_frame, asker);
     m_frame.resize(800, 600);
     m_frame.show();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FakeAsker.h"
 #include "LoopbackServer.h"
 
 #include "browser/EngineControl.h"
@@ -39,6 +40,8 @@ public:
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
     EngineWindow* open();
+    /// Whether the program may end, for the engines' part.
+    bool mayEnd() { return m_host.mayEnd(); }
     /// The colour in the middle of the window as it is on the screen.
     QColor colourOf(const EngineWindow& window) const;
     QString address(const QString& path) const { return server.address(path); }
@@ -47,6 +50,7 @@ public:
 
     LoopbackServer server;
     FakeShell shell;
+    FakeAsker asker;
 
 private:
     QTemporaryDir m_folder;

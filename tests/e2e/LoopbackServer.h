@@ -19,6 +19,12 @@ public:
         QByteArray headers = {};
         /// The rest of the body is never sent: only its first `sent` bytes.
         qsizetype sent = -1;
+        /// The connection ends there, with or without the whole body.
+        bool closes = false;
+        /// The length of the body is not told.
+        bool isLengthUnknown = false;
+        /// "user:password" that the answer is kept for; others get 401 (realm "Keller").
+        QByteArray logIn = {};
     };
 
     explicit LoopbackServer(QObject* parent = nullptr);

@@ -291,6 +291,21 @@ private slots:
         emit w.page->WindowSetWidth(400);
         QCOMPARE(w.browser->size(), QSize(frame.width() + 400 + 40, frame.height() + bars + 330));
     }
+
+    void aPageMayKeepItsWindow()
+    {
+        OneWindow w;
+        w.page->asksToClose = true;
+        w.browser->close();
+        w.frame().VisitUrl(u"y"_s);
+        w.engine(1)->asksToClose = true;
+        QCOMPARE(w.keys(), u"1 2"_s);
+        bool cancel = false;
+        emit w.page->WindowClosing(false, cancel); // the user lets it go
+        QCOMPARE(w.keys(), u"2"_s);
+        w.frame().close(); // asks no page
+        QCOMPARE(w.keys(), QString());
+    }
 };
 
 GUI_TEST_MAIN(BrowserTest)

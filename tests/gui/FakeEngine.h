@@ -21,6 +21,7 @@ public:
     void Refresh() override { note(QStringLiteral("Refresh")); }
     void RefreshPastCache() override { note(QStringLiteral("RefreshPastCache")); }
     void Stop() override { note(QStringLiteral("Stop")); }
+    bool AskToClose() override { return asksToClose; }
     bool Busy() const override { return busy; }
     QString LocationURL() const override { return locationUrl; }
     QString LocationName() const override { return locationName; }
@@ -46,6 +47,7 @@ public:
 
     bool busy = false;
     bool failing = false;
+    bool asksToClose = false;
     QString locationUrl;
     QString locationName;
     std::optional<EngineDocument> document;

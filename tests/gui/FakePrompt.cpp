@@ -65,8 +65,19 @@ QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request
     if (!request.secondFilter.isEmpty())
         parts.append(request.secondFilter);
     opened(parts);
+    return takeFileName(request.title);
+}
+
+QString FakePrompt::saveFileAs(QWidget* /*parent*/, const QString& title, const QString& path)
+{
+    opened({title, path});
+    return takeFileName(title);
+}
+
+QString FakePrompt::takeFileName(const QString& question)
+{
     if (!m_fileNames.isEmpty())
         return m_fileNames.takeFirst();
-    fail(u"No answer"_s, request.title);
+    fail(u"No answer"_s, question);
     return {};
 }

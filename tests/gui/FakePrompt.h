@@ -23,7 +23,8 @@ public:
     void whileOpen(const std::function<void()>& action) { m_whileOpen = action; }
 
     /// The texts since the last call, oldest first, each as
-    /// "title|icon|text", for a save dialog "title|directory|filter[|second filter]".
+    /// "title|icon|text", for a save dialog "title|directory|filter[|second filter]" or
+    /// "title|path".
     /// The icon is the name of its enumerator.
     QStringList takeTexts();
 
@@ -32,9 +33,11 @@ public:
     bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
                      Icon icon) override;
     QString saveFileName(QWidget* parent, const SaveRequest& request) override;
+    QString saveFileAs(QWidget* parent, const QString& title, const QString& path) override;
 
 private:
     void opened(const QStringList& parts);
+    QString takeFileName(const QString& question);
 
     QStringList m_texts;
     QList<bool> m_yesNo;

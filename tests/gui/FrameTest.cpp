@@ -161,6 +161,24 @@ private slots:
         QCOMPARE(int{again.MdiWidth()}, width);
     }
 
+    void staysOpenWhenSomethingIsUnderWay()
+    {
+        FrameFixture f;
+        f.start.Main({});
+        bool mayEnd = false;
+        int asked = 0;
+        f.frame().addEndCheck([&] { return ++asked > 0 && mayEnd; });
+        f.frame().addEndCheck([&] { return ++asked > 0; });
+        QVERIFY(!f.frame().close());
+        QVERIFY(f.frame().isVisible());
+        QCOMPARE(f.keys(), u"1"_s);
+        QCOMPARE(asked, 1);
+        mayEnd = true;
+        QVERIFY(f.frame().close());
+        QCOMPARE(asked, 3);
+        QCOMPARE(f.keys(), QString());
+    }
+
     void onlyTheMaximisedStateComesBack()
     {
         for (const qint16 state : {qint16{1}, qint16{2}}) {

@@ -1,0 +1,37 @@
+#include "browser/services/AskingPage.h"
+
+#include "base/WindowGuards.h"
+#include "browser/WebEnginePage.h"
+#include "browser/services/QuestionDesk.h"
+
+AskingPage::AskingPage(QuestionDesk& desk, Shell& shell, QWidget* window, WebEnginePage& page)
+    : m_desk(desk), m_shell(shell), m_window(window), m_page(page)
+{
+}
+
+template <typename Ask>
+auto AskingPage::asking(const Ask& ask) -> decltype(ask(std::declval<PageAsker&>()))
+{
+    if (!m_window || m_page.isRetired()) {
+        return {};
+    }
+    const WebEnginePage::Question question(m_page);
+    const QuestionQueue::Hold hold(m_desk.queue);
+    const DropsDisabled noDrops(m_shell);
+    return ask(*m_desk.asker);
+}
+
+PageAnswer AskingPage::ask(const PageQuestion& question)
+{
+    return asking([&](PageAsker& asker) { return asker.ask(m_window, question); });
+}
+
+std::optional<LogIn> AskingPage::logIn(const LogInQuestion& question)
+{
+    return asking([&](PageAsker& asker) { return asker.logIn(m_window, question); });
+}
+
+void AskingPage::whenItIsOurTurn(QObject* owner, const std::function<void()>& ask)
+{
+    m_desk.queue.add(owner, ask);
+}

@@ -1,0 +1,55 @@
+#include "browser/services/CrashOverlay.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+CrashOverlay::CrashOverlay(QWidget* view)
+    : QFrame(view), m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
+{
+    setObjectName(u"CrashOverlay"_s);
+    setAutoFillBackground(true);
+    auto* const headline = new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this);
+    QFont large = headline->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    headline->setFont(large);
+    headline->setWordWrap(true);
+    m_reason->setObjectName(u"lblReason"_s);
+    m_reason->setWordWrap(true);
+    m_reload->setObjectName(u"cmdReload"_s);
+    m_reload->setToolTip(u"Lädt die Seite noch einmal"_s);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addStretch(1);
+    for (QLabel* const label : {headline, m_reason}) {
+        label->setAlignment(Qt::AlignCenter);
+        layout->addWidget(label);
+    }
+    layout->addWidget(m_reload, 0, Qt::AlignCenter);
+    layout->addStretch(2);
+    connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
+    view->installEventFilter(this);
+    hide();
+}
+
+void CrashOverlay::appear(const QString& reason)
+{
+    m_reason->setText(reason);
+    setGeometry(parentWidget()->rect());
+    const bool hadFocus = parentWidget()->isAncestorOf(parentWidget()->window()->focusWidget());
+    show();
+    raise();
+    if (hadFocus) {
+        m_reload->setFocus();
+    }
+}
+
+bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parent() && event->type() == QEvent::Resize) {
+        setGeometry(parentWidget()->rect());
+    }
+    return QFrame::eventFilter(watched, event);
+}

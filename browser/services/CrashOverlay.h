@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QFrame>
+
+class QLabel;
+class QPushButton;
+
+/// Covers the view of a page that can no longer be shown, says why, and offers
+/// to load the page again. It keeps to the size of its parent.
+class CrashOverlay : public QFrame {
+    Q_OBJECT
+public:
+    explicit CrashOverlay(QWidget* view);
+
+    void appear(const QString& reason);
+
+signals:
+    void reloadWanted();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLabel* m_reason;
+    QPushButton* m_reload;
+};

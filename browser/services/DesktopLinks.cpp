@@ -1,0 +1,90 @@
+#include "browser/services/DesktopLinks.h"
+
+#include "browser/WebEnginePage.h"
+#include "browser/services/AskingPage.h"
+#include "browser/services/QuestionDesk.h"
+#include "browser/services/SiteText.h"
+
+#include <QChildEvent>
+#include <QDesktopServices>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How long after a click the page's answer to it may take.
+constexpr qint64 clickLasts = 1000; // milliseconds
+
+} // namespace
+
+DesktopLinks::DesktopLinks(AskingPage& asking, QWebEngineView* view, QObject* parent)
+    : QObject(parent), m_asking(asking)
+{
+    // Input goes to a widget that the engine puts into the view, now and again a new one.
+    view->installEventFilter(this);
+    const QObjectList children = view->children();
+    for (QObject* child : children) {
+        child->installEventFilter(this);
+    }
+    connect(&asking.page(), &WebEnginePage::desktopAddressMet, this, &DesktopLinks::met);
+}
+
+bool DesktopLinks::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ChildAdded:
+        static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
+        break;
+    case QEvent::MouseButtonRelease:
+    case QEvent::KeyPress:
+    case QEvent::TouchEnd:
+        m_sinceInput.start();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool DesktopLinks::takeClick()
+{
+    const bool isRecent = m_sinceInput.isValid() && m_sinceInput.elapsed() < clickLasts;
+    m_sinceInput.invalidate();
+    return isRecent;
+}
+
+void DesktopLinks::met(const QUrl& url, bool isUsersOwn)
+{
+    if (isUsersOwn || takeClick()) {
+        m_asking.whenItIsOurTurn(this, [this, url, isUsersOwn] { open(url, isUsersOwn); });
+    }
+}
+
+void DesktopLinks::open(const QUrl& url, bool isUsersOwn)
+{
+    const QString address = cleanLine(url.toString(QUrl::FullyEncoded));
+    const bool mayOpen =
+        m_asking.desk().desktopSchemes.contains(url.scheme()) || ask(url, address, isUsersOwn);
+    if (mayOpen && !QDesktopServices::openUrl(url)) {
+        m_asking.ask({.title = u"Anderes Programm"_s,
+                      .text = u"Für „%1“ ist kein Programm eingerichtet."_s.arg(address)});
+    }
+}
+
+bool DesktopLinks::ask(const QUrl& url, const QString& address, bool isUsersOwn)
+{
+    const QString site = isUsersOwn ? QString() : siteName(m_asking.page().url()) + u":\n\n"_s;
+    const PageAnswer answer = m_asking.ask(
+        {.title = u"Anderes Programm"_s,
+         .text =
+             site + u"Soll „"_s + address + u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
+         .accept = u"Öffnen"_s,
+         .refuse = u"Abbrechen"_s,
+         .isRisky = true,
+         .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(url.scheme())});
+    if (answer.isAccepted && answer.isChecked) {
+        m_asking.desk().desktopSchemes.insert(url.scheme());
+    }
+    return answer.isAccepted;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QUrl>
+
+class AskingPage;
+class QWebEngineView;
+
+/// Hands addresses of other programs ("mailto:" and so on) to the desktop, when
+/// the user has clicked on one and agrees.
+class DesktopLinks : public QObject {
+    Q_OBJECT
+public:
+    DesktopLinks(AskingPage& asking, QWebEngineView* view, QObject* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void met(const QUrl& url, bool isUsersOwn);
+    bool takeClick();
+    void open(const QUrl& url, bool isUsersOwn);
+    bool ask(const QUrl& url, const QString& address, bool isUsersOwn);
+
+    AskingPage& m_asking;
+    /// Runs since the user's last click or key, until it has been used up.
+    QElapsedTimer m_sinceInput;
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+#include <QWebEngineDownloadRequest>
+
+/// Why a download did not succeed, for the user. Empty for `NoReason`.
+QString failureText(QWebEngineDownloadRequest::DownloadInterruptReason reason);

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QList>
+
+#include <functional>
+
+enum class DownloadState { Running, Completed, Cancelled, Failed };
+
+/// A file that is being fetched, or was.
+struct Download {
+    /// The file that it is saved as, with its folder.
+    QString path;
+    DownloadState state = DownloadState::Running;
+    /// In bytes.
+    qint64 received = 0;
+    /// In bytes; not above 0 while nobody knows.
+    qint64 total = 0;
+    /// Why it failed, for the user.
+    QString failure = {};
+};
+
+/// "3,4 MB": decimal, at most one decimal place, in German.
+QString sizeText(qint64 bytes);
+/// "1,2 MB von 3,4 MB", or what there is to say.
+QString sizeText(const Download& download);
+/// How it stands, in German.
+QString stateText(const Download& download);
+/// From 0 to 100; -1 while it cannot be told.
+int percentDone(const Download& download);
+
+/// The downloads of this run, oldest first, as a table.
+class DownloadTable : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum Column { Name, Progress, Size, State, columns };
+    /// The number that stands for a download as long as it is in the table.
+    using Id = quint32;
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// `cancel` breaks it off, whereupon `finish` is called, at once or later.
+    Id add(const Download& download, const std::function<void()>& cancel = {});
+    void progress(Id id, qint64 received, qint64 total);
+    /// It has ended as `state`; what has ended once stays as it is.
+    void finish(Id id, DownloadState state, const QString& failure = {});
+    /// Takes those that have ended out of the table.
+    void removeFinished();
+
+    const Download& at(int row) const { return m_entries.at(row).download; }
+    int running() const;
+    /// Whether a running download is going to be the file `path`.
+    bool isTarget(const QString& path) const;
+    void cancel(int row);
+    void cancelAll();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    /// The progress is a percentage as the number it is, for whoever draws it.
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    struct Entry {
+        Id id = 0;
+        Download download;
+        std::function<void()> cancel;
+    };
+
+    Download* running(Id id);
+    void changed(const Download* download);
+
+    QList<Entry> m_entries;
+    Id m_lastId = 0;
+};

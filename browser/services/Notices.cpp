@@ -1,0 +1,44 @@
+#include "browser/services/Notices.h"
+
+#include "browser/services/NoticeWindow.h"
+#include "browser/services/SiteText.h"
+
+#include <QWebEngineNotification>
+#include <QWebEngineProfile>
+
+namespace {
+
+constexpr int mostAtATime = 4;
+
+} // namespace
+
+Notices::Notices(QWebEngineProfile& profile, QObject* parent) : QObject(parent), m_profile(profile)
+{
+    profile.setNotificationPresenter([this](std::unique_ptr<QWebEngineNotification> notification) {
+        show(std::move(notification));
+    });
+}
+
+Notices::~Notices()
+{
+    m_profile.setNotificationPresenter({});
+    qDeleteAll(m_windows);
+}
+
+void Notices::show(std::unique_ptr<QWebEngineNotification> notification)
+{
+    m_windows.removeIf([](const QPointer<NoticeWindow>& window) { return !window; });
+    if (m_windows.size() >= mostAtATime) {
+        delete m_windows.takeFirst();
+    }
+    auto* const window =
+        new NoticeWindow(siteName(notification->origin()), cleanLine(notification->title()),
+                         cleanLine(notification->message(), 300));
+    auto* const shown = notification.release();
+    shown->setParent(window);
+    connect(window, &NoticeWindow::clicked, shown, &QWebEngineNotification::click);
+    connect(shown, &QWebEngineNotification::closed, window, &QWidget::close);
+    shown->show();
+    window->appear(static_cast<int>(m_windows.size()));
+    m_windows.append(window);
+}

@@ -1,0 +1,58 @@
+#include "browser/services/PageFind.h"
+
+#include "browser/services/FindBar.h"
+#include "browser/services/PageKeys.h"
+
+#include <QWebEngineFindTextResult>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+
+PageFind::PageFind(QWidget* window, QWebEngineView* view, QWebEnginePage* page)
+    : QObject(page), m_page(page), m_view(view)
+{
+    addPageKeys(window, {Qt::CTRL | Qt::Key_F}, this, [this] { open(); });
+    addPageKeys(window, {Qt::Key_F3}, this, [this] { step(false); });
+    addPageKeys(window, {Qt::SHIFT | Qt::Key_F3}, this, [this] { step(true); });
+    // The marks are gone with the old document, the bar is still there.
+    connect(page, &QWebEnginePage::loadFinished, this, [this] {
+        if (m_bar)
+            m_bar->again();
+    });
+}
+
+void PageFind::open()
+{
+    if (FindBar* const shown = bar())
+        shown->open();
+}
+
+FindBar* PageFind::bar()
+{
+    if (m_bar || !m_view)
+        return m_bar;
+    m_bar = new FindBar(m_view);
+    connect(m_bar, &FindBar::find, this, &PageFind::find);
+    connect(m_bar, &FindBar::closed, m_view, [this] { m_view->setFocus(); });
+    return m_bar;
+}
+
+void PageFind::step(bool backwards)
+{
+    if (m_bar && !m_bar->isHidden())
+        m_bar->step(backwards);
+    else
+        open();
+}
+
+void PageFind::find(const QString& text, bool backwards, bool caseSensitive)
+{
+    QWebEnginePage::FindFlags flags;
+    flags.setFlag(QWebEnginePage::FindBackward, backwards);
+    flags.setFlag(QWebEnginePage::FindCaseSensitively, caseSensitive);
+    const auto show = [self = QPointer(this),
+                       turn = ++m_turn](const QWebEngineFindTextResult& result) {
+        if (self && self->m_bar && turn == self->m_turn)
+            self->m_bar->hits(result.numberOfMatches(), result.activeMatch());
+    };
+    m_page->findText(text, flags, show);
+}

@@ -1,0 +1,50 @@
+#include "browser/services/PageHint.h"
+
+#include "browser/services/OverPage.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int distance = 12;
+} // namespace
+
+PageHint::PageHint(QWidget* page) : QLabel(page)
+{
+    setObjectName(u"lblHint"_s);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setAlignment(Qt::AlignCenter);
+    setMargin(8);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setForegroundRole(QPalette::ToolTipText);
+    setBackgroundRole(QPalette::ToolTipBase);
+    setAutoFillBackground(true);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+    new OverPage(this, [this] { place(); });
+    m_end.setSingleShot(true);
+    connect(&m_end, &QTimer::timeout, this, &QWidget::hide);
+}
+
+void PageHint::showFor(std::chrono::milliseconds time, const QString& text)
+{
+    setText(text);
+    setAccessibleName(text);
+    place();
+    show();
+    raise();
+    m_end.start(time);
+}
+
+void PageHint::place()
+{
+    const int room = qMax(1, parentWidget()->width() - 2 * distance);
+    setWordWrap(false);
+    int width = sizeHint().width();
+    if (width > room) {
+        setWordWrap(true);
+        width = room;
+    }
+    const int height = hasHeightForWidth() ? heightForWidth(width) : sizeHint().height();
+    setGeometry((parentWidget()->width() - width) / 2, distance, width, height);
+}

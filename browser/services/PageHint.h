@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QLabel>
+#include <QTimer>
+
+/// A short text over the upper edge of a page that goes by itself. Clicks and
+/// keys pass it by.
+class PageHint : public QLabel {
+    Q_OBJECT
+public:
+    explicit PageHint(QWidget* page);
+
+    /// Shows `text`, plain, in the place of the previous one.
+    void showFor(std::chrono::milliseconds time, const QString& text);
+
+private:
+    void place();
+
+    QTimer m_end;
+};

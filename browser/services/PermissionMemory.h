@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QHash>
+#include <QPair>
+#include <QString>
+
+#include <optional>
+
+class QUrl;
+
+/// What a page may only do when the user has said so.
+enum class PermissionKind {
+    Camera,
+    Microphone,
+    CameraAndMicrophone,
+    Location,
+    Notifications,
+    Screen,
+    Pointer,
+    Clipboard,
+    Fonts,
+};
+
+/// The question whether `site` may do what `kind` stands for, in one sentence.
+QString permissionQuestion(PermissionKind kind, const QString& site);
+
+/// The answers that the user has given in this run, for each site and kind. A
+/// site is the scheme, host and port of an address.
+class PermissionMemory {
+public:
+    /// Nothing where the user has not been asked yet. Camera and microphone
+    /// together are known from each of the two as well.
+    std::optional<bool> answer(const QUrl& site, PermissionKind kind) const;
+    void remember(const QUrl& site, PermissionKind kind, bool isGranted);
+    void clear() { m_answers.clear(); }
+
+private:
+    QHash<QPair<QString, int>, bool> m_answers;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "browser/WebScriptAnswers.h"
+#include "browser/services/DialogSilence.h"
+#include "browser/services/PageAsker.h"
+
+#include <QObject>
+
+class AskingPage;
+
+/// The windows in which scripts speak to the user. A page that does not stop
+/// can be silenced.
+class ScriptDialogs : public QObject, public WebScriptAnswers {
+    Q_OBJECT
+public:
+    explicit ScriptDialogs(AskingPage& asking, QObject* parent);
+
+    void alert(const QUrl& site, const QString& text) override;
+    bool confirm(const QUrl& site, const QString& text) override;
+    std::optional<QString> prompt(const QUrl& site, const QString& text,
+                                  const QString& preset) override;
+    bool leave() override;
+
+private:
+    PageAnswer ask(const QUrl& site, const QString& text, PageQuestion question);
+
+    AskingPage& m_asking;
+    DialogSilence m_silence;
+    QUrl m_target;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+/// What pages keep on this machine besides cookies: local storage, databases,
+/// service workers. The engine holds these files open and cannot empty them
+/// while it runs, so they are marked and go at the next start.
+
+/// Marks what is stored in the profile folder `folder`. False if that failed.
+bool markStoredWebData(const QString& folder);
+
+/// Removes what was marked. To be called before an engine uses the folder.
+void removeMarkedWebData(const QString& folder);

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "browser/WebEnginePage.h"
+#include "browser/services/DownloadTable.h"
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QPointer>
+
+class QWebEngineDownloadRequest;
+class QWebEngineProfile;
+class Shell;
+
+/// Asks for every download of a profile where it is to go, and keeps the table
+/// of the downloads. The engine does nothing, in all windows, until it knows
+/// (seen with Qt 6.4), so that there is one question at a time.
+class WebDownloads : public QObject {
+    Q_OBJECT
+public:
+    /// All outlive it. `owner` is the window that questions without a page belong to.
+    WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, DownloadTable& table);
+
+signals:
+    /// A download has begun, or has failed to.
+    void begun();
+
+private:
+    struct Running {
+        DownloadTable::Id row = 0;
+        QString path;
+        QPointer<QWebEngineDownloadRequest> request;
+    };
+
+    void requested(QWebEngineDownloadRequest* download);
+    bool isResumed(QWebEngineDownloadRequest& download);
+    void decide(QWebEngineDownloadRequest& download, WebEnginePage* page);
+    QString askForPath(const QWebEngineDownloadRequest& download, QWidget* parent);
+    QString proposedPath(const QString& name) const;
+    void begin(QWebEngineDownloadRequest& download);
+    void follow(QWebEngineDownloadRequest& download);
+    bool isUnwanted(QWidget* parent);
+    void cancel(quint32 id);
+    void ended(QWebEngineDownloadRequest& download);
+
+    Shell& m_shell;
+    QWidget* m_owner;
+    DownloadTable& m_table;
+    /// Where the last file went.
+    QString m_folder;
+    /// Under the engine's numbers.
+    QHash<quint32, Running> m_running;
+    /// How many downloads the user has refused in a row, and when the last one.
+    int m_refusals = 0;
+    QElapsedTimer m_lastRefusal;
+};

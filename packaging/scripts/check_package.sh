@@ -1,0 +1,111 @@
+#!/usr/bin/env bash
+# Installs the release build for a user of its own, starts, updates and removes
+# it, and packs and unpacks it.
+set -euo pipefail
+. "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
+
+# expect what command...: the command has to succeed.
+expect() {
+    local what=$1
+    shift
+    "$@" >"$scratch/output" 2>&1 || { cat "$scratch/output" >&2 && die "failed: $what"; }
+    echo "passed: $what"
+}
+
+not() { ! "$@"; }
+
+has_caption() { xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
+
+# within seconds command...: tries until it succeeds.
+within() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        ((SECONDS < end)) || return 1
+        sleep 0.1
+    done
+}
+
+ended_well() {
+    kill -TERM "$tessera_pid"
+    within 20 not kill -0 "$tessera_pid" 2>/dev/null && wait "$tessera_pid"
+}
+
+is_hardened() {
+    local dynamic segments
+    dynamic=$(readelf -dW "$1") && segments=$(readelf -lW "$1")
+    grep -q BIND_NOW <<<"$dynamic" && grep -q GNU_RELRO <<<"$segments" &&
+        grep -q 'GNU_STACK.* RW ' <<<"$segments" && not grep -q '\.symtab' <(readelf -SW "$1")
+}
+
+is_pie() { readelf -dW "$1" | grep -q 'FLAGS_1.*PIE'; }
+
+user_files_kept() {
+    diff <(printf '%s\n' archive kept note) <(cat "$program"/{1.bkm,1.bkm.alt,Notiz.txt}) &&
+        [[ $(stat -c %s "$program/Pref.tsp") == 618 ]]
+}
+
+start_display
+allow_engine_as_root
+settle_locale
+export HOME="$scratch/Jörgs \"Ordner\" \$x" XDG_RUNTIME_DIR=$scratch/runtime
+mkdir -m 700 "$HOME" "$XDG_RUNTIME_DIR"
+export XDG_DATA_HOME="$HOME/Däten \`a\`" XDG_CACHE_HOME=$HOME/cache
+program=$XDG_DATA_HOME/tessera-program
+desktop=$XDG_DATA_HOME/applications/tessera.desktop
+start=$HOME/.local/bin/tessera
+
+expect "wrong use is refused" not "$root/install" --nonsense
+expect "what is not installed cannot be removed" not "$root/install" --remove
+expect "installation" "$root/install"
+expect "desktop file" desktop-file-validate "$desktop"
+expect "metainfo" appstreamcli validate --no-net "$XDG_DATA_HOME"/metainfo/*.xml
+expect "hardened program" is_hardened "$program/tessera"
+expect "hardened module" is_hardened "$program/libtessera_shell.so"
+expect "position-independent program" is_pie "$program/tessera"
+expect "version" grep -qx 'Tessera 5.3.5' <("$start" --version)
+expect "German texts" test -s "$program/translations/qtbase_de.qm"
+expect "icon picture" test -s "$XDG_DATA_HOME/icons/hicolor/16x16/apps/tessera.png"
+
+echo '<title>Paket</title>Straße' >"$HOME/Größe.html"
+"$start" "$HOME/Größe.html" >"$scratch/program.log" 2>&1 &
+tessera_pid=$!
+expect "page in a window" within 30 has_caption 'Tessera.*Paket'
+expect "window's class" xdotool search --onlyvisible --class \
+    "^$(sed -n 's/^StartupWMClass=//p' "$desktop")\$"
+
+printf 'archive\n' >"$program/1.bkm"
+printf 'kept\n' >"$program/1.bkm.alt"
+printf 'note\n' >"$program/Notiz.txt"
+printf 'old\n' | tee "$program/translations/old.qm" >"$program/Lizenz.txt"
+echo tessera-program/translations/old.qm >>"$program/.installed"
+expect "update under the running program" "$root/install"
+expect "still running" kill -0 "$tessera_pid"
+expect "renewed file" cmp "$program/Lizenz.txt" "$root/resources/Lizenz.txt"
+expect "file of an older version gone" not test -e "$program/translations/old.qm"
+expect "data not removed under the running program" not "$root/install" --remove --with-data
+echo 'Tür' >"$HOME/Tür.html"
+expect "start from the desktop" gio launch "$desktop" "$HOME/Tür.html"
+expect "page taken up beside the first" within 30 has_caption '^Tessera 5.3.5$'
+expect "end" ended_well
+expect "user's files after the update" user_files_kept
+
+expect "removal" "$root/install" --remove
+expect "user's files after the removal" user_files_kept
+expect "nothing else is left" test -z "$(find "$HOME" ! -type d ! -path '*/cache/*' ! -path '*/Tessera/*' \
+    ! -path "$program/*" ! -name '*.html' ! -name mimeinfo.cache)"
+expect "removal with the data" "$root/install" --remove --with-data
+expect "foreign file kept" test -e "$program/Notiz.txt"
+expect "archive gone" not compgen -G "$program/*.bkm*"
+
+expect "package" cpack --config "$root/build/release/CPackConfig.cmake" -B "$scratch/pack"
+mkdir "$scratch/unpacked"
+expect "unpacking" tar -C "$scratch/unpacked" --strip-components 1 -xf "$scratch"/pack/*.tar.gz
+expect "packed program" grep -qx 'Tessera 5.3.5' <("$scratch/unpacked/tessera" --version)
+expect "packed desktop file" test -s "$scratch/unpacked/share/applications/tessera.desktop"
+
+mkdir "$scratch/unpacked/Pref.tsp" # so that it cannot be written
+"$scratch/unpacked/tessera" "$HOME/Größe.html" >"$scratch/program.log" 2>&1 &
+tessera_pid=$!
+expect "packed program's page" within 30 has_caption 'Tessera.*Paket'
+expect "end without preferences" ended_well

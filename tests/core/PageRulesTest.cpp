@@ -1,0 +1,124 @@
+#include "browser/services/DesktopSchemes.h"
+#include "browser/services/DialogSilence.h"
+#include "browser/services/PermissionMemory.h"
+#include "browser/services/PopupLimit.h"
+#include "browser/services/QuestionQueue.h"
+#include "browser/services/SiteText.h"
+
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// The rules about what pages may say, ask and open.
+class PageRulesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void texts()
+    {
+        QCOMPARE(cleanText(u"a\tb\u202E\u0007c\r\n\n\n \nd\u2028e\n"_s), u"a bc\n\nd\ne"_s);
+        QCOMPARE(cleanText(QString(9000, u'x')).size(), 1501);
+        QCOMPARE(cleanText(u"x\n"_s.repeated(500)).count(u'\n'), 20);
+        QCOMPARE(cleanLine(u" a\nb "_s), u"a b"_s);
+        QCOMPARE(cleanLine(u"ab😀"_s, 3), u"ab…"_s); // no half character
+    }
+
+    void sites_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const QString& url, const QString& name) {
+            QTest::newRow(qPrintable(url.left(40))) << url << name;
+        };
+        row(u"https://user:pw@www.example.org/path?x"_s, u"https://www.example.org"_s);
+        row(u"http://127.0.0.1:81/"_s, u"http://127.0.0.1:81"_s);
+        row(u"http://[::1]:81/"_s, u"http://[::1]:81"_s);
+        row(u"http://аpple.com/"_s, u"http://xn--pple-43d.com"_s); // a Cyrillic letter
+        row(u"http://www.bank.de."_s + u"a."_s.repeated(80) + u"evil.org/"_s,
+            u"http://…"_s + u"a."_s.repeated(26) + u"evil.org"_s);
+        row(u"file:///etc/passwd"_s, u"Eine Datei auf diesem Rechner"_s);
+        row(u"data:text/html,x"_s, u"Diese Seite"_s);
+    }
+    void sites()
+    {
+        QFETCH(QString, url);
+        QTEST(siteName(QUrl(url)), "name");
+    }
+
+    void desktopSchemes()
+    {
+        for (const QString& url : {u"mailto:a@b"_s, u"tel:1"_s, u"magnet:?x"_s, u"own-app:x"_s})
+            QVERIFY2(isForDesktop(QUrl(url)), qPrintable(url));
+        for (const QString& url : {u"http://h"_s, u"FILE:///x"_s, u"JavaScript:1"_s, u"data:,x"_s,
+                                   u"c:x"_s, u"view-source:http://h"_s, u"rel/ative"_s, QString()})
+            QVERIFY2(!isForDesktop(QUrl(url)), qPrintable(url));
+    }
+
+    void permissions()
+    {
+        using enum PermissionKind;
+        PermissionMemory memory;
+        const QUrl site(u"https://h/a"_s);
+        QVERIFY(!memory.answer(site, Camera));
+        memory.remember(site, Camera, true);
+        QCOMPARE(memory.answer(QUrl(u"https://h/b?c"_s), Camera), true);
+        for (const QString& other : {u"http://h/a"_s, u"https://h:444/a"_s, u"https://i/a"_s})
+            QVERIFY(!memory.answer(QUrl(other), Camera));
+        QVERIFY(!memory.answer(site, CameraAndMicrophone));
+        memory.remember(site, Microphone, false);
+        QCOMPARE(memory.answer(site, CameraAndMicrophone), false);
+        memory.clear();
+        memory.remember(site, CameraAndMicrophone, true);
+        QCOMPARE(memory.answer(site, Microphone), true);
+    }
+
+    void silence()
+    {
+        DialogSilence silence;
+        silence.movedTo(QUrl(u"http://h/a"_s));
+        QVERIFY(!silence.offersSilence());
+        QVERIFY(silence.offersSilence());
+        silence.silence();
+        silence.movedTo(QUrl(u"http://h/a?x#y"_s));
+        QVERIFY(silence.isSilenced());
+        silence.movedTo(QUrl(u"http://h/b"_s));
+        QVERIFY(!silence.isSilenced());
+        QVERIFY(!silence.offersSilence());
+        silence.silence();
+        silence.userNavigates();
+        QVERIFY(!silence.isSilenced());
+    }
+
+    void popups()
+    {
+        PopupLimit limit;
+        for (std::size_t i = 0; i < PopupLimit::mostWindows; ++i)
+            QVERIFY(limit.mayOpen(i * 1s, false));
+        QVERIFY(!limit.mayOpen(9999ms, false));
+        QVERIFY(limit.mayOpen(10s, false)); // the first one is long ago
+        QVERIFY(!limit.mayOpen(10s, false));
+        QVERIFY(limit.mayOpen(10s, true));
+        QVERIFY(limit.mayOpen(10s, false)); // the user is there
+    }
+
+    void queue()
+    {
+        QuestionQueue queue;
+        QObject owner;
+        auto gone = std::make_unique<QObject>();
+        QStringList log;
+        queue.add(&owner, [&] {
+            log << u"1 opens"_s;
+            QTest::qWait(50); // as a window that waits for the answer
+            log << u"1 closes"_s;
+        });
+        queue.add(gone.get(), [&] { log << u"gone"_s; });
+        queue.add(&owner, [&] { log << u"2"_s; });
+        gone.reset();
+        QVERIFY(log.isEmpty());
+        QTRY_COMPARE(log, QStringList({u"1 opens"_s, u"1 closes"_s, u"2"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(PageRulesTest)
+#include "PageRulesTest.moc"

@@ -1,0 +1,286 @@
+#include "EngineWorld.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QPushButton>
+#include <QWebEngineView>
+#include <QtTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using LogIns = QList<std::optional<LogIn>>;
+
+const LogIn wrong{u"ich"_s, u"falsch"_s};
+const LogIn right{u"ich"_s, u"geheim"_s};
+
+PageAnswer agree(QWidget* /*parent*/, const PageQuestion& /*question*/)
+{
+    return {.isAccepted = true};
+}
+
+} // namespace
+
+/// What pages ask their user, and what comes of each answer.
+class EngineQuestionsTest : public QObject {
+    Q_OBJECT
+public slots:
+    void openOnDesktop(const QUrl& url) { m_opened << url; }
+
+private slots:
+    void initTestCase()
+    {
+        m_world = std::make_unique<EngineWorld>();
+        m_world->server.page(u"/plain"_s, "<title>Frei</title>");
+        QDesktopServices::setUrlHandler(u"mailto"_s, this, "openOnDesktop");
+    }
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"mailto"_s); }
+    void init()
+    {
+        m_world->asker.questions.clear();
+        m_world->asker.onAsk = {};
+        m_world->asker.onLogIn = {};
+        m_opened.clear();
+        m_window = m_world->open();
+        m_other = m_world->open();
+        m_window->raise();
+    }
+    void cleanup()
+    {
+        delete m_window;
+        delete m_other;
+    }
+
+    void logIn_data()
+    {
+        QTest::addColumn<LogIns>("answers");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("cancelled") << LogIns{{}} << u"Gesperrt"_s;
+        QTest::newRow("wrong, then cancelled") << LogIns{wrong, {}} << u"Gesperrt"_s;
+        QTest::newRow("wrong, then right") << LogIns{wrong, right} << u"Drin"_s;
+    }
+    void logIn()
+    {
+        QFETCH(LogIns, answers);
+        QFETCH(QString, title);
+        m_world->server.answer(u"/locked"_s,
+                               {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
+        QStringList expected;
+        expected.fill(m_world->address({}) + u"|Keller"_s, answers.size());
+        m_world->asker.onLogIn = [&] { return answers.takeFirst(); };
+        show(m_window, u"/locked"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), title);
+        QCOMPARE(m_world->asker.questions, expected);
+    }
+
+    void scripts()
+    {
+        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+            return PageAnswer{.isAccepted = true,
+                              .input = question.input.value_or(QString()) + u'!'};
+        };
+        load(m_window, "<script>alert('a\\u202Eb'); document.title = confirm('c') + "
+                       "prompt('d', 'vor')</script>");
+        QTRY_COMPARE(m_window->engine().LocationName(), u"truevor!"_s);
+        const QString site = m_world->address({}) + u" meldet:\n\n"_s;
+        QCOMPARE(m_world->asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
+    }
+
+    void silenced()
+    {
+        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+            return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
+        };
+        load(m_window, "<script>for (i = 0; i < 200; ++i) alert(i);"
+                       "history.pushState(0, '', '/elsewhere'); alert('more')</script>"
+                       "<title>Ruhe</title>");
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Ruhe"_s);
+        QCOMPARE(m_world->asker.questions.size(), 2);
+        load(m_window, "<script>alert('again')</script>");
+        QTRY_COMPARE(m_world->asker.questions.size(), 3);
+    }
+
+    void twoAtOnce()
+    {
+        m_world->asker.onAsk = [](QWidget*, const PageQuestion&) {
+            QTest::qWait(500); // the other one comes meanwhile
+            return PageAnswer();
+        };
+        load(m_window, "<script>alert(1)</script><title>Eins</title>");
+        load(m_other, "<script>alert(2)</script><title>Zwei</title>");
+        QTRY_COMPARE(m_other->engine().LocationName(), u"Zwei"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Eins"_s);
+        QCOMPARE(m_world->asker.questions.size(), 2);
+    }
+
+    void windowGoes_data()
+    {
+        QTest::addColumn<QByteArray>("html");
+        QTest::newRow("alert") << "<script>alert(1)</script>"_ba;
+        QTest::newRow("location")
+            << "<script>navigator.geolocation.getCurrentPosition(() => {})</script>"_ba;
+    }
+    void windowGoes()
+    {
+        QFETCH(QByteArray, html);
+        m_world->asker.onAsk = [this](QWidget*, const PageQuestion&) {
+            delete m_window;
+            QTest::qWait(50);
+            return PageAnswer{.isAccepted = true};
+        };
+        load(m_window, html);
+        QTRY_VERIFY(!m_window);
+        show(m_other, u"/plain"_s);
+        QTRY_COMPARE(m_other->engine().LocationName(), u"Frei"_s);
+    }
+
+    void permissions()
+    {
+        // The answer is the site's, so that another window need not ask.
+        const QByteArray html = "<script>const say = e => { document.title += e.code };"
+                                "for (i = 0; i < 2; ++i)"
+                                "  navigator.geolocation.getCurrentPosition(say, say);"
+                                "Notification.requestPermission()"
+                                "  .then(answer => { document.title += answer[0] })</script>";
+        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+            load(window, "<title>x</title>" + html);
+            QTRY_COMPARE(window->engine().LocationName().size(), 4);
+            QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
+        }
+        QCOMPARE(m_world->asker.questions.size(), 2);
+        QVERIFY(m_world->asker.questions.constFirst().contains(u"Standort"_s));
+    }
+
+    void leaving()
+    {
+        bool isClosing = false;
+        connect(&m_window->engine(), &EngineControl::WindowClosing, this,
+                [&isClosing] { isClosing = true; });
+        QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
+        load(m_window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
+        QTRY_COMPARE(m_window->visits.size(), 1);
+        click(m_window);
+        QVERIFY(m_window->engine().AskToClose());
+        QTRY_COMPARE(m_world->asker.questions.size(), 1);
+        QVERIFY(m_world->asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
+        QTest::qWait(2500); // longer than a page that does not answer is waited for
+        QVERIFY(!isClosing);
+        m_world->asker.onAsk = agree;
+        QVERIFY(m_window->engine().AskToClose());
+        QTRY_VERIFY(isClosing);
+    }
+
+    void hungPage()
+    {
+        bool isClosing = false;
+        connect(&m_window->engine(), &EngineControl::WindowClosing, this,
+                [&isClosing] { isClosing = true; });
+        load(m_window, "<title>Hängt</title>");
+        QTRY_COMPARE(m_window->visits.size(), 1);
+        m_window->run(u"for (;;) {}"_s);
+        QTest::qWait(200);
+        QVERIFY(m_window->engine().AskToClose());
+        QTRY_VERIFY(isClosing);
+        ::kill(pid(m_window), SIGKILL);
+    }
+
+    void desktopLinks_data()
+    {
+        QTest::addColumn<QByteArray>("html");
+        QTest::addColumn<bool>("isClicked");
+        QTest::addColumn<bool>("isOpened");
+        const QByteArray link = "<a style='display:block;height:900px' "
+                                "href='mailto:x@y' ";
+        QTest::newRow("link") << link + ">x</a>" << true << true;
+        QTest::newRow("link into a new window") << link + "target=_blank>x</a>" << true << true;
+        QTest::newRow("script") << "<script>location = 'mailto:x@y'</script>"_ba << false << false;
+        QTest::newRow("script clicks")
+            << link + "id=a>x</a><script>a.click()</script>" << false << false;
+        QTest::newRow("frame") << "<iframe src='mailto:x@y'></iframe>"_ba << false << false;
+    }
+    void desktopLinks()
+    {
+        QFETCH(QByteArray, html);
+        QFETCH(bool, isClicked);
+        QFETCH(bool, isOpened);
+        m_world->asker.onAsk = agree;
+        load(m_window, "<title>Verweis</title>" + html);
+        QTRY_COMPARE(m_window->visits.size(), 1);
+        QTRY_VERIFY(!m_window->engine().Busy());
+        if (isClicked) {
+            click(m_window);
+        } else {
+            QTest::qWait(500);
+        }
+        QTRY_COMPARE(m_opened, isOpened ? QList<QUrl>{QUrl(u"mailto:x@y"_s)} : QList<QUrl>());
+        QCOMPARE(m_world->asker.questions.size(), m_opened.size());
+        QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
+    }
+
+    void crash()
+    {
+        load(m_window, "<title>Lebt</title>");
+        QTRY_COMPARE(m_window->visits.size(), 1);
+        ::kill(pid(m_window), SIGKILL);
+        auto* const overlay = m_window->findChild<QWidget*>(u"CrashOverlay"_s);
+        QTRY_VERIFY(overlay->isVisible());
+        QTRY_VERIFY(!m_window->engine().Busy());
+        overlay->findChild<QPushButton*>(u"cmdReload"_s)->click();
+        QTRY_COMPARE(m_window->visits.size(), 2);
+        QVERIFY(!overlay->isVisible());
+    }
+
+    void manyWindows()
+    {
+        int opened = 0;
+        m_window->makeWindow = [&] {
+            ++opened;
+            return nullptr;
+        };
+        load(m_window, "<script>for (i = 0; i < 50; ++i) open('/plain')</script>"
+                       "<script>onclick = () => open('/plain')</script>");
+        QTRY_VERIFY(opened > 0);
+        QTRY_COMPARE(m_window->visits.size(), 1);
+        QCOMPARE(opened, 8);
+        click(m_window);
+        QTRY_COMPARE(opened, 9);
+    }
+
+private:
+    void show(EngineWindow* window, const QString& path)
+    {
+        window->engine().Navigate(m_world->address(path));
+    }
+    void load(EngineWindow* window, const QByteArray& html)
+    {
+        const QString path = u"/page%1"_s.arg(++m_pages);
+        m_world->server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+        show(window, path);
+    }
+    void click(EngineWindow* window) const
+    {
+        QWidget* const host = window->engine().host();
+        // Until it has been painted a page takes no input.
+        QTRY_COMPARE(m_world->colourOf(*window), QColor(Qt::blue));
+        QTest::qWait(500);
+        QTest::mouseClick(host->focusProxy(), Qt::LeftButton, {}, host->rect().center());
+        QTest::qWait(100);
+    }
+    static pid_t pid(EngineWindow* window)
+    {
+        return static_cast<pid_t>(
+            qobject_cast<QWebEngineView*>(window->engine().host())->page()->renderProcessPid());
+    }
+
+    std::unique_ptr<EngineWorld> m_world;
+    QPointer<EngineWindow> m_window;
+    QPointer<EngineWindow> m_other;
+    QList<QUrl> m_opened;
+    int m_pages = 0;
+};
+
+ENGINE_TEST_MAIN(EngineQuestionsTest)
+#include "EngineQuestionsTest.moc"

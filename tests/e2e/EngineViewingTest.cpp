@@ -1,0 +1,138 @@
+#include "EngineWorld.h"
+
+#include "browser/services/FindBar.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QWebEngineView>
+#include <QtTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+/// What users do with a page of the real engine.
+class EngineViewingTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase()
+    {
+        m_world = std::make_unique<EngineWorld>();
+        m_world->server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
+                                         "'this.requestFullscreen()'>Wort wort anderes");
+        m_world->server.page(u"/next"_s, "<title>Nächste</title>Wort");
+    }
+    void init()
+    {
+        m_window = m_world->open();
+        m_host = qobject_cast<QWebEngineView*>(m_window->engine().host());
+        m_page = m_host->page();
+        go(u"/page"_s);
+        m_window->window()->activateWindow();
+        QTRY_VERIFY(m_window->isActiveWindow());
+    }
+    void cleanup() { delete m_window; }
+
+    void fullScreen_data()
+    {
+        QTest::addColumn<std::function<void()>>("end");
+        const auto row = [](const char* name, const std::function<void()>& end) {
+            QTest::newRow(name) << end;
+        };
+        row("Escape", [this] { QTest::keyClick(screen(), Qt::Key_Escape); });
+        row("F11", [this] { QTest::keyClick(screen(), Qt::Key_F11); });
+        row("closed", [this] { screen()->close(); });
+        row("by the page", [this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
+        row("navigation", [this] { m_page->runJavaScript(u"location = '/next'"_s); });
+        row("crash", [this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
+    }
+    void fullScreen()
+    {
+        QFETCH(std::function<void()>, end);
+        const QRect place = m_host->geometry();
+        enterFullScreen();
+        end();
+        QTRY_VERIFY(screen() == nullptr);
+        QCOMPARE(m_host->page(), m_page);
+        QCOMPARE(m_host->geometry(), place);
+        if (m_host->focusProxy() != nullptr) { // the crash leaves none
+            QTRY_COMPARE(QApplication::focusWidget(), m_host->focusProxy());
+        }
+    }
+    void windowGoesInFullScreen()
+    {
+        enterFullScreen();
+        const QPointer<QWebEnginePage> page = m_page;
+        delete m_window;
+        QVERIFY(screen() == nullptr);
+        QTRY_VERIFY(page.isNull());
+    }
+
+    void find()
+    {
+        m_host->setFocus();
+        QTest::keyClick(m_window, Qt::Key_F, Qt::ControlModifier);
+        auto* const bar = m_host->findChild<FindBar*>();
+        QVERIFY(bar);
+        const auto* const hits = bar->findChild<QLabel*>(u"lblHits"_s);
+        QTest::keyClicks(bar->findChild<QLineEdit*>(), u"wort"_s);
+        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
+        QTest::keyClick(m_window, Qt::Key_F3);
+        QTRY_COMPARE(hits->text(), u"2 von 2"_s);
+        go(u"/next"_s);
+        QTRY_COMPARE(hits->text(), u"1 von 1"_s);
+    }
+
+    void zoomIsTheWindowsOwn()
+    {
+        EngineWindow* const other = m_world->open();
+        other->engine().Navigate(m_world->address(u"/page"_s));
+        QTRY_COMPARE(other->visits.size(), 1);
+        m_host->setFocus();
+        QTest::keyClick(m_window, Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(m_page->zoomFactor(), 1.1);
+        go(u"/next"_s);
+        m_window->engine().Navigate(m_world->server.address(u"/next"_s, u"localhost"_s));
+        QTRY_COMPARE(m_window->visits.size(), 3);
+        QTRY_COMPARE(m_page->zoomFactor(), 1.1);
+        other->engine().Refresh();
+        QTRY_COMPARE(other->visits.size(), 2);
+        QCOMPARE(qobject_cast<QWebEngineView*>(other->engine().host())->page()->zoomFactor(), 1.0);
+        delete other;
+    }
+
+private:
+    void go(const QString& path)
+    {
+        const qsizetype before = m_window->visits.size();
+        m_window->engine().Navigate(m_world->address(path));
+        QTRY_COMPARE(m_window->visits.size(), before + 1);
+        QTRY_VERIFY(!m_window->engine().Busy());
+    }
+    QWidget* screen() const
+    {
+        return m_window ? m_window->findChild<QWidget*>(u"FullScreen"_s) : nullptr;
+    }
+    void enterFullScreen()
+    {
+        QTRY_VERIFY(m_host->focusProxy() != nullptr);
+        // A page takes clicks only some time after it says that it is loaded.
+        for (int i = 0; i < 10 && screen() == nullptr; ++i) {
+            QTest::mouseClick(m_host->focusProxy(), Qt::LeftButton);
+            (void)QTest::qWaitFor([this] { return screen() != nullptr; }, 500);
+        }
+        QVERIFY(screen() != nullptr);
+        QTRY_VERIFY(screen()->isActiveWindow());
+        QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
+    }
+
+    std::unique_ptr<EngineWorld> m_world;
+    QPointer<EngineWindow> m_window;
+    QPointer<QWebEngineView> m_host;
+    QWebEnginePage* m_page = nullptr;
+};
+
+ENGINE_TEST_MAIN(EngineViewingTest)
+#include "EngineViewingTest.moc"

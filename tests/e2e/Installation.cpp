@@ -1,0 +1,46 @@
+#include "tests/e2e/Installation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironment())
+{
+    for (const auto& name : {u"tessera"_s, u"libtessera_shell.so"_s, u"Lizenz.txt"_s})
+        QFile::copy(QCoreApplication::applicationDirPath() + u'/' + name, file(name));
+    m_environment.insert(u"HOME"_s, m_home.path());
+    m_environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
+    m_environment.remove(u"XDG_DATA_HOME"_s);
+    m_environment.remove(u"XDG_CACHE_HOME"_s);
+    if (::geteuid() == 0)
+        m_environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
+}
+
+QByteArray Installation::contents(const QString& name) const
+{
+    QFile kept(file(name));
+    return kept.open(QIODevice::ReadOnly) ? kept.readAll() : QByteArray();
+}
+
+void Installation::start(QProcess& process, const QStringList& arguments) const
+{
+    process.setProcessEnvironment(m_environment);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setWorkingDirectory(QDir::rootPath());
+    process.start(file(u"tessera"_s), arguments);
+}
+
+int Installation::startAndWait(const QStringList& arguments, QByteArray* output) const
+{
+    QProcess process;
+    start(process, arguments);
+    if (!process.waitForFinished(patience))
+        return -1;
+    if (output != nullptr)
+        *output = process.readAll();
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+}

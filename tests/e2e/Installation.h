@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// How long the program may take for anything, in milliseconds.
+constexpr int patience = 20000;
+
+/// A copy of the program in a folder of its own, with a home of its own.
+class Installation {
+public:
+    Installation();
+
+    QString file(const QString& name) const { return m_folder.filePath(name); }
+    QString home() const { return m_home.path(); }
+    QByteArray contents(const QString& name) const;
+    void start(QProcess& process, const QStringList& arguments) const;
+    /// Starts another copy and waits for its end: its exit code, or below 0.
+    int startAndWait(const QStringList& arguments, QByteArray* output = nullptr) const;
+
+private:
+    QTemporaryDir m_folder;
+    QTemporaryDir m_home;
+    QProcessEnvironment m_environment;
+};

@@ -1,0 +1,166 @@
+#include "tests/e2e/Installation.h"
+#include "tests/e2e/LoopbackServer.h"
+#include "tests/e2e/User.h"
+
+#include <QtTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString title = u"Tessera 5.3.5"_s;
+
+/// The caption of the frame while the window with this page fills it.
+QString maximised(const QString& page)
+{
+    return title + u" - ["_s + page + u']';
+}
+
+QByteArray coloured(const char* name, const char* colour)
+{
+    return QByteArray("<title>") + name + "</title><body style='background:" + colour + "'>";
+}
+
+} // namespace
+
+#define QTRY_SEES(what) QTRY_VERIFY_WITH_TIMEOUT(User::sees(what), patience)
+#define QTRY_COLOUR(place, colour)                                                                 \
+    QTRY_COMPARE_WITH_TIMEOUT(User::colourAt(place), QColor(colour), patience)
+
+/// What a user does with the real program, by keys, clicks and what the display shows.
+class ScenarioTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init()
+    {
+        m_server = std::make_unique<LoopbackServer>();
+        m_server->page(u"/red"_s, coloured("Rot", "#ff0000"));
+        m_server->page(u"/blue"_s, coloured("Blau", "#0000ff"));
+        m_program = std::make_unique<Installation>();
+        m_run = std::make_unique<QProcess>();
+    }
+    void cleanup()
+    {
+        User::keepPictureOfFailure();
+        if (m_run->state() != QProcess::NotRunning) {
+            m_run->kill();
+            m_run->waitForFinished();
+        }
+    }
+
+    void typedAddressesAndKeys()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        const QPoint middle = User::place(maximised(u"Rot"_s)).center();
+        QTRY_COLOUR(middle, Qt::red);
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/blue"_s));
+        QTRY_SEES(maximised(u"Blau"_s));
+        QTRY_COLOUR(middle, Qt::blue);
+        User::press(u"alt+Left"_s);
+        QTRY_SEES(maximised(u"Rot"_s));
+        User::press(u"F5"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/red"_s), 2, patience);
+        User::press(u"ctrl+q"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        QCOMPARE(m_run->exitCode(), 0);
+    }
+
+    void linksOpenWindowsOneUnderTheOther()
+    {
+        m_server->page(u"/link"_s,
+                       "<title>Link</title><body style='background:#ff0000'><a target=_blank "
+                       "href=/blue style='position:fixed;inset:0'></a>");
+        open(u"/link"_s, u"Link"_s);
+        const QRect frame = User::place(maximised(u"Link"_s));
+        QTRY_COLOUR(frame.center(), Qt::red);
+        User::click(frame.center());
+        const auto part = [&](int eighths) {
+            return frame.topLeft() + QPoint(frame.width() / 2, frame.height() * eighths / 8);
+        };
+        QTRY_COLOUR(part(7), Qt::blue);
+        QTRY_COLOUR(part(3), Qt::red);
+        QVERIFY(User::sees(title)); // none is maximised any more
+        User::press(u"ctrl+w"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(part(7)) != QColor(Qt::blue), patience);
+        QTRY_COLOUR(part(3), Qt::red);
+    }
+
+    void secondStartRestoresTheFrame()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        User::minimise(maximised(u"Rot"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(maximised(u"Rot"_s)), patience);
+        QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
+        QTRY_SEES(title);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/blue"_s), 1, patience);
+    }
+
+    void historyOpensAPageAgain()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/blue"_s));
+        QTRY_SEES(maximised(u"Blau"_s));
+        User::press(u"alt+x h"_s);
+        QTRY_SEES(u"Historie"_s);
+        const auto visits = [this] {
+            return m_server->requests(u"/red"_s) + m_server->requests(u"/blue"_s);
+        };
+        QCOMPARE(visits(), 2);
+        User::click(User::place(u"Historie"_s).topLeft() + QPoint(60, 45), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(visits(), 3, patience);
+    }
+
+    void archiveKeepsAndExports()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        User::press(u"alt+x b"_s);
+        QTRY_SEES(u"Bookmark Archiv"_s);
+        User::press(u"alt+m o h"_s);
+        User::enter(u"Werkzeug"_s);
+        User::press(u"alt+a s"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(m_program->contents(u"Book.bkm"_s).contains("Werkzeug"), patience);
+        User::press(u"alt+a e h"_s);
+        QTRY_SEES(u"Archiv exportieren in HTML Datei..."_s);
+        const QString file = m_program->home() + u"/archiv.html"_s;
+        User::enter(file);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(file), patience);
+        QTRY_SEES(u"Meldung"_s); // whether to show the file
+        User::press(u"Return"_s);
+        QTRY_SEES(title);
+    }
+
+    void sizeAndCookiesOutliveTheRun()
+    {
+        m_server->page(u"/cookie"_s, "<script>document.title = document.cookie || 'leer';"
+                                     "document.cookie = 'a=1; max-age=9999'</script>");
+        open(u"/cookie"_s, u"leer"_s);
+        User::resize(maximised(u"leer"_s), {700, 500});
+        QTRY_COMPARE_WITH_TIMEOUT(User::place(maximised(u"leer"_s)).size(), QSize(700, 500),
+                                  patience);
+        User::press(u"alt+F4"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        QCOMPARE(m_run->exitCode(), 0);
+        open(u"/cookie"_s, u"a=1"_s);
+        QCOMPARE(User::place(maximised(u"a=1"_s)).size(), QSize(700, 500));
+    }
+
+private:
+    /// Starts the program with a page and waits until it is there.
+    void open(const QString& path, const QString& pageTitle)
+    {
+        m_program->start(*m_run, {m_server->address(path)});
+        QTRY_SEES(maximised(pageTitle));
+        QTest::qWait(700); // the engine drops clicks on a page that has just come up
+    }
+
+    std::unique_ptr<LoopbackServer> m_server;
+    std::unique_ptr<Installation> m_program;
+    std::unique_ptr<QProcess> m_run;
+};
+
+QTEST_MAIN(ScenarioTest)
+#include "ScenarioTest.moc"

@@ -1,0 +1,97 @@
+#include "GuiTest.h"
+
+#include "browser/services/PageDialogs.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+/// The windows in which pages ask, answered by real keys.
+class PageDialogsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { failOnWarnings(); }
+
+    void keys_data()
+    {
+        QTest::addColumn<bool>("isRisky");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("isAccepted");
+        QTest::newRow("Enter") << false << int{Qt::Key_Return} << true;
+        QTest::newRow("Escape") << false << int{Qt::Key_Escape} << false;
+        QTest::newRow("Enter, risky") << true << int{Qt::Key_Enter} << false;
+        QTest::newRow("Escape, risky") << true << int{Qt::Key_Escape} << false;
+    }
+    void keys()
+    {
+        QFETCH(bool, isRisky);
+        QFETCH(int, key);
+        whileOpen([key](QDialog& dialog) {
+            QCOMPARE(dialog.findChild<QLabel*>(u"lblText"_s)->textFormat(), Qt::PlainText);
+            dialog.findChild<QCheckBox*>()->setChecked(true);
+            QTest::keyClick(&dialog, static_cast<Qt::Key>(key));
+        });
+        const PageAnswer answer = m_dialogs.ask(&m_window, {.text = u"<b>x</b>"_s,
+                                                            .refuse = u"Nein"_s,
+                                                            .isRisky = isRisky,
+                                                            .checkBox = u"Ruhe"_s});
+        QTEST(answer.isAccepted, "isAccepted");
+        QVERIFY(answer.isChecked);
+    }
+
+    void input()
+    {
+        whileOpen([](QDialog& dialog) {
+            QTest::keyClicks(dialog.focusWidget(), u"neu"_s); // over what was there
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        });
+        const PageAnswer answer =
+            m_dialogs.ask(&m_window, {.refuse = u"Abbrechen"_s, .input = u"alt"_s});
+        QVERIFY(answer.isAccepted);
+        QCOMPARE(answer.input, u"neu"_s);
+    }
+
+    void logIn()
+    {
+        whileOpen([](QDialog& dialog) {
+            auto* const password = dialog.findChild<QLineEdit*>(u"txtPassword"_s);
+            QTest::keyClicks(dialog.focusWidget(), u"ich"_s);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+            QTest::keyClicks(dialog.focusWidget(), u"geheim"_s);
+            QCOMPARE(password->echoMode(), QLineEdit::Password);
+            dialog.findChild<QCheckBox*>(u"chkShowPassword"_s)->click();
+            QCOMPARE(password->echoMode(), QLineEdit::Normal);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        });
+        const auto answer = m_dialogs.logIn(&m_window, {.site = u"h"_s, .realm = {}, .user = {}});
+        QVERIFY(answer.has_value());
+        QCOMPARE(answer->user, u"ich"_s);
+        QCOMPARE(answer->password, u"geheim"_s);
+    }
+
+    void windowGoes()
+    {
+        auto* const window = new QWidget;
+        whileOpen([window](QDialog&) { delete window; });
+        QVERIFY(!m_dialogs.ask(window, {.text = u"x"_s}).isAccepted);
+    }
+
+private:
+    void whileOpen(const std::function<void(QDialog&)>& act)
+    {
+        QTimer::singleShot(100, this, [act] {
+            if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                act(*dialog);
+        });
+    }
+
+    QWidget m_window;
+    PageDialogs m_dialogs;
+};
+
+GUI_TEST_MAIN(PageDialogsTest)
+#include "PageDialogsTest.moc"
