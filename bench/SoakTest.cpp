@@ -24,11 +24,10 @@ namespace {
 
 constexpr int windowsPerWave = 10;
 // What the engine loads once and keeps (fonts, scripts, caches) has been loaded then.
-constexpr int warmUp = 20;
+constexpr int warmUp = 100;
 constexpr int patience = 60000;
 constexpr int settling = 5000; // longer than any single shot of the shell
-// A page that stays, with its process, takes some 3 % or more. What the engine and
-// the allocator keep grows for some 80 windows and then hardly: 12 % after 500.
+// What the engine and the allocator keep grows for some 80 windows, then hardly.
 constexpr double mostMemory = 1.15;
 
 QList<qint64> processes()
