@@ -1,4 +1,5 @@
-# Shared by ./run, ./install, ./test and .ci/run: packages, builds, virtual displays.
+# Shared by ./run, ./install, ./test, .ci/run and the scripts in bench/: packages,
+# builds, virtual displays.
 # To be sourced by bash scripts that run with "set -euo pipefail".
 # shellcheck shell=bash
 
@@ -96,14 +97,15 @@ settle_locale() {
 }
 
 # Starts a display of our own with a window manager and points the environment
-# at it. It goes when the script ends, whichever way.
+# at it. It goes when the script ends, whichever way. `display_size` (WxH), when
+# set before, is its size.
 start_display() {
     scratch=$(mktemp -d)
     trap stop_display EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
     mkfifo "$scratch/number"
-    setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp \
+    setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 "${display_size:-1280x1024}x24" -nolisten tcp \
         3>"$scratch/number" >"$scratch/xvfb.log" 2>&1 &
     xvfb_pid=$!
     local number

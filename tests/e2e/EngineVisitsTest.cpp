@@ -30,8 +30,12 @@ private slots:
         QFETCH(LoopbackServer::Answer, answer);
         QFETCH(QStringList, expected);
         m_world->server.answer(u"/page"_s, answer);
+        const bool isDownload = answer.headers.contains("attachment");
+        if (isDownload)
+            m_world->shell.fakePrompt.answerFileName({}); // refused
         visit(u"/page"_s);
         expectExactly(expected);
+        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), isDownload ? 1 : 0);
     }
 
     void movesWithinAPage_data()

@@ -35,6 +35,10 @@ public:
     QString address(const QString& path, const QString& host = QStringLiteral("127.0.0.1")) const;
     int requests(const QString& path) const { return m_requests.value(path); }
 
+signals:
+    /// A request has come, and is about to be answered.
+    void requested(const QString& path);
+
 private:
     void serve(QTcpSocket& socket);
     void send(QTcpSocket& socket, const Answer& answer) const;

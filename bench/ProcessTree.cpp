@@ -1,4 +1,4 @@
-#include "ProcessTree.h"
+#include "bench/ProcessTree.h"
 
 #include <QDir>
 #include <QFile>
@@ -33,14 +33,18 @@ QList<qint64> processTree(qint64 root)
     return tree;
 }
 
-qint64 proportionalMemory(const QList<qint64>& processes)
+Memory memoryOf(const QList<qint64>& processes)
 {
-    qint64 sum = 0;
+    Memory sum;
     for (const qint64 process : processes) {
         const QByteArray text = contentOf(QStringLiteral("/proc/%1/smaps_rollup").arg(process));
         for (const QByteArray& line : text.split('\n')) {
+            const qint64 size =
+                line.mid(line.indexOf(':') + 1).trimmed().split(' ').first().toLongLong();
             if (line.startsWith("Pss:"))
-                sum += line.mid(4).trimmed().split(' ').first().toLongLong();
+                sum.proportional += size;
+            else if (line.startsWith("Pss_Anon:"))
+                sum.anonymous += size;
         }
     }
     return sum;

@@ -1,0 +1,114 @@
+// The archive window on 1,000 folders of 100 bookmarks each, opened and shown,
+// against a bare loop that reads the same files, makes three texts a record and
+// fills a bare tree widget that is shown; and the time that a new folder and a
+// new bookmark take there, and among 5,000 folders that all have the first names.
+#include "bench/BenchArchive.h"
+#include "bench/Report.h"
+#include "bookmarks/ArchiveView.h"
+#include "bookmarks/frmBook.h"
+#include "tests/gui/FakeShell.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int runs = 11;
+constexpr double mostMilliseconds = 50;
+
+/// As the window names new folders.
+QString folderName(int number)
+{
+    return number == 1 ? u"Neuer Ordner"_s : u"Neuer Ordner (%1)"_s.arg(number - 1);
+}
+
+void writeArchive(const QString& path, qint16 folders, qint16 bookmarksPerFolder)
+{
+    Book book(path);
+    makeArchive(book, path, folders, bookmarksPerFolder, folderName);
+    book.SaveAllThema();
+    if (!book.filesNotWritten().empty())
+        throw BenchError("the archive cannot be written");
+}
+
+double open(FakeShell& shell, std::unique_ptr<frmBook>& window)
+{
+    window.reset();
+    return milliseconds([&] {
+        window = std::make_unique<frmBook>(shell, nullptr);
+        window->show();
+        QApplication::processEvents();
+    });
+}
+
+double openBare(const QString& path)
+{
+    std::vector<BareFolder> folders;
+    QTreeWidget tree;
+    return milliseconds([&] {
+        auto* root = new QTreeWidgetItem(&tree, {u"Archiv"_s});
+        root->setExpanded(true);
+        readBare(path, [&](BareFolder folder) {
+            auto* const item = new QTreeWidgetItem(root, {folder.name});
+            for (const BareRecord& record : folder.records)
+                new QTreeWidgetItem(item, {record.title});
+            folders.push_back(std::move(folder));
+        });
+        tree.resize(360, 360);
+        tree.show();
+        QApplication::processEvents();
+    });
+}
+
+/// Medians of a few new folders and bookmarks.
+void add(Report& report, frmBook& window, const QString& where)
+{
+    std::vector<double> folders;
+    std::vector<double> bookmarks;
+    for (int i = 0; i < runs; ++i) {
+        window.view().selectNode(window.view().model()->index(0, 0));
+        folders.push_back(milliseconds([&window] {
+            window.findChild<QAction*>(u"mn_AddOrdner"_s)->trigger();
+            QApplication::processEvents();
+        }));
+        window.view().commitLabel();
+        bookmarks.push_back(milliseconds([&window] {
+            window.AddBkmToArchive(u"Titel"_s, u"http://neu"_s, {});
+            QApplication::processEvents();
+        }));
+    }
+    report.value(u"new folder in "_s + where, median(folders), u"ms"_s, mostMilliseconds);
+    report.value(u"new bookmark in "_s + where, median(bookmarks), u"ms"_s, mostMilliseconds);
+}
+
+void measure(Report& report)
+{
+    std::unique_ptr<frmBook> window;
+    FakeShell shell;
+    writeArchive(shell.programFolder(), 1000, 100);
+    const Medians medians = interleaved(
+        runs, [&] { return open(shell, window); }, [&] { return openBare(shell.programFolder()); });
+    report.ratio(u"archive window of 1,000 x 100 opened"_s, u"files read into a bare tree widget"_s,
+                 medians.ours, medians.bare, u"ms"_s, 1.5);
+    add(report, *window, u"1,000 folders"_s);
+    window.reset();
+
+    FakeShell names;
+    writeArchive(names.programFolder(), 5000, 1);
+    open(names, window);
+    add(report, *window, u"5,000 folders of first names"_s);
+    window.reset();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    return Report::run(measure);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/AppInit.h"
+#include "app/MDIForm1.h"
+#include "app/ProgramStarter.h"
+#include "base/MessagePrompt.h"
+#include "browser/WebEngineHost.h"
+#include "browser/services/PageDialogs.h"
+
+/// The shell around the real engine inside this process, put together as the
+/// program does it. Addresses are taken as they are.
+class BenchShell {
+public:
+    /// `folder` holds the preferences and what the engine keeps.
+    explicit BenchShell(const QString& folder);
+    ~BenchShell();
+    Q_DISABLE_COPY_MOVE(BenchShell)
+
+    AppInit& module() { return m_module; }
+    MDIForm1& frame() { return m_module.frame(); }
+
+private:
+    WebEngineHost m_engines;
+    MessagePrompt m_prompt;
+    PageDialogs m_asker;
+    ProcessStarter m_starter;
+    AppInit m_module;
+};
+
+/// Whether one of the windows is loading.
+bool isBusy(const MDIForm1& frame);

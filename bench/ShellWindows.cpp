@@ -1,0 +1,18 @@
+// The shell with many windows opened in one go, as the archive opens a folder:
+// ShellWindows ADDRESS FOLDER WINDOWS. The folder holds the preferences.
+#include "bench/BenchShell.h"
+#include "browser/GermanTexts.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    installGermanTexts();
+    const QStringList arguments = QCoreApplication::arguments();
+    BenchShell shell(arguments.value(2));
+    shell.module().Main(arguments.value(1));
+    for (int i = arguments.value(3).toInt(); i > 1; --i)
+        shell.frame().VisitUrl(arguments.value(1));
+    return QApplication::exec();
+}
