@@ -8,38 +8,29 @@
 using namespace Qt::StringLiterals;
 using Selection = ArchiveSelection;
 
-Q_DECLARE_METATYPE(ArchiveSelection)
-
 class ArchiveRulesTest : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void menus_data()
-    {
-        QTest::addColumn<ArchiveSelection>("selection");
-        QTest::addColumn<QString>("on");
-        QTest::addColumn<QString>("off");
-        QTest::newRow("empty folder")
-            << Selection::EmptyFolder
-            << u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_OpenAllBkm mn_Hinzufügen"_s
-            << u"mn_exportdetail mn_OpenBkm mn_Loeschen mn_Eigenschaften"_s;
-        QTest::newRow("bookmark")
-            << Selection::Bookmark << u"mn_OpenBkm mn_Hinzufügen mn_Loeschen mn_Eigenschaften"_s
-            << u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_exportdetail mn_OpenAllBkm"_s;
-    }
     void menus()
     {
-        QFETCH(ArchiveSelection, selection);
-        QFETCH(QString, on);
-        QFETCH(QString, off);
-        QStringList isOn;
-        QStringList isOff;
-        for (const auto& states : {folderMenuStates(selection), bookmarkMenuStates(selection)})
-            for (const MenuState& state : states)
-                (state.enabled ? isOn : isOff).append(state.item.toString());
-        QCOMPARE(isOn.join(u' '), on);
-        QCOMPARE(isOff.join(u' '), off);
+        const auto with = [](ArchiveSelection selection, bool enabled) {
+            QStringList items;
+            for (const auto& states : {folderMenuStates(selection), bookmarkMenuStates(selection)})
+                for (const MenuState& state : states)
+                    if (state.enabled == enabled)
+                        items << state.item.toString();
+            return items.join(u' ');
+        };
+        QCOMPARE(with(Selection::EmptyFolder, true),
+                 u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_OpenAllBkm mn_Hinzufügen"_s);
+        QCOMPARE(with(Selection::EmptyFolder, false),
+                 u"mn_exportdetail mn_OpenBkm mn_Loeschen mn_Eigenschaften"_s);
+        QCOMPARE(with(Selection::Bookmark, true),
+                 u"mn_OpenBkm mn_Hinzufügen mn_Loeschen mn_Eigenschaften"_s);
+        QCOMPARE(with(Selection::Bookmark, false),
+                 u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_exportdetail mn_OpenAllBkm"_s);
     }
 
     void names()

@@ -15,37 +15,25 @@ class DownloadTest : public QObject {
 private slots:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void safeNames_data()
-    {
-        QTest::addColumn<QString>("suggested");
-        QTest::addColumn<QString>("safe");
-        const auto row = [](const QString& suggested, const QString& safe) {
-            QTest::addRow("%s", qPrintable(suggested.left(40))) << suggested << safe;
-        };
-        row(u"Übersicht (1) – Größe.pdf"_s, u"Übersicht (1) – Größe.pdf"_s);
-        row(u""_s, u"Download"_s);
-        row(u" .. "_s, u"Download"_s);
-        row(u"../../etc/passwd"_s, u"passwd"_s);
-        row(u"C:\\Users\\x\\a.txt"_s, u"a.txt"_s);
-        row(u"/"_s, u"Download"_s);
-        row(u"..bashrc"_s, u"bashrc"_s);
-        row(u"a\r\nb\x01\u202Egpj.exe"_s, u"abgpj.exe"_s);
-        row(u"a<b>:\"|?*.txt"_s, u"a_b______.txt"_s);
-        row(u"con"_s, u"_con"_s);
-        row(u"LPT1.tar.gz"_s, u"_LPT1.tar.gz"_s);
-        row(u"control.txt"_s, u"control.txt"_s);
-        row(u"ende. "_s, u"ende"_s);
-        row(QString(300, u'a') + u".tar.gz"_s, QString(239, u'a') + u".tar.gz"_s);
-        row(QString(300, u'ä') + u".txt"_s, QString(121, u'ä') + u".txt"_s);
-        row(u"\U0001F600"_s.repeated(100), u"\U0001F600"_s.repeated(61));
-        row(u"x."_s + QString(300, u'b'), u"x."_s + QString(244, u'b'));
-    }
     void safeNames()
     {
-        QFETCH(QString, suggested);
-        const QString safe = safeFileName(suggested);
-        QTEST(safe, "safe");
-        QVERIFY(partialFile(safe).toUtf8().size() <= 255);
+        const auto check = [](const QString& suggested, const QString& safe) {
+            QCOMPARE(safeFileName(suggested), safe);
+            QVERIFY(partialFile(safe).toUtf8().size() <= 255);
+        };
+        check(u"Übersicht (1) – Größe.pdf"_s, u"Übersicht (1) – Größe.pdf"_s);
+        check(u""_s, u"Download"_s);
+        check(u" .. "_s, u"Download"_s);
+        check(u"../../etc/passwd"_s, u"passwd"_s);
+        check(u"a\r\nb\x01\u202Egpj.exe"_s, u"abgpj.exe"_s);
+        check(u"a<b>:\"|?*.txt"_s, u"a_b______.txt"_s);
+        check(u"con"_s, u"_con"_s);
+        check(u"control.txt"_s, u"control.txt"_s);
+        check(u"ende. "_s, u"ende"_s);
+        check(QString(300, u'a') + u".tar.gz"_s, QString(239, u'a') + u".tar.gz"_s);
+        check(QString(300, u'ä') + u".txt"_s, QString(121, u'ä') + u".txt"_s);
+        check(u"\U0001F600"_s.repeated(100), u"\U0001F600"_s.repeated(61));
+        check(u"x."_s + QString(300, u'b'), u"x."_s + QString(244, u'b'));
     }
 
     void freeNames()
@@ -60,49 +48,33 @@ private slots:
                  QString(242, u'a') + u" (2)"_s);
     }
 
-    void programs_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<bool>("runs");
-        QTest::newRow("a.txt") << "text"_ba << false;
-        QTest::newRow("a.pdf") << "%PDF-1.4"_ba << false;
-        QTest::newRow("a.DESKTOP") << ""_ba << true;
-        QTest::newRow("setup.exe") << ""_ba << true;
-        QTest::newRow("program") << "\x7f"_ba + "ELF\2\1\1" + QByteArray(9, '\0') + "\2" << true;
-        QTest::newRow("script") << "#!/bin/sh\necho\n"_ba << true;
-    }
     void programs()
     {
-        QFETCH(QByteArray, content);
         const QTemporaryDir folder;
-        QFile file(folder.filePath(QString::fromLatin1(QTest::currentDataTag())));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        file.close();
-        QTEST(runsWhenOpened(file.fileName()), "runs");
+        for (const auto& [name, content, runs] :
+             {std::tuple{u"a.txt"_s, "text"_ba, false},
+              {u"a.DESKTOP"_s, ""_ba, true},
+              {u"setup.exe"_s, ""_ba, true},
+              {u"program"_s, "\x7f"_ba + "ELF\2\1\1" + QByteArray(9, '\0') + "\2", true},
+              {u"script"_s, "#!/bin/sh\necho\n"_ba, true}}) {
+            QFile file(folder.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+            file.close();
+            QVERIFY2(runsWhenOpened(file.fileName()) == runs, qPrintable(name));
+        }
     }
 
-    void sizes_data()
-    {
-        QTest::addColumn<qint64>("received");
-        QTest::addColumn<qint64>("total");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("percent");
-        const auto row = [](qint64 received, qint64 total, const QString& text, int percent) {
-            QTest::addRow("%s", qPrintable(text)) << received << total << text << percent;
-        };
-        row(1'200'000, 3'400'000, u"1,2 MB von 3,4 MB"_s, 35);
-        row(0, 0, u"0 Byte"_s, -1);
-        row(999, -1, u"999 Byte"_s, -1);
-        row(999'960, 2'000'000'000'000, u"1,0 MB von 2,0 TB"_s, 0);
-        row(500, 400, u"500 Byte von 400 Byte"_s, 100);
-    }
     void sizes()
     {
-        QFETCH(qint64, received);
-        QFETCH(qint64, total);
-        const Download download{.path = {}, .received = received, .total = total};
-        QTEST(sizeText(download), "text");
-        QTEST(percentDone(download), "percent");
+        const auto shown = [](qint64 received, qint64 total) {
+            const Download download{.path = {}, .received = received, .total = total};
+            return sizeText(download) + u'|' + QString::number(percentDone(download));
+        };
+        QCOMPARE(shown(1'200'000, 3'400'000), u"1,2 MB von 3,4 MB|35"_s);
+        QCOMPARE(shown(0, 0), u"0 Byte|-1"_s);
+        QCOMPARE(shown(999, -1), u"999 Byte|-1"_s);
+        QCOMPARE(shown(999'960, 2'000'000'000'000), u"1,0 MB von 2,0 TB|0"_s);
+        QCOMPARE(shown(500, 400), u"500 Byte von 400 Byte|100"_s);
     }
 
     void table()

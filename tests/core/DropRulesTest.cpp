@@ -12,38 +12,27 @@ class DropRulesTest : public QObject {
 private slots:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
-    void bookmarks_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("url");
-        QTest::addColumn<QString>("title");
-        const auto row = [](const char* text, const char* url, const char* title) {
-            QTest::newRow(text) << QString::fromUtf8(text) << QString::fromUtf8(url)
-                                << QString::fromUtf8(title);
-        };
-        row("", "", "");
-        row("http://h/docs/", "http://h/docs/", "docs");
-        row(" http://h/x ", " http://h/x ", "x"); // the blanks stay in the address
-        row("a\\b/c", "a\\b/c", "b/c");           // the backslash has the last word
-        row("http://visited/page", "http://visited/page", "first visit");
-        row("http://visited/PAGE", "http://visited/PAGE", "PAGE");
-        row("file:///C:/Daten/liste.htm", "C:\\Daten\\liste.htm", "liste.htm");
-        row("file:///home/u/a%20b.htm", "home\\u\\a%20b.htm", "a%20b.htm");
-    }
     void bookmarks()
     {
-        QFETCH(QString, text);
         HistoryCollection history;
         for (const QString& title : {u"first visit"_s, u"second visit"_s}) {
             history.Add(std::make_shared<HistoryItem>());
             history.Item(history.Count())->SetItem(u"http://visited/page"_s, title, {});
         }
-        const DroppedBookmark asText = droppedBookmark({text, {}}, history);
-        QTEST(asText.url, "url");
-        QTEST(asText.title, "title");
-        const DroppedBookmark asFile = droppedBookmark({u"text"_s, {text, u"/b"_s}}, history);
-        QTEST(asFile.url, "url"); // the first file wins
-        QTEST(asFile.title, "title");
+        const auto check = [&](const QString& text, const QString& url, const QString& title) {
+            const DroppedBookmark asText = droppedBookmark({text, {}}, history);
+            QCOMPARE(asText.url + u'|' + asText.title, url + u'|' + title);
+            const DroppedBookmark asFile = droppedBookmark({u"text"_s, {text, u"/b"_s}}, history);
+            QCOMPARE(asFile.url + u'|' + asFile.title, url + u'|' + title); // the first file wins
+        };
+        check({}, {}, {});
+        check(u"http://h/docs/"_s, u"http://h/docs/"_s, u"docs"_s);
+        check(u" http://h/x "_s, u" http://h/x "_s, u"x"_s); // the blanks stay in the address
+        check(u"a\\b/c"_s, u"a\\b/c"_s, u"b/c"_s);           // the backslash has the last word
+        check(u"http://visited/page"_s, u"http://visited/page"_s, u"first visit"_s);
+        check(u"http://visited/PAGE"_s, u"http://visited/PAGE"_s, u"PAGE"_s);
+        check(u"file:///C:/Daten/liste.htm"_s, u"C:\\Daten\\liste.htm"_s, u"liste.htm"_s);
+        check(u"file:///home/u/a%20b.htm"_s, u"home\\u\\a%20b.htm"_s, u"a%20b.htm"_s);
     }
 
     void offers()

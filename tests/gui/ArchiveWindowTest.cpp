@@ -107,10 +107,7 @@ private slots:
         QMimeData data;
         data.setText(u"file:///C:/liste.htm"_s);
         const QPoint place = f.view().visualRect(f.node(u"n2"_s)).center();
-        QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(f.view().viewport(), &enter);
-        QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(f.view().viewport(), &drop);
+        QVERIFY(dropOn(f.view().viewport(), place, data));
         QCOMPARE(f.shown(), u"A(n1 n2 liste.htm a2) B()"_s);
         QCOMPARE(f.held(), f.shown());
         f.select(u"A"_s);
@@ -119,32 +116,25 @@ private slots:
                  (QStringList{u"u"_s, u"http://"_s, u"C:\\liste.htm"_s, u"http://a2"_s}));
     }
 
-    void closing_data()
-    {
-        QTest::addColumn<bool>("bookChanged");
-        QTest::addColumn<bool>("yes");
-        QTest::newRow("no") << true << false;
-        QTest::newRow("yes") << true << true;
-        QTest::newRow("folder alone: yes saves nothing") << false << true;
-    }
     void closing()
     {
-        QFETCH(bool, bookChanged);
-        QFETCH(bool, yes);
-        ArchiveFixture f;
-        f.open();
-        const QByteArray before = f.bytes(u"1.bkm"_s);
-        f.select(u"a1"_s);
-        f.window->selectedBookmark()->Titel(u"x"_s);
-        f.window->selectedFolder()->IsEdit(true);
-        f.window->Buch().IsEdit(bookChanged);
-        f.shell.fakePrompt.answerYesNo(yes);
-        f.shell.fakePrompt.whileOpen([&f] { f.window->close(); }); // asks no second time
-        f.choose(u"mn_Schließen");
-        QTRY_VERIFY(f.window.isNull());
-        QCOMPARE(f.shell.fakePrompt.takeTexts(),
-                 QStringList(u"Meldung|Question|Änderungen am Archiv speichern ?"_s));
-        QCOMPARE(f.bytes(u"1.bkm"_s) != before, bookChanged && yes);
+        for (const auto& [bookChanged, yes] :
+             {std::pair{true, false}, {true, true}, {false, true}}) { // a folder alone is not saved
+            ArchiveFixture f;
+            f.open();
+            const QByteArray before = f.bytes(u"1.bkm"_s);
+            f.select(u"a1"_s);
+            f.window->selectedBookmark()->Titel(u"x"_s);
+            f.window->selectedFolder()->IsEdit(true);
+            f.window->Buch().IsEdit(bookChanged);
+            f.shell.fakePrompt.answerYesNo(yes);
+            f.shell.fakePrompt.whileOpen([&f] { f.window->close(); }); // asks no second time
+            f.choose(u"mn_Schließen");
+            QTRY_VERIFY(f.window.isNull());
+            QCOMPARE(f.shell.fakePrompt.takeTexts(),
+                     QStringList(u"Meldung|Question|Änderungen am Archiv speichern ?"_s));
+            QCOMPARE(f.bytes(u"1.bkm"_s) != before, bookChanged && yes);
+        }
     }
 };
 

@@ -26,18 +26,6 @@ struct Started : FrameFixture {
             all += frame().menus().item(prefix + name)->isChecked() ? u'x' : u'-';
         return all;
     }
-    bool drop(const QMimeData& offered)
-    {
-        QWidget* viewport = frame().area().viewport();
-        const QPoint corner = viewport->rect().bottomRight() - QPoint(2, 2);
-        QDragEnterEvent enter(corner, Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(viewport, &enter);
-        if (!enter.isAccepted())
-            return false;
-        QDropEvent event(corner, Qt::CopyAction, &offered, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(viewport, &event);
-        return event.isAccepted();
-    }
     QStringList opened()
     {
         QStringList all;
@@ -141,37 +129,20 @@ private slots:
         QVERIFY(!f.frame().bIsOpenHistory() && !f.frame().bIsOpenBook());
     }
 
-    void theMailProgram_data()
-    {
-        QTest::addColumn<QString>("client");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("none") << QString()
-                              << u"Meldung|Information|Bitte konfigurieren Sie Ihre E-Mail "
-                                 u"Anwendung."_s;
-        QTest::newRow("missing") << u"/no such/mailer "_s
-                                 << u"Meldung|Exclamation|Die Anwendung '/no such/mailer ' konnte "
-                                    u"nicht gefunden werden."_s;
-        QTest::newRow("there") << u"/usr/bin/my mailer"_s << QString();
-    }
     void theMailProgram()
     {
-        QFETCH(QString, client);
-        QFETCH(QString, message);
-        Started f;
-        f.starter.existing << u"/usr/bin/my mailer"_s;
-        f.start.preferences().MailClient(client);
-        f.choose("mn_Email");
-        QCOMPARE(f.prompt.takeTexts().join(u'/'), message);
-        QCOMPARE(f.starter.started.join(u'/'), client);
-    }
-
-    void theInternetOptions()
-    {
-        Started f;
-        const QString line = u"rundll32.exe|shell32.dll,Control_RunDLL|inetcpl.cpl,,0"_s;
-        f.choose("mn_ctxtIEProp");
-        QCOMPARE(f.starter.started, QStringList({line, u"gnome-control-center|network"_s,
-                                                 u"systemsettings|kcm_proxy"_s}));
+        const QString missing = u"Die Anwendung '/no such/mailer ' konnte nicht gefunden werden."_s;
+        for (const auto& [client, message] :
+             {std::pair{u""_s, u"Bitte konfigurieren Sie Ihre E-Mail Anwendung."_s},
+              {u"/no such/mailer "_s, missing},
+              {u"/usr/bin/my mailer"_s, u""_s}}) {
+            Started f;
+            f.starter.existing << u"/usr/bin/my mailer"_s;
+            f.start.preferences().MailClient(client);
+            f.choose("mn_Email");
+            QCOMPARE(f.prompt.takeTexts().join(u'/').section(u'|', 2), message);
+            QCOMPARE(f.starter.started.join(u'/'), client);
+        }
     }
 
     void dropsOnTheFrame()
@@ -184,11 +155,13 @@ private slots:
         both.setText(u"other"_s);
         both.setUrls({QUrl(u"file:///tmp/c"_s), QUrl(u"file:///tmp/d"_s)});
         f.frame().menus().checkArrangement(Arrangement::None);
-        QVERIFY(f.drop(text));
+        QWidget* viewport = f.frame().area().viewport();
+        const QPoint corner = viewport->rect().bottomRight() - QPoint(2, 2);
+        QVERIFY(dropOn(viewport, corner, text));
         f.window(1)->setGeometry(0, 0, 100, 100);
-        QVERIFY(f.drop(both));
-        f.window(2)->setGeometry(f.frame().area().viewport()->rect());
-        QVERIFY(!f.drop(text)); // over a child
+        QVERIFY(dropOn(viewport, corner, both));
+        f.window(2)->setGeometry(viewport->rect());
+        QVERIFY(!dropOn(viewport, corner, text)); // over a child
         QCOMPARE(f.opened().mid(1), QStringList({u"www.a.de"_s, u"other"_s, u"/tmp/c"_s}));
     }
 

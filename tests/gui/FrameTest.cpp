@@ -205,33 +205,6 @@ private slots:
         QVERIFY(text.startsWith(u"Meldung|Exclamation|"_s) && text.contains(u"Pref.tsp"_s));
     }
 
-    void aWindowThatClosesWhileItLoads()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        frmBrowser* window = f.window(1);
-        bool cancel = false;
-        emit f.engine(0)->WindowClosing(false, cancel);
-        QVERIFY(cancel);
-        QVERIFY(window->isUnloaded());
-        QCOMPARE(f.keys(), QString());
-        QCOMPARE(int{f.frame().counter()}, 0);
-        QTRY_VERIFY(f.engine(0) == nullptr);
-    }
-
-    void theDropSwitchIsNoCounter()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        const QWidget* viewport = f.frame().area().viewport();
-        QVERIFY(viewport->acceptDrops());
-        f.start.SetDropDisabled(true);
-        f.start.SetDropDisabled(true);
-        QVERIFY(!viewport->acceptDrops());
-        emit f.engine(0)->TitleChange(u"t"_s);
-        QVERIFY(viewport->acceptDrops());
-    }
-
     void anAddressIsTakenOver_data()
     {
         QTest::addColumn<int>("state");
@@ -264,17 +237,6 @@ private slots:
         f.start.SetDropDisabled(false);
         QCoreApplication::processEvents();
         QVERIFY(f.keys() == u"1"_s || !dropsOff); // what was refused does not come later
-    }
-
-    void otherMessagesAreNotTheHooks()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        QVERIFY(!f.start.WindowProc(1024, u"http://x/"_s));
-        QCOMPARE(f.keys(), u"1"_s);
-        f.frame().close(); // takes the hook away
-        f.start.takeOver({false, u"http://x/"_s, {}, {}});
-        QCOMPARE(f.engines.size(), std::size_t{1});
     }
 
     void aRestoredFrameIsArrangedAgain()

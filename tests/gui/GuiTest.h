@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QtTest>
 
 /// Makes the running test function fail on any warning but those of a platform
@@ -8,6 +10,18 @@
 inline void failOnWarnings()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+}
+
+/// Drops as the toolkit does; true when the widget takes a copy.
+inline bool dropOn(QWidget* widget, const QPoint& place, const QMimeData& offered)
+{
+    const auto actions = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter(place, actions, &offered, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &enter);
+    QDropEvent drop(place, actions, &offered, Qt::LeftButton, Qt::NoModifier);
+    if (enter.isAccepted())
+        QCoreApplication::sendEvent(widget, &drop);
+    return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
 }
 
 /// The main function of a test with windows. It shows nothing on the screen

@@ -15,7 +15,7 @@ private slots:
 
     void opensSortedByDateWithTheFirstRowSelected()
     {
-        open(3);
+        open();
         QCOMPARE(shown(), u"cba"_s);
         QCOMPARE(m_grid->currentIndex().row(), 0);
         // Sorted, the header is current: Enter closes and hands nothing over.
@@ -37,7 +37,7 @@ private slots:
     void keys()
     {
         QFETCH(Qt::Key, key);
-        open(3);
+        open();
         QTest::keyClick(m_grid, Qt::Key_Down);
         QTest::keyClick(m_grid, key);
         QVERIFY(isClosed());
@@ -47,7 +47,7 @@ private slots:
 
     void doubleClickOpensRowsOnly()
     {
-        open(3);
+        open();
         QWidget* header = m_grid->horizontalHeader()->viewport();
         const QPoint inRow2 = m_grid->visualRect(m_grid->model()->index(1, 1)).center();
         // The press of the double-click went to the header.
@@ -61,16 +61,6 @@ private slots:
         QVERIFY(m_shell->historyUrl.isEmpty());
     }
 
-    void emptyHistory()
-    {
-        open(0);
-        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-        QVERIFY(!isClosed());
-        QTest::keyClick(m_grid, Qt::Key_Return);
-        QVERIFY(isClosed());
-        QVERIFY(m_shell->visited.isEmpty());
-    }
-
     void cleanup()
     {
         if (m_window)
@@ -80,12 +70,12 @@ private slots:
     }
 
 private:
-    /// Up to three entries: addresses a b c, titles t1 t3 t2, one day after the other.
-    void open(int entries)
+    /// Three entries: addresses a b c, titles t1 t3 t2, one day after the other.
+    void open()
     {
         m_shell = std::make_unique<FakeShell>();
         const QStringList titles{u"t1"_s, u"t3"_s, u"t2"_s};
-        for (int i = 0; i < entries; ++i) {
+        for (int i = 0; i < 3; ++i) {
             auto item = std::make_shared<HistoryItem>();
             item->SetItem(u"http://"_s + QChar(static_cast<char16_t>(u'a' + i)), titles[i],
                           QDate(2000, 1, 1 + i).startOfDay());

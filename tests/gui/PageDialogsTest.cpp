@@ -16,31 +16,23 @@ class PageDialogsTest : public QObject {
 private slots:
     void init() { failOnWarnings(); }
 
-    void keys_data()
-    {
-        QTest::addColumn<bool>("isRisky");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<bool>("isAccepted");
-        QTest::newRow("Enter") << false << int{Qt::Key_Return} << true;
-        QTest::newRow("Escape") << false << int{Qt::Key_Escape} << false;
-        QTest::newRow("Enter, risky") << true << int{Qt::Key_Enter} << false;
-        QTest::newRow("Escape, risky") << true << int{Qt::Key_Escape} << false;
-    }
     void keys()
     {
-        QFETCH(bool, isRisky);
-        QFETCH(int, key);
-        whileOpen([key](QDialog& dialog) {
-            QCOMPARE(dialog.findChild<QLabel*>(u"lblText"_s)->textFormat(), Qt::PlainText);
-            dialog.findChild<QCheckBox*>()->setChecked(true);
-            QTest::keyClick(&dialog, static_cast<Qt::Key>(key));
-        });
-        const PageAnswer answer = m_dialogs.ask(&m_window, {.text = u"<b>x</b>"_s,
-                                                            .refuse = u"Nein"_s,
-                                                            .isRisky = isRisky,
-                                                            .checkBox = u"Ruhe"_s});
-        QTEST(answer.isAccepted, "isAccepted");
-        QVERIFY(answer.isChecked);
+        for (const auto& [isRisky, key, isAccepted] : {std::tuple{false, Qt::Key_Return, true},
+                                                       {false, Qt::Key_Escape, false},
+                                                       {true, Qt::Key_Enter, false}}) {
+            whileOpen([pressed = key](QDialog& dialog) {
+                QCOMPARE(dialog.findChild<QLabel*>(u"lblText"_s)->textFormat(), Qt::PlainText);
+                dialog.findChild<QCheckBox*>()->setChecked(true);
+                QTest::keyClick(&dialog, pressed);
+            });
+            const PageAnswer answer = m_dialogs.ask(&m_window, {.text = u"<b>x</b>"_s,
+                                                                .refuse = u"Nein"_s,
+                                                                .isRisky = isRisky,
+                                                                .checkBox = u"Ruhe"_s});
+            QCOMPARE(answer.isAccepted, isAccepted);
+            QVERIFY(answer.isChecked);
+        }
     }
 
     void input()
