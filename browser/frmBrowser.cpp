@@ -55,7 +55,10 @@ void frmBrowser::buildControls(const BrowserParts& parts)
 
 void frmBrowser::connectControls()
 {
-    connect(m_addressBar, &AddressBar::entered, this, &frmBrowser::NavigateToAddress);
+    connect(m_addressBar, &AddressBar::entered, this, [this] {
+        NavigateToAddress();
+        m_engine->host()->setFocus(); // one reads on without reaching for the mouse
+    });
     connect(m_toolbar, &BrowserToolbar::buttonClicked, this, &frmBrowser::clickButton);
     connect(m_toolbar, &BrowserToolbar::driveClicked, this, &frmBrowser::driveClicked);
     connect(m_busy, &BusyDisplay::tick, this, &frmBrowser::busyTick);
