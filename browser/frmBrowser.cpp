@@ -44,6 +44,7 @@ void frmBrowser::buildControls(const BrowserParts& parts)
     m_addressBar = new AddressBar(m_client);
     m_engine = parts.engine(m_client);
     m_engine->host()->setObjectName(u"brwWebBrowser"_s);
+    m_engine->host()->setAccessibleName(u"Seite"_s);
     m_busy = new BusyDisplay(m_toolbar, this);
     setWidget(m_client);
     m_client->installEventFilter(this);
