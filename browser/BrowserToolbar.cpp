@@ -23,6 +23,7 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
     m_search = addButton(u"Search"_s, u"search"_s, u"Suchen"_s);
     addDriveButton();
     m_sep = addButton(u"Sep"_s, u"loader"_s, {});
+    widgetForAction(m_sep)->setAccessibleName(u"In Bearbeitung"_s);
 
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(u"ProgressBar1"_s);

@@ -32,6 +32,8 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
       m_popups(popups), m_closeRequest(*page)
 {
     m_view->setPage(m_page);
+    // A window that becomes active gives the focus only to what can have it by a key.
+    m_view->setFocusPolicy(Qt::StrongFocus);
     connectLoading();
     connectWindow();
 }

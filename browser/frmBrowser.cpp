@@ -44,6 +44,7 @@ void frmBrowser::buildControls(const BrowserParts& parts)
     m_addressBar = new AddressBar(m_client);
     m_engine = parts.engine(m_client);
     m_engine->host()->setObjectName(u"brwWebBrowser"_s);
+    m_engine->host()->setAccessibleName(u"Seite"_s);
     m_busy = new BusyDisplay(m_toolbar, this);
     setWidget(m_client);
     m_client->installEventFilter(this);
@@ -55,7 +56,10 @@ void frmBrowser::buildControls(const BrowserParts& parts)
 
 void frmBrowser::connectControls()
 {
-    connect(m_addressBar, &AddressBar::entered, this, &frmBrowser::NavigateToAddress);
+    connect(m_addressBar, &AddressBar::entered, this, [this] {
+        NavigateToAddress();
+        m_engine->host()->setFocus(); // one reads on without reaching for the mouse
+    });
     connect(m_toolbar, &BrowserToolbar::buttonClicked, this, &frmBrowser::clickButton);
     connect(m_toolbar, &BrowserToolbar::driveClicked, this, &frmBrowser::driveClicked);
     connect(m_busy, &BusyDisplay::tick, this, &frmBrowser::busyTick);

@@ -40,9 +40,7 @@ NoticeWindow::NoticeWindow(const QString& site, const QString& title, const QStr
     headline->setFont(bold);
     layout->addWidget(headline);
     layout->addWidget(line(text, this));
-    QLabel* const from = line(site, this);
-    from->setEnabled(false);
-    layout->addWidget(from);
+    layout->addWidget(line(site, this));
     setFixedWidth(noticeWidth);
 }
 

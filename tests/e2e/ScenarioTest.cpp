@@ -2,6 +2,7 @@
 #include "tests/e2e/LoopbackServer.h"
 #include "tests/e2e/User.h"
 
+#include <QDir>
 #include <QtTest>
 
 #include <csignal>
@@ -16,6 +17,25 @@ const QString title = u"Tessera 5.3.5"_s;
 QString maximised(const QString& page)
 {
     return title + u" - ["_s + page + u']';
+}
+
+int parentOf(int process)
+{
+    QFile stat(u"/proc/%1/stat"_s.arg(process));
+    if (!stat.open(QIODevice::ReadOnly))
+        return 0;
+    return QString::fromUtf8(stat.readAll()).section(u')', -1).section(u' ', 2, 2).toInt();
+}
+
+/// Kills what draws the pages of the program: the engine has a process of its own
+/// that begets these.
+void killRenderers(qint64 program)
+{
+    const QStringList processes = QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs);
+    for (const QString& name : processes) {
+        if (parentOf(parentOf(name.toInt())) == program)
+            ::kill(name.toInt(), SIGKILL);
+    }
 }
 
 QByteArray coloured(const char* name, const char* colour)
@@ -146,6 +166,82 @@ private slots:
         QCOMPARE(m_run->exitCode(), 0);
         open(u"/cookie"_s, u"a=1"_s);
         QCOMPARE(User::place(maximised(u"a=1"_s)).size(), QSize(700, 500));
+    }
+
+    void downloadIsSaved()
+    {
+        m_server->page(u"/link"_s, "<title>Link</title><a href=/file style='position:fixed;"
+                                   "inset:0'></a>");
+        m_server->answer(u"/file"_s, {.body = "Inhalt",
+                                      .type = "application/octet-stream",
+                                      .headers = "Content-Disposition: attachment\r\n"});
+        open(u"/link"_s, u"Link"_s);
+        User::click(User::place(maximised(u"Link"_s)).center());
+        QTRY_SEES(u"Datei speichern unter"_s);
+        QFile file(m_program->home() + u"/datei.bin"_s);
+        User::enter(file.fileName());
+        QTRY_VERIFY_WITH_TIMEOUT(file.size() == 6, patience);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), "Inhalt"_ba);
+        QTRY_SEES(u"Downloads"_s);
+    }
+
+    void logInIsAskedFor()
+    {
+        m_server->answer(u"/cellar"_s, {.body = "<title>Keller</title>", .logIn = "anna:geheim"});
+        m_program->start(*m_run, {m_server->address(u"/cellar"_s)});
+        QTRY_SEES(u"Anmeldung"_s);
+        User::press(u"a n n a Tab"_s);
+        User::enter(u"geheim"_s);
+        QTRY_SEES(maximised(u"Keller"_s));
+    }
+
+    void crashedPageIsLoadedAgain()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        const QPoint corner = User::place(maximised(u"Rot"_s)).center() - QPoint(200, 50);
+        QTRY_COLOUR(corner, Qt::red);
+        killRenderers(m_run->processId());
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
+        User::press(u"space"_s); // the button of the notice has the focus
+        QTRY_COLOUR(corner, Qt::red);
+        QCOMPARE(m_server->requests(u"/red"_s), 2);
+    }
+
+    void fullScreenCoversEverything()
+    {
+        m_server->page(u"/full"_s,
+                       "<title>Voll</title><body style='background:#ff0000;height:100vh'"
+                       " onclick='document.documentElement.requestFullscreen()'>");
+        open(u"/full"_s, u"Voll"_s);
+        const QPoint corner(3, 3);
+        QVERIFY(User::colourAt(corner) != QColor(Qt::red));
+        User::click(User::place(maximised(u"Voll"_s)).center());
+        QTRY_COLOUR(corner, Qt::red);
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
+        QTRY_SEES(maximised(u"Voll"_s));
+    }
+
+    void leavingIsAskedFor()
+    {
+        m_server->page(u"/form"_s,
+                       "<title>Formular</title><textarea style='width:90vw;height:80vh'>"
+                       "</textarea><script>onbeforeunload = e => {"
+                       "e.preventDefault(); e.returnValue = '' }</script>");
+        open(u"/form"_s, u"Formular"_s);
+        User::click(User::place(maximised(u"Formular"_s)).center());
+        User::press(u"a b ctrl+w"_s);
+        const QString question = m_server->address({}); // the site asks
+
+        QTRY_SEES(question);
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
+        QVERIFY(User::sees(maximised(u"Formular"_s)));
+        User::press(u"ctrl+w"_s);
+        QTRY_SEES(question);
+        User::press(u"Tab Return"_s);
+        QTRY_SEES(title);
     }
 
 private:
