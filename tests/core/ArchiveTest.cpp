@@ -94,19 +94,6 @@ private slots:
         QCOMPARE(again.colThema()->Count(), 2);
     }
 
-    void firstRunMakesTheDefaultArchive()
-    {
-        Book book(path());
-        QVERIFY(!book.LoadAllThema());
-        createDefaultArchive(book, path());
-        QVERIFY(book.LoadAllThema());
-        book.loadFolders();
-        const Thema& folder = *book.colThema()->Item(u">1"_s);
-        QCOMPARE(folder.DirName(), u"Info + Lizenzvertrag"_s);
-        QCOMPARE(folder.colBookmark()->Count(), 3);
-        QCOMPARE(folder.colBookmark()->Item(1)->Url(), path() + u"\\lizenz.txt"_s);
-    }
-
     void defaultArchiveKeepsOldFiles()
     {
         writeBytes(file(u"1.bkm.bak"_s), "old");

@@ -37,13 +37,13 @@ private slots:
         target.isLinkForWindow = true;
         QCOMPARE(items(target), link);
         target.hasSelection = true;
-        QCOMPARE(items(target), link + Items{Separator, Copy, SelectAll});
+        QCOMPARE(items(target), (link + Items{Separator, Copy, SelectAll}));
         target.hasSelection = false;
         target.media = Media::Image;
         target.isImageForWindow = true;
         QCOMPARE(items(target), link + Items{Separator} + image);
         QCOMPARE(items({.media = Media::Image}), image.mid(1)); // of the page's own making
-        QCOMPARE(items({.hasSelection = true, .isEditable = true}),
+        QCOMPARE((items({.hasSelection = true, .isEditable = true})),
                  (Items{Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll}));
     }
 
@@ -61,10 +61,10 @@ private slots:
         const QStringList german{u"de_AT"_s, u"de_BE"_s, u"de_DE"_s};
         QCOMPARE(spellLanguages({}, {u"de-DE"_s}), QStringList());
         QCOMPARE(spellLanguages(german, {u"C"_s}), QStringList{u"de_DE"_s}); // home country
-        QCOMPARE(spellLanguages(german, {u"de-AT"_s, u"de"_s}), QStringList{u"de_AT"_s});
+        QCOMPARE((spellLanguages(german, {u"de-AT"_s, u"de"_s})), QStringList{u"de_AT"_s});
         QCOMPARE(spellLanguages({u"en-GB"_s}, {u"en-US"_s}), QStringList{u"en-GB"_s});
-        QCOMPARE(spellLanguages(german + QStringList{u"en-US"_s, u"fr-FR"_s, u"it_IT"_s},
-                                {u"fr-CH"_s}), // one of each, the own one first
+        QCOMPARE((spellLanguages(german + QStringList{u"en-US"_s, u"fr-FR"_s, u"it_IT"_s},
+                                 {u"fr-CH"_s})), // one of each, the own one first
                  (QStringList{u"fr-FR"_s, u"de_DE"_s, u"en-US"_s}));
     }
 

@@ -19,38 +19,17 @@ class StartUpTest : public QObject {
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
-    void readerTakesPiecesOfAnySize_data()
+    void readerTakesPiecesOfAnySize()
     {
-        QTest::addColumn<std::string>("bytes");
-        QTest::addColumn<int>("messages");
-        QTest::addColumn<State>("end");
         const std::string good("TSR1\x0F\0\0\0\x03\0\x01\0\0\0t\0\0\0\0\0\0\0\0", 23);
         const auto with = [&](std::size_t place, char byte) {
             return std::string(good).replace(place, 1, 1, byte);
         };
-        QTest::newRow("two and a half")
-            << good + good + good.substr(0, 9) << 2 << State::Incomplete;
-        QTest::newRow("one, then garbage") << good + "x" << 1 << State::Bad;
-        QTest::newRow("too long announced") << with(6, ' ') << 0 << State::Bad;
-        QTest::newRow("text past the end") << with(13, '\xFF') << 0 << State::Bad;
-        QTest::newRow("bytes left over") << with(4, '\x10') + "x" << 0 << State::Bad;
-    }
-    void readerTakesPiecesOfAnySize()
-    {
-        QFETCH(std::string, bytes);
-        for (const std::size_t piece : {std::size_t{1}, bytes.size()}) {
-            InstanceReader reader;
-            InstanceMessage message;
-            State state = State::Incomplete;
-            int complete = 0;
-            for (std::size_t i = 0; i < bytes.size(); i += piece) {
-                reader.feed(std::string_view(bytes).substr(i, piece));
-                while ((state = reader.next(message)) == State::Complete)
-                    ++complete;
-            }
-            QTEST(complete, "messages");
-            QTEST(state, "end");
-        }
+        expectRead(good + good + good.substr(0, 9), 2, State::Incomplete);
+        expectRead(good + "x", 1, State::Bad);
+        expectRead(with(6, ' '), 0, State::Bad);          // too long announced
+        expectRead(with(13, '\xFF'), 0, State::Bad);      // a text past the end
+        expectRead(with(4, '\x10') + "x", 0, State::Bad); // bytes left over
     }
 
     void folderIsOursAlone()
@@ -92,6 +71,22 @@ private slots:
     }
 
 private:
+    static void expectRead(const std::string& bytes, int messages, State end)
+    {
+        for (const std::size_t piece : {std::size_t{1}, bytes.size()}) {
+            InstanceReader reader;
+            InstanceMessage message;
+            State state = State::Incomplete;
+            int complete = 0;
+            for (std::size_t i = 0; i < bytes.size(); i += piece) {
+                reader.feed(std::string_view(bytes).substr(i, piece));
+                while ((state = reader.next(message)) == State::Complete)
+                    ++complete;
+            }
+            QCOMPARE(complete, messages);
+            QCOMPARE(state, end);
+        }
+    }
     std::string path(const std::string& name = {}) const
     {
         return m_folder->path().toStdString() + (name.empty() ? "" : "/") + name;
