@@ -1,8 +1,6 @@
 #include "EngineWorld.h"
 
-#include <QApplication>
 #include <QDesktopServices>
-#include <QPushButton>
 #include <QWebEngineView>
 #include <QtTest>
 
@@ -189,19 +187,6 @@ private slots:
         QTRY_COMPARE(m_opened, isClicked ? QList<QUrl>{QUrl(u"mailto:x@y"_s)} : QList<QUrl>());
         QCOMPARE(m_world->asker.questions.size(), m_opened.size());
         QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
-    }
-
-    void crash()
-    {
-        load(m_window, "<title>Lebt</title>");
-        QTRY_COMPARE(m_window->visits.size(), 1);
-        ::kill(pid(m_window), SIGKILL);
-        auto* const overlay = m_window->findChild<QWidget*>(u"CrashOverlay"_s);
-        QTRY_VERIFY(overlay->isVisible());
-        QTRY_VERIFY(!m_window->engine().Busy());
-        overlay->findChild<QPushButton*>(u"cmdReload"_s)->click();
-        QTRY_COMPARE(m_window->visits.size(), 2);
-        QVERIFY(!overlay->isVisible());
     }
 
     void manyWindows()

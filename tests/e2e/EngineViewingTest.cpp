@@ -3,7 +3,6 @@
 #include "browser/services/FindBar.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QWebEngineView>
@@ -38,11 +37,10 @@ private slots:
     void fullScreen_data()
     {
         QTest::addColumn<std::function<void()>>("end");
-        const auto row = [](const char* name, const std::function<void()>& end) {
-            QTest::newRow(name) << end;
+        const auto row = [](const char* name, const auto& end) {
+            QTest::newRow(name) << std::function<void()>(end);
         };
         row("Escape", [this] { QTest::keyClick(screen(), Qt::Key_Escape); });
-        row("F11", [this] { QTest::keyClick(screen(), Qt::Key_F11); });
         row("closed", [this] { screen()->close(); });
         row("by the page", [this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
         row("navigation", [this] { m_page->runJavaScript(u"location = '/next'"_s); });

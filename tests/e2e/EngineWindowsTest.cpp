@@ -6,21 +6,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-using Act = std::function<void()>;
-/// Has `Act` run from within one event of an engine.
-using Hook = std::function<void(EngineControl&, const Act&)>;
-
-template <typename Signal>
-Hook during(Signal signal)
-{
-    return
-        [signal](EngineControl& engine, const Act& act) { QObject::connect(&engine, signal, act); };
-}
-
-} // namespace
-
 /// Windows that pages open, resize and close, and engines that go at any moment.
 class EngineWindowsTest : public QObject {
     Q_OBJECT
@@ -88,32 +73,11 @@ private slots:
         QCOMPARE(m_world->server.requests(u"/home"_s), 0);
     }
 
-    void engineGoes_data()
-    {
-        QTest::addColumn<Hook>("hook");
-        QTest::addColumn<QByteArray>("html");
-        QTest::newRow("BeforeNavigate2") << during(&EngineControl::BeforeNavigate2) << QByteArray();
-        QTest::newRow("NavigateComplete2")
-            << during(&EngineControl::NavigateComplete2) << "<iframe src=/home></iframe>"_ba;
-        QTest::newRow("WindowClosing")
-            << during(&EngineControl::WindowClosing) << "<script>window.close()</script>"_ba;
-    }
     void engineGoes()
     {
-        QFETCH(Hook, hook);
-        QFETCH(QByteArray, html);
-        m_world->server.page(u"/victim"_s, html);
-        bool isGone = false;
-        m_opener->makeWindow = [&] {
-            m_lent = m_world->open();
-            hook(m_lent->engine(), [&] {
-                isGone = true;
-                delete std::exchange(m_lent, nullptr);
-            });
-            return m_lent;
-        };
-        m_opener->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
-        QTRY_VERIFY(isGone);
+        engineGoesDuring(&EngineControl::BeforeNavigate2, {});
+        engineGoesDuring(&EngineControl::NavigateComplete2, "<iframe src=/home></iframe>");
+        engineGoesDuring(&EngineControl::WindowClosing, "<script>window.close()</script>");
         // The others live on.
         m_opener->engine().Navigate(m_world->address(u"/target"_s));
         QTRY_COMPARE(m_world->shortened(m_opener->visits).last(), u"Ziel @ H/target"_s);
@@ -135,6 +99,22 @@ private slots:
     }
 
 private:
+    template <typename Signal>
+    void engineGoesDuring(Signal signal, const QByteArray& html)
+    {
+        m_world->server.page(u"/victim"_s, html);
+        bool isGone = false;
+        m_opener->makeWindow = [&] {
+            m_lent = m_world->open();
+            connect(&m_lent->engine(), signal, this, [&] {
+                isGone = true;
+                delete std::exchange(m_lent, nullptr);
+            });
+            return m_lent;
+        };
+        m_opener->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
+        QTRY_VERIFY(isGone);
+    }
     std::unique_ptr<EngineWorld> m_world;
     QPointer<EngineWindow> m_opener;
     QPointer<EngineWindow> m_lent;
