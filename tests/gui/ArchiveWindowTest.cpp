@@ -1,8 +1,6 @@
 #include "ArchiveFixture.h"
 
 #include <QAbstractButton>
-#include <QDropEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QTimer>
 
@@ -20,6 +18,8 @@ private slots:
         QCOMPARE(f.shown(), QString());
         f.choose(u"mn_Laden");
         QVERIFY(f.shown().startsWith(u"Info + Lizenzvertrag(Tessera Software-Lizenzvertrag "_s));
+        QCOMPARE(f.window->Buch().colThema()->Item(1)->colBookmark()->Item(1)->Url(),
+                 f.shell.programFolder() + u"\\lizenz.txt"_s);
         QTest::keyClick(&f.view(), Qt::Key_Escape);
         QTRY_VERIFY(f.window.isNull());
         QVERIFY(!f.shell.isOpenBook);

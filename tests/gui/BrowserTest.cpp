@@ -87,32 +87,25 @@ private slots:
         QCOMPARE(w.combo->currentText(), u"a"_s);
     }
 
-    void captionAndHistoryFollowTheirOwnRules_data()
-    {
-        for (const char* column : {"frameTitle", "name", "url", "caption", "visit"})
-            QTest::addColumn<QString>(column);
-        QTest::newRow("a page") << u"T"_s << u"T"_s << u"http://e/"_s << u"T"_s << u"http://e/=T"_s;
-        QTest::newRow("a frame without title")
-            << u""_s << u"Own"_s << u"http://f/"_s << u"Own"_s << u"http://f/="_s;
-        QTest::newRow("the address ends with the name")
-            << u"F"_s << u"e/f"_s << u"http://e/f"_s << u"F"_s << u"location=F"_s;
-        QTest::newRow("an empty name is the end of every address")
-            << u"F"_s << u""_s << u"http://f/"_s << u"F"_s << u"location=F"_s;
-    }
     void captionAndHistoryFollowTheirOwnRules()
     {
-        QFETCH(QString, frameTitle);
-        QFETCH(QString, name);
-        QFETCH(QString, url);
-        OneWindow w;
-        w.page->locationUrl = u"location"_s;
-        w.page->locationName = name;
-        w.page->document = EngineDocument{name};
-        emit w.page->NavigateComplete2(EngineFrame{EngineDocument{frameTitle}}, url);
-        QTEST(w.browser->windowTitle(), "caption");
-        const auto& item = w.frame().History().Item(1);
-        QTEST(item->Url() + u'=' + item->Title(), "visit");
-        QCOMPARE(w.combo->currentText(), u"location"_s);
+        // The titles of the frame and of the page, which also is its name.
+        for (const auto& [frameTitle, name, url, caption, visit] :
+             {std::tuple{u"T"_s, u"T"_s, u"http://e/"_s, u"T"_s, u"http://e/=T"_s},
+              {u""_s, u"Own"_s, u"http://f/"_s, u"Own"_s, u"http://f/="_s},
+              // The name ends the address; an empty one ends every address.
+              {u"F"_s, u"e/f"_s, u"http://e/f"_s, u"F"_s, u"location=F"_s},
+              {u"F"_s, u""_s, u"http://f/"_s, u"F"_s, u"location=F"_s}}) {
+            OneWindow w;
+            w.page->locationUrl = u"location"_s;
+            w.page->locationName = name;
+            w.page->document = EngineDocument{name};
+            emit w.page->NavigateComplete2(EngineFrame{EngineDocument{frameTitle}}, url);
+            QCOMPARE(w.browser->windowTitle(), caption);
+            const auto& item = w.frame().History().Item(1);
+            QCOMPARE(item->Url() + u'=' + item->Title(), visit);
+            QCOMPARE(w.combo->currentText(), u"location"_s);
+        }
     }
 
     void aFailingHistoryLeavesTheWindowUsable()

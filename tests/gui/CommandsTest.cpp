@@ -1,12 +1,9 @@
 #include "tests/gui/FrameFixture.h"
 
-#include "history/HistoryItem.h"
-
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
-#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -24,13 +21,6 @@ struct Started : FrameFixture {
         QString all;
         for (const auto& name : {u"Untereinander"_s, u"Nebeneinander"_s, u"Kaskadiert"_s})
             all += frame().menus().item(prefix + name)->isChecked() ? u'x' : u'-';
-        return all;
-    }
-    QStringList opened()
-    {
-        QStringList all;
-        for (const auto& engine : engines)
-            all << engine->calls().section(u' ', 1);
         return all;
     }
 };
@@ -160,6 +150,7 @@ private slots:
         QVERIFY(dropOn(viewport, corner, text));
         f.window(1)->setGeometry(0, 0, 100, 100);
         QVERIFY(dropOn(viewport, corner, both));
+        QCOMPARE(f.window(1)->geometry(), QRect(0, 0, 100, 100)); // is not arranged
         f.window(2)->setGeometry(viewport->rect());
         QVERIFY(!dropOn(viewport, corner, text)); // over a child
         QCOMPARE(f.opened().mid(1), QStringList({u"www.a.de"_s, u"other"_s, u"/tmp/c"_s}));

@@ -4,7 +4,6 @@
 #include "tests/gui/GuiTest.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QPushButton>
 #include <QTableView>
 #include <QUrl>

@@ -61,10 +61,7 @@ bool FakePrompt::askOkCancel(QWidget* parent, const QString& text, const QString
 
 QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request)
 {
-    QStringList parts{request.title, request.directory, request.filter};
-    if (!request.secondFilter.isEmpty())
-        parts.append(request.secondFilter);
-    opened(parts);
+    opened({request.title});
     return takeFileName(request.title);
 }
 

@@ -23,8 +23,7 @@ public:
     void whileOpen(const std::function<void()>& action) { m_whileOpen = action; }
 
     /// The texts since the last call, oldest first, each as
-    /// "title|icon|text", for a save dialog "title|directory|filter[|second filter]" or
-    /// "title|path".
+    /// "title|icon|text", for a save dialog "title" or "title|path".
     /// The icon is the name of its enumerator.
     QStringList takeTexts();
 

@@ -19,8 +19,3 @@ void FakeShell::AddToHistory(const QString& url, const QString& title)
 {
     addVisit(history, url, title, QDateTime::currentDateTime(), pref.HistoryRows());
 }
-
-frmBrowser* FakeShell::CreateBrowser()
-{
-    return makeBrowser ? makeBrowser() : nullptr;
-}

@@ -16,20 +16,19 @@ public:
 
     void VisitUrl(const QString& url) override { visited.append(url); }
     void AddToHistory(const QString& url, const QString& title) override;
-    /// Null unless `makeBrowser` is set.
-    frmBrowser* CreateBrowser() override;
-    void browserUnloaded(qint32 number) override { unloaded.append(number); }
+    frmBrowser* CreateBrowser() override { return nullptr; }
+    void browserUnloaded(qint32 /*number*/) override {}
     const HistoryCollection& History() const override { return history; }
     const QString& HistoryUrl() const override { return historyUrl; }
     void HistoryUrl(const QString& url) override { historyUrl = url; }
-    void bNewSize(bool value) override { newSize = value; }
+    void bNewSize(bool /*value*/) override {}
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
     void StatusBarCurr(bool value) override { statusBarCurr = value; }
-    bool bOpenNewWindow() const override { return openNewWindow; }
-    void bOpenNewWindow(bool value) override { openNewWindow = value; }
+    bool bOpenNewWindow() const override { return false; }
+    void bOpenNewWindow(bool /*value*/) override {}
     void SetDropDisabled(bool disable) override { dropSwitch.append(disable); }
-    void statusText(const QString& text) override { statusTexts.append(text); }
+    void statusText(const QString& /*text*/) override {}
     Prefer& preferences() override { return pref; }
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
@@ -40,15 +39,10 @@ public:
     QStringList visited;
     HistoryCollection history;
     QString historyUrl;
-    std::function<frmBrowser*()> makeBrowser;
-    QList<qint32> unloaded;
-    bool newSize = false;
     bool isOpenBook = false;
     bool isOpenHistory = false;
     bool statusBarCurr = false;
-    bool openNewWindow = false;
     QList<bool> dropSwitch;
-    QStringList statusTexts;
     FakePrompt fakePrompt;
 
 private:

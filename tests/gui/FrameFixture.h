@@ -52,6 +52,14 @@ struct FrameFixture {
             all << frame().Browser().Key(i);
         return all.join(u' ');
     }
+    /// What each engine was told to open.
+    QStringList opened()
+    {
+        QStringList all;
+        for (const auto& engine : engines)
+            all << engine->calls().section(u' ', 1);
+        return all;
+    }
     frmBrowser* window(int position) { return frame().Browser().Item(position); }
     FakeEngine* engine(std::size_t i) { return engines.at(i); }
 

@@ -2,7 +2,6 @@
 
 #include "app/InstanceServer.h"
 #include "app/PaintPacer.h"
-#include "history/HistoryItem.h"
 
 #include <QClipboard>
 #include <QFile>
@@ -30,36 +29,26 @@ class FrameTest : public QObject {
 private slots:
     void init() { failOnWarnings(); }
 
-    void startOpensAMaximisedWindow_data()
-    {
-        QTest::addColumn<int>("startBrowser");
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("opened");
-        QTest::newRow("start address") << -1 << u""_s << u"home"_s;
-        QTest::newRow("none wanted") << 0 << u""_s << u""_s;
-        QTest::newRow("blanks are an address") << 0 << u"  "_s << u"  "_s;
-    }
     void startOpensAMaximisedWindow()
     {
-        QFETCH(int, startBrowser);
-        QFETCH(QString, address);
-        QFETCH(QString, opened);
-        FrameFixture f;
-        Prefer stored(f.folder.path());
-        stored.LoadPref();
-        stored.HomeUrl(u"home"_s);
-        stored.StartBrowser(static_cast<qint16>(startBrowser));
-        stored.SavePref();
-
-        f.start.Main(address);
-        QCOMPARE(f.frame().windowTitle(), u"Tessera 5.3.5"_s);
-        QCOMPARE(f.item("mn_Tessera")->text(), u"&Info über Tessera 5.3.5"_s);
-        QCOMPARE(f.frame().size(), QSize(640, 480));
-        QCOMPARE(f.frame().HistoryUrl(), QString());
-        QCOMPARE(f.keys(), opened.isEmpty() ? u""_s : u"1"_s);
-        if (!opened.isEmpty()) {
+        for (const auto& [startBrowser, address, opened] :
+             {std::tuple{-1, u""_s, u"home"_s},
+              {0, u""_s, u""_s},
+              {0, u"  "_s, u"  "_s}}) { // blanks are an address
+            FrameFixture f;
+            Prefer stored(f.folder.path());
+            stored.LoadPref();
+            stored.HomeUrl(u"home"_s);
+            stored.StartBrowser(static_cast<qint16>(startBrowser));
+            stored.SavePref();
+            f.start.Main(address);
+            QCOMPARE(f.frame().windowTitle(), u"Tessera 5.3.5"_s);
+            QCOMPARE(f.frame().size(), QSize(640, 480));
+            QCOMPARE(f.frame().HistoryUrl(), QString());
+            QCOMPARE(f.keys(), opened.isEmpty() ? u""_s : u"1"_s);
+            if (opened.isEmpty())
+                continue;
             QCOMPARE(f.engine(0)->calls(), u"Navigate "_s + opened);
-            QVERIFY(f.window(1)->isMaximized());
             QCoreApplication::processEvents();
             QVERIFY(f.window(1)->isMaximized());
         }
@@ -109,56 +98,31 @@ private slots:
         f.frame().NewBrowser();
         f.frame().VisitUrl(u"x"_s);
         f.frame().NewBrowser();
-        QStringList opened;
-        for (const auto& engine : f.engines)
-            opened << engine->calls().section(u' ', 1);
         const QString home = f.folder.path() + u"\\Lizenz.txt"_s;
-        QCOMPARE(opened, QStringList({home, u"waiting"_s, u"waiting"_s, u"x"_s, home}));
+        QCOMPARE(f.opened(), QStringList({home, u"waiting"_s, u"waiting"_s, u"x"_s, home}));
     }
 
-    void newWindowsAreArranged()
+    void sizeAndStateOutliveTheRun()
     {
-        FrameFixture f;
-        f.start.Main({});
-        QVERIFY(QTest::qWaitForWindowExposed(&f.frame()));
-        f.frame().NewBrowser();
-        QVERIFY(!f.window(1)->isMaximized());
-        const int height = f.frame().area().viewport()->height();
-        QCOMPARE(f.window(1)->geometry().top(), 0);
-        QCOMPARE(f.window(2)->geometry().top(), height / 2);
-        QCOMPARE(f.window(2)->geometry().bottom(), height - 1);
-        f.frame().menus().checkArrangement(Arrangement::None);
-        f.window(1)->setGeometry(5, 6, 300, 200);
-        f.frame().NewBrowser();
-        QCOMPARE(f.window(1)->geometry(), QRect(5, 6, 300, 200));
-    }
-
-    void closingStoresSizeAndState_data()
-    {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<int>("stored");
-        QTest::addColumn<int>("width");
-        QTest::newRow("normal") << int{Qt::WindowNoState} << 0 << 700 * 15;
-        QTest::newRow("minimised") << int{Qt::WindowMinimized} << 1 << 9600;
-        QTest::newRow("maximised") << int{Qt::WindowMaximized} << 2 << 9600;
-    }
-    void closingStoresSizeAndState()
-    {
-        QFETCH(int, state);
-        QFETCH(int, stored);
-        QFETCH(int, width);
-        FrameFixture f;
-        f.start.Main({});
-        f.frame().resize(700, 400);
-        f.frame().setWindowState(static_cast<Qt::WindowState>(state));
-        QSignalSpy unloaded(&f.frame(), &MDIForm1::unloaded);
-        f.frame().close();
-        QCOMPARE(unloaded.count(), 1);
-        QCOMPARE(int{f.frame().counter()}, 0);
-        Prefer again(f.folder.path());
-        again.LoadPref();
-        QCOMPARE(int{again.MdiState()}, stored);
-        QCOMPARE(int{again.MdiWidth()}, width);
+        for (const auto& [state, stored, width] : {std::tuple{Qt::WindowNoState, 0, 700 * 15},
+                                                   {Qt::WindowMinimized, 1, 9600},
+                                                   {Qt::WindowMaximized, 2, 9600}}) {
+            FrameFixture f;
+            f.start.Main({});
+            f.frame().resize(700, 400);
+            f.frame().setWindowState(state);
+            f.frame().close();
+            Prefer again(f.folder.path());
+            again.LoadPref();
+            QCOMPARE(int{again.MdiState()}, stored);
+            QCOMPARE(int{again.MdiWidth()}, width);
+            FrameFixture next;
+            QVERIFY(
+                QFile::copy(f.folder.filePath(u"Pref.tsp"_s), next.folder.filePath(u"Pref.tsp"_s)));
+            next.start.Main({});
+            QCOMPARE(next.frame().isMaximized(), state == Qt::WindowMaximized);
+            QVERIFY(!next.frame().isMinimized());
+        }
     }
 
     void staysOpenWhenSomethingIsUnderWay()
@@ -179,20 +143,6 @@ private slots:
         QCOMPARE(f.keys(), QString());
     }
 
-    void onlyTheMaximisedStateComesBack()
-    {
-        for (const qint16 state : {qint16{1}, qint16{2}}) {
-            FrameFixture f;
-            Prefer stored(f.folder.path());
-            stored.LoadPref();
-            stored.MdiState(state);
-            stored.SavePref();
-            f.start.Main({});
-            QCOMPARE(f.frame().isMaximized(), state == 2);
-            QVERIFY(!f.frame().isMinimized());
-        }
-    }
-
     void aFailedSaveIsShown()
     {
         FrameFixture f;
@@ -205,53 +155,30 @@ private slots:
         QVERIFY(text.startsWith(u"Meldung|Exclamation|"_s) && text.contains(u"Pref.tsp"_s));
     }
 
-    void anAddressIsTakenOver_data()
-    {
-        QTest::addColumn<int>("state");
-        QTest::addColumn<bool>("dropsOff");
-        QTest::addColumn<bool>("toFront");
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("normal") << 0 << false << false << u"1 2"_s;
-        QTest::newRow("minimised") << 1 << false << false << u"1 2"_s;
-        QTest::newRow("maximised") << 2 << false << false << u"1 2"_s;
-        QTest::newRow("behind a dialog") << 0 << true << false << u"1"_s;
-        QTest::newRow("minimised behind a dialog") << 1 << true << false << u"1"_s;
-        QTest::newRow("to the front") << 1 << false << true << u"1"_s;
-    }
     void anAddressIsTakenOver()
     {
-        QFETCH(int, state);
-        QFETCH(bool, dropsOff);
-        QFETCH(bool, toFront);
-        FrameFixture f;
-        f.start.Main({});
-        f.frame().setWindowState(static_cast<Qt::WindowState>(state)); // 1 and 2 are its values
-        f.start.SetDropDisabled(dropsOff);
-        QGuiApplication::clipboard()->setText(u"before"_s);
-        f.start.takeOver({toFront, toFront ? QString() : u"http://x/"_s, {}, {}});
-        QTEST(f.keys(), "keys");
-        QVERIFY(!f.frame().isMinimized());
-        QCOMPARE(f.frame().isMaximized(), state == 2);
-        QCOMPARE(f.frame().HistoryUrl(), QString());
-        QCOMPARE(QGuiApplication::clipboard()->text(), toFront ? u"before"_s : u"http://x/"_s);
-        f.start.SetDropDisabled(false);
-        QCoreApplication::processEvents();
-        QVERIFY(f.keys() == u"1"_s || !dropsOff); // what was refused does not come later
-    }
-
-    void aRestoredFrameIsArrangedAgain()
-    {
-        FrameFixture f;
-        f.start.Main({});
-        f.frame().VisitUrl(u"b"_s);
-        const QRect arranged = f.window(2)->geometry();
-        f.window(2)->setGeometry(5, 6, 300, 200);
-        f.start.takeOver({true, {}, {}, {}});
-        QCOMPARE(f.window(2)->geometry(), QRect(5, 6, 300, 200)); // it was not minimised
-        f.frame().setWindowState(Qt::WindowMinimized);
-        f.start.SetDropDisabled(true);
-        f.start.takeOver({false, u"http://x/"_s, {}, {}});
-        QCOMPARE(f.window(2)->geometry(), arranged);
+        for (const auto& [state, dropsOff, toFront, keys] :
+             {std::tuple{Qt::WindowNoState, false, false, u"1 2"_s},
+              {Qt::WindowMinimized, false, false, u"1 2"_s},
+              {Qt::WindowMaximized, false, false, u"1 2"_s},
+              {Qt::WindowNoState, true, false, u"1"_s}, // behind a dialog
+              {Qt::WindowMinimized, true, false, u"1"_s},
+              {Qt::WindowMinimized, false, true, u"1"_s}}) {
+            FrameFixture f;
+            f.start.Main({});
+            f.frame().setWindowState(state);
+            f.start.SetDropDisabled(dropsOff);
+            QGuiApplication::clipboard()->setText(u"before"_s);
+            f.start.takeOver({toFront, toFront ? QString() : u"http://x/"_s, {}, {}});
+            QCOMPARE(f.keys(), keys);
+            QVERIFY(!f.frame().isMinimized());
+            QCOMPARE(f.frame().isMaximized(), state == Qt::WindowMaximized);
+            QCOMPARE(f.frame().HistoryUrl(), QString());
+            QCOMPARE(QGuiApplication::clipboard()->text(), toFront ? u"before"_s : u"http://x/"_s);
+            f.start.SetDropDisabled(false);
+            QCoreApplication::processEvents();
+            QVERIFY(f.keys() == u"1"_s || !dropsOff); // what was refused does not come later
+        }
     }
 };
 

@@ -27,22 +27,16 @@ private slots:
         QCOMPARE(m_shell->historyUrl, u"old"_s);
     }
 
-    void keys_data()
-    {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("url");
-        QTest::newRow("Enter is deferred") << Qt::Key_Return << u"http://b"_s;
-        QTest::newRow("Escape") << Qt::Key_Escape << QString();
-    }
     void keys()
     {
-        QFETCH(Qt::Key, key);
-        open();
-        QTest::keyClick(m_grid, Qt::Key_Down);
-        QTest::keyClick(m_grid, key);
-        QVERIFY(isClosed());
-        QTEST(m_shell->historyUrl, "url");
-        QVERIFY(m_shell->visited.isEmpty());
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+            open();
+            QTest::keyClick(m_grid, Qt::Key_Down);
+            QTest::keyClick(m_grid, key);
+            QVERIFY(isClosed());
+            QCOMPARE(m_shell->historyUrl, key == Qt::Key_Return ? u"http://b"_s : QString());
+            QVERIFY(m_shell->visited.isEmpty()); // Enter is deferred
+        }
     }
 
     void doubleClickOpensRowsOnly()

@@ -3,7 +3,6 @@
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
-#include <QDialog>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QSignalSpy>
