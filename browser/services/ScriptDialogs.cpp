@@ -42,7 +42,7 @@ PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestio
     if (m_silence.offersSilence()) {
         question.checkBox = u"&Weitere Meldungen dieser Seite unterdrücken"_s;
     }
-    const PageAnswer answer = m_asking.ask(question);
+    PageAnswer answer = m_asking.ask(question);
     if (answer.isChecked) {
         m_silence.silence();
     }
