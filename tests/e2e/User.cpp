@@ -28,7 +28,8 @@ QString windowOf(const QString& title)
 
 void moveTo(const QPoint& place)
 {
-    tool({u"mousemove"_s, u"--sync"_s, QString::number(place.x()), QString::number(place.y())});
+    // Not to be waited for: a pointer that is there already never moves.
+    tool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
 }
 
 QPixmap picture()
@@ -45,8 +46,8 @@ bool User::sees(const QString& title)
 
 QRect User::place(const QString& title)
 {
-    const QString window = windowOf(title);
-    if (window.isEmpty())
+    QString window;
+    if (!QTest::qWaitFor([&] { return !(window = windowOf(title)).isEmpty(); }))
         return {};
     QHash<QString, int> values;
     const QString geometry = tool({u"getwindowgeometry"_s, u"--shell"_s, window});
@@ -75,18 +76,6 @@ void User::click(const QPoint& place, int times)
 {
     moveTo(place);
     tool({u"click"_s, u"--repeat"_s, QString::number(times), u"--delay"_s, u"80"_s, u"1"_s});
-}
-
-void User::drag(const QPoint& from, const QPoint& to)
-{
-    constexpr int steps = 12;
-    moveTo(from);
-    tool({u"mousedown"_s, u"1"_s});
-    for (int i = 1; i <= steps; ++i) {
-        moveTo(from + (to - from) * i / steps);
-        QTest::qWait(40); // a drag begins and moves with the pauses that a hand makes
-    }
-    tool({u"mouseup"_s, u"1"_s});
 }
 
 void User::minimise(const QString& title)

@@ -21,7 +21,6 @@ public:
     /// Types a text and ends it with Enter.
     static void enter(const QString& text);
     static void click(const QPoint& place, int times = 1);
-    static void drag(const QPoint& from, const QPoint& to);
     static void minimise(const QString& title);
     static void resize(const QString& title, const QSize& size);
 
