@@ -7,6 +7,7 @@
 #include "browser/services/SpellCheck.h"
 #include "browser/services/StoredWebData.h"
 
+#include <QTimer>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -15,6 +16,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr std::chrono::seconds afterTheStart(2);
+
 std::unique_ptr<QWebEngineProfile> makeProfile()
 {
     announceDictionaries(); // the first profile starts the engine
@@ -32,7 +36,8 @@ WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFold
     m_profile->setCachePath(cacheFolder);
     applySettings();
     addReportScript();
-    startSpellCheck(*m_profile);
+    // The dictionaries would hold up the first page.
+    QTimer::singleShot(afterTheStart, m_profile.get(), [this] { startSpellCheck(*m_profile); });
 }
 
 WebEngineHost::~WebEngineHost() = default;
