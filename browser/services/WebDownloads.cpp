@@ -109,8 +109,7 @@ QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download, QWid
     const QPointer<QWidget> window = parent;
     QString proposal = proposedPath(safeFileName(download.suggestedFileName()));
     while (true) {
-        QString path =
-            m_shell.prompt().saveFileAs(window, u"Datei speichern unter"_s, proposal);
+        QString path = m_shell.prompt().saveFileAs(window, u"Datei speichern unter"_s, proposal);
         const QFileInfo folder(QFileInfo(path).absolutePath());
         QString obstacle;
         if (path.isEmpty()) {
