@@ -93,7 +93,8 @@ private slots:
         m_world->shell.fakePrompt.answerFileName(m_folder->filePath(u"none/a.bin"_s));
         save(u"a.bin"_s);
         visit(u"/file"_s);
-        QTRY_COMPARE(files(), QStringList{u"a.bin"_s});
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(files(), QStringList{u"a.bin"_s});
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 3);
     }
 
@@ -129,7 +130,8 @@ private slots:
             QTest::qWait(300);
         });
         visit(u"/file"_s);
-        QTRY_COMPARE(files(), QStringList{u"a.bin"_s});
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(files(), QStringList{u"a.bin"_s});
         QTRY_VERIFY(m_lent && m_lent->visits.size() == 1); // once there is the answer
     }
 
@@ -161,7 +163,8 @@ private slots:
         };
         save(u"a.bin"_s);
         m_window->run(script);
-        QTRY_COMPARE(files(), QStringList{u"a.bin"_s});
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(files(), QStringList{u"a.bin"_s});
         QTest::qWait(200);
         QCOMPARE(closings, closes ? 1 : 0);
     }

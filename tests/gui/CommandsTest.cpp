@@ -164,7 +164,8 @@ private slots:
         f.frame().NewBrowser();
         QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
         FakeEngine* page = f.engine(1);
-        page->busy = true; // for Escape, however long the other keys take
+        page->busy = true; // for Escape, however long the start and the other keys take
+        emit page->BeforeNavigate2({});
         page->calls();
         const auto press = [&f](Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
             QTest::keyClick(f.frame().windowHandle(), key, with);
