@@ -1,6 +1,7 @@
 #include "browser/services/PageContextMenu.h"
 
 #include "base/Shell.h"
+#include "browser/WebEnginePage.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -8,7 +9,6 @@
 #include <QUrl>
 #include <QWebEngineContextMenuRequest>
 #include <QWebEngineHistory>
-#include <QWebEnginePage>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -86,7 +86,7 @@ QList<Item> idleEdits(const Request& request)
 
 } // namespace
 
-PageContextMenu::PageContextMenu(Shell& shell, QWebEnginePage* page,
+PageContextMenu::PageContextMenu(Shell& shell, WebEnginePage* page,
                                  const PageMenuCommands& services)
     : QObject(page), m_shell(shell), m_page(page), m_services(services)
 {
@@ -138,6 +138,12 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     PageMenuCommands commands = m_services;
     for (const auto& [item, action] : engineActions().asKeyValueRange())
         commands.items[item] = [this, act = action] { m_page->triggerAction(act); };
+    // As the toolbar's buttons: what the page was silenced for is over.
+    for (const Item item : {Item::OpenLink, Item::Back, Item::Forward, Item::Reload})
+        commands.items[item] = [this, act = engineActions().value(item)] {
+            emit m_page->userNavigates();
+            m_page->triggerAction(act);
+        };
     const QString link = encoded(request.linkUrl());
     const QString media = encoded(request.mediaUrl());
     const auto copy = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };

@@ -5,9 +5,9 @@
 #include <QObject>
 
 class QWebEngineContextMenuRequest;
-class QWebEnginePage;
 class QWebEngineView;
 class Shell;
+class WebEnginePage;
 
 /// The menu on the places of a page, in the place of the engine's own.
 class PageContextMenu : public QObject {
@@ -15,7 +15,7 @@ class PageContextMenu : public QObject {
 public:
     /// Belongs to `page`. `services` is what other services of the page offer;
     /// what the engine itself can do is added.
-    PageContextMenu(Shell& shell, QWebEnginePage* page, const PageMenuCommands& services);
+    PageContextMenu(Shell& shell, WebEnginePage* page, const PageMenuCommands& services);
 
     /// Opens the menu in `view` from now on, while it shows the page.
     void serve(QWebEngineView* view);
@@ -26,6 +26,6 @@ private:
     PageMenuCommands commandsFor(const QWebEngineContextMenuRequest& request);
 
     Shell& m_shell;
-    QWebEnginePage* m_page;
+    WebEnginePage* m_page;
     PageMenuCommands m_services;
 };
