@@ -49,8 +49,9 @@ const QHash<PageMenuItem, Caption>& captions()
         {ZoomIn, {u"ZoomIn"_s, u"Ver&größern"_s, Qt::CTRL | Qt::Key_Plus}},
         {ZoomOut, {u"ZoomOut"_s, u"Ver&kleinern"_s, Qt::CTRL | Qt::Key_Minus}},
         {ZoomReset, {u"ZoomReset"_s, u"&Originalgröße"_s, Qt::CTRL | Qt::Key_0}},
-        {Downloads, {u"Downloads"_s, u"Down&loads"_s}},
-        {BrowserData, {u"BrowserData"_s, u"&Browserdaten löschen..."_s}},
+        {Downloads, {u"Downloads"_s, u"Down&loads"_s, Qt::CTRL | Qt::Key_J}},
+        {BrowserData,
+         {u"BrowserData"_s, u"&Browserdaten löschen..."_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}},
     };
     return all;
 }
