@@ -234,13 +234,16 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
         return false;
     }
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
-    return m_popups.mayOpen(now, request.isUserInitiated());
+    const bool mayOpen = m_popups.mayOpen(now, request.isUserInitiated());
+    if (!mayOpen) {
+        emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+    }
+    return mayOpen;
 }
 
 void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
 {
     if (!mayOpenWindow(request)) {
-        emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
         return;
     }
     EngineControl* engine = nullptr;
