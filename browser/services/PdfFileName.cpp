@@ -1,27 +1,19 @@
 #include "browser/services/PdfFileName.h"
 
+#include "browser/services/DownloadNames.h"
+
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
-
-namespace {
-// Room for the suffix and the mark of a copy: names may have 255 bytes.
-constexpr qsizetype longestName = 60;
-
-bool isSafe(QChar character)
-{
-    return character.isPrint() && !u"\\/:*?\"<>|"_s.contains(character);
-}
-} // namespace
 
 QString pdfFileName(const QString& title)
 {
-    QString name;
-    for (const QChar character : title)
-        name += isSafe(character) || character.isSurrogate() ? character : u' ';
-    name = name.simplified().left(longestName);
-    if (!name.isEmpty() && name.back().isHighSurrogate())
-        name.chop(1);
-    while (name.startsWith(u'.') || name.startsWith(u'-'))
-        name.remove(0, 1);
-    name = name.trimmed();
-    return (name.isEmpty() ? u"Seite"_s : name) + u".pdf"_s;
+    constexpr qsizetype longestStem = 60;
+    static const QRegularExpression strokes(u"[/\\\\]"_s); // they part nothing in a title
+    static const QRegularExpression start(u"^[-.\\s]+"_s); // hidden, or an option
+    QString stem = title;
+    stem = stem.replace(strokes, u" "_s).remove(start).simplified().left(longestStem);
+    if (!stem.isEmpty() && stem.back().isHighSurrogate())
+        stem.chop(1);
+    return (stem.isEmpty() ? u"Seite"_s : safeFileName(stem)) + u".pdf"_s;
 }
