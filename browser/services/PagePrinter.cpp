@@ -185,21 +185,14 @@ void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
 QString PagePrinter::askFile()
 {
     const DropsDisabled guard(m_shell);
-    Prompt& prompt = m_shell.prompt();
-    const QString title = u"Als PDF speichern"_s;
     QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
-    while (true) {
-        path = prompt.saveFileName(frame(), {title, path, u"PDF-Datei|*.pdf"_s, {}});
-        if (path.isEmpty())
-            return {};
-        if (QFileInfo(path).suffix().isEmpty())
-            path += u".pdf"_s;
-        const QString question = u"Die Datei „%1“ ist schon vorhanden. Soll sie ersetzt werden?"_s;
-        if (!QFileInfo::exists(path) ||
-            prompt.askYesNo(frame(), question.arg(QFileInfo(path).fileName()), title,
-                            Prompt::Icon::Question))
+    do {
+        path = m_shell.prompt().saveFileAs(frame(), u"Als PDF speichern"_s, path);
+        if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty())
             return path;
-    }
+        path += u".pdf"_s;
+    } while (QFileInfo::exists(path)); // nobody has been asked about that one
+    return path;
 }
 
 void PagePrinter::write(const QString& path, const QByteArray& pdf)

@@ -1,6 +1,7 @@
 #include "EngineWorld.h"
 
 #include "browser/services/FindBar.h"
+#include "browser/services/PagePrinter.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -33,6 +34,22 @@ private slots:
         QTRY_VERIFY(m_window->isActiveWindow());
     }
     void cleanup() { delete m_window; }
+
+    void savesAPdf()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"seite.pdf"_s));
+        QVERIFY(file.open(QIODevice::ReadWrite)); // its name without suffix is asked about again
+        m_world->shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
+        m_world->shell.fakePrompt.answerFileName(file.fileName());
+        m_page->findChild<PagePrinter*>()->savePdf();
+        const auto content = [&file] {
+            QFile written(file.fileName()); // another one than that which was opened
+            return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+        };
+        QTRY_VERIFY(content().startsWith("%PDF") && content().contains("%%EOF"));
+        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
+    }
 
     void fullScreen_data()
     {
