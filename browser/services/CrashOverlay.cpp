@@ -1,6 +1,7 @@
 #include "browser/services/CrashOverlay.h"
 
-#include <QEvent>
+#include "browser/services/OverPage.h"
+
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -30,26 +31,17 @@ CrashOverlay::CrashOverlay(QWidget* view)
     layout->addWidget(m_reload, 0, Qt::AlignCenter);
     layout->addStretch(2);
     connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
-    view->installEventFilter(this);
     hide();
+    new OverPage(this, [this] { setGeometry(parentWidget()->rect()); });
 }
 
 void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
-    setGeometry(parentWidget()->rect());
     const bool hadFocus = parentWidget()->isAncestorOf(parentWidget()->window()->focusWidget());
     show();
     raise();
     if (hadFocus) {
         m_reload->setFocus();
     }
-}
-
-bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == parent() && event->type() == QEvent::Resize) {
-        setGeometry(parentWidget()->rect());
-    }
-    return QFrame::eventFilter(watched, event);
 }

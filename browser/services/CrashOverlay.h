@@ -17,9 +17,6 @@ public:
 signals:
     void reloadWanted();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     QLabel* m_reason;
     QPushButton* m_reload;
