@@ -19,8 +19,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-
 using Kind = QWebEnginePermission::PermissionType;
+#else
+using Kind = QWebEnginePage::Feature;
+#endif
 
 std::optional<PermissionKind> kindOf(Kind kind)
 {
@@ -40,42 +42,16 @@ std::optional<PermissionKind> kindOf(Kind kind)
         return PermissionKind::Screen;
     case Kind::MouseLock:
         return PermissionKind::Pointer;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     case Kind::ClipboardReadWrite:
         return PermissionKind::Clipboard;
     case Kind::LocalFontsAccess:
         return PermissionKind::Fonts;
+#endif
     default:
         return std::nullopt;
     }
 }
-
-#else
-
-using Kind = QWebEnginePage::Feature;
-
-std::optional<PermissionKind> kindOf(Kind kind)
-{
-    switch (kind) {
-    case Kind::MediaVideoCapture:
-        return PermissionKind::Camera;
-    case Kind::MediaAudioCapture:
-        return PermissionKind::Microphone;
-    case Kind::MediaAudioVideoCapture:
-        return PermissionKind::CameraAndMicrophone;
-    case Kind::Geolocation:
-        return PermissionKind::Location;
-    case Kind::Notifications:
-        return PermissionKind::Notifications;
-    case Kind::DesktopVideoCapture:
-    case Kind::DesktopAudioVideoCapture:
-        return PermissionKind::Screen;
-    case Kind::MouseLock:
-        return PermissionKind::Pointer;
-    }
-    return std::nullopt;
-}
-
-#endif
 
 } // namespace
 
