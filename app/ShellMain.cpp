@@ -19,6 +19,8 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {

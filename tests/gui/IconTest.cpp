@@ -10,7 +10,7 @@ class IconTest : public QObject {
 private slots:
     void areDrawn()
     {
-        for (const auto* name : {"frame", "child", "dialog"}) {
+        for (const auto* name : {"frame", "child"}) {
             const QIcon icon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name)));
             const QImage image = icon.pixmap(16).toImage();
             int opaque = 0;
