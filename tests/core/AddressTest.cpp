@@ -1,11 +1,10 @@
 #include "browser/AddressResolver.h"
 #include "browser/DriveList.h"
+#include "tests/Files.h"
 #include "tests/core/FakeFileTable.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <array>
 
@@ -124,15 +123,14 @@ private slots:
         QTemporaryDir folder;
         const QString root = folder.path();
         QVERIFY(QDir(root).mkpath(u"Sub"_s));
-        QFile file(root + u"/Sub/Ä 100%#.txt"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-
+        const QString file = root + u"/Sub/Ä 100%#.txt"_s;
+        writeBytes(file, {});
         const LinuxFileTable files;
         const DriveList mounted = mountedDrives();
         const auto resolved = [&](const QString& typed) {
             return resolveAddress(typed, files, mounted).toLocalFile();
         };
-        QCOMPARE(resolved(root + u"\\sub\\ä 100%#.TXT"_s), file.fileName());
+        QCOMPARE(resolved(root + u"\\sub\\ä 100%#.TXT"_s), file);
         QCOMPARE(resolved(root.sliced(1) + u"/SUB/"_s), root + u"/Sub/"_s);
         QCOMPARE(mounted.rootOf(u'C'), u"/"_s);
     }

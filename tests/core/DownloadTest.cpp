@@ -1,12 +1,11 @@
 #include "browser/services/DownloadNames.h"
 #include "browser/services/DownloadTable.h"
 #include "browser/services/StoredWebData.h"
+#include "tests/Files.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -57,10 +56,8 @@ private slots:
               {u"setup.exe"_s, ""_ba, true},
               {u"program"_s, "\x7f"_ba + "ELF\2\1\1" + QByteArray(9, '\0') + "\2", true},
               {u"script"_s, "#!/bin/sh\necho\n"_ba, true}}) {
-            QFile file(folder.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-            file.close();
-            QVERIFY2(runsWhenOpened(file.fileName()) == runs, qPrintable(name));
+            writeBytes(folder.filePath(name), content);
+            QVERIFY2(runsWhenOpened(folder.filePath(name)) == runs, qPrintable(name));
         }
     }
 

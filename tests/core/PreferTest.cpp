@@ -1,8 +1,7 @@
 #include "app/Prefer.h"
+#include "tests/Files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <memory>
 
@@ -35,7 +34,7 @@ private slots:
         const QByteArray good = goodFile();
         for (const QByteArray& file : {QByteArray(618, '\0'), good.left(414), // no mail client
                                        QByteArray(good).replace(414, 1, "\0"_ba)}) {
-            write(file);
+            writeBytes(m_path, file);
             Prefer pref(m_folder->path());
             pref.LoadPref();
             QCOMPARE(int{pref.HistoryRows()}, 50);
@@ -46,7 +45,7 @@ private slots:
 
     void shortButGoodFilesLoad()
     {
-        write(goodFile().left(415));
+        writeBytes(m_path, goodFile().left(415));
         Prefer pref(m_folder->path());
         pref.LoadPref();
         QCOMPARE(int{pref.HistoryRows()}, -3);
@@ -56,7 +55,7 @@ private slots:
 
     void oddValuesAreKept()
     {
-        write(goodFile() + "tail");
+        writeBytes(m_path, goodFile() + "tail");
         Prefer pref(m_folder->path());
         pref.LoadPref();
         QCOMPARE(int{pref.StartBrowser()}, 5);
@@ -90,16 +89,7 @@ private:
                QByteArray("\xA0s").leftJustified(200) + QByteArray("mail").leftJustified(200) +
                QByteArray("\x00\x00\x09\x00", 4);
     }
-    void write(const QByteArray& bytes)
-    {
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    QByteArray content()
-    {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
+    QByteArray content() const { return bytesOf(m_path); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;

@@ -2,10 +2,9 @@
 #include "app/FindAppWindow.h"
 #include "app/InstanceFolder.h"
 #include "app/InstanceMessage.h"
+#include "tests/Files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QtTest>
 
 #include <array>
 #include <memory>
@@ -62,8 +61,7 @@ private slots:
 
     void filesBecomeAbsolute()
     {
-        QVERIFY(
-            QFile(m_folder->path() + QStringLiteral("/ä b%20#?.htm")).open(QIODevice::WriteOnly));
+        writeBytes(m_folder->filePath(QStringLiteral("ä b%20#?.htm")), {});
         makeFolder("localhost", 0700);
         QCOMPARE(absoluteIfFile("ä b%20#?.htm", path()), path("ä b%20#?.htm"));
         for (const std::string same : {"missing", "localhost", "http://x/"})

@@ -40,17 +40,11 @@ private slots:
         m_world->asker.onLogIn = {};
         m_opened.clear();
         m_window = m_world->open();
-        m_isClosing = false;
-        connect(&m_window->engine(), &EngineControl::WindowClosing, this,
-                [this] { m_isClosing = true; });
+        m_world->closings = 0;
         m_other = m_world->open();
         m_window->raise();
     }
-    void cleanup()
-    {
-        delete m_window;
-        delete m_other;
-    }
+    void cleanup() { m_world->closeWindows(); }
 
     void logIn()
     {
@@ -60,9 +54,9 @@ private slots:
             LogIns answers{LogIn{u"ich"_s, u"falsch"_s}, last};
             m_world->asker.questions.clear();
             m_world->asker.onLogIn = [&] { return answers.takeFirst(); };
-            show(m_window, u"/locked"_s);
+            m_window->visit(u"/locked"_s);
             QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
-            const QString question = m_world->address({}) + u"|Keller"_s;
+            const QString question = m_world->server.address({}) + u"|Keller"_s;
             QCOMPARE(m_world->asker.questions, QStringList({question, question}));
         }
     }
@@ -76,7 +70,7 @@ private slots:
         load(m_window, "<script>alert('a\\u202Eb'); document.title = confirm('c') + "
                        "prompt('d', 'vor')</script>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"truevor!"_s);
-        const QString site = m_world->address({}) + u" meldet:\n\n"_s;
+        const QString site = m_world->server.address({}) + u" meldet:\n\n"_s;
         QCOMPARE(m_world->asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
     }
 
@@ -94,24 +88,19 @@ private slots:
         QTRY_COMPARE(m_world->asker.questions.size(), 3);
     }
 
-    void windowGoes_data()
-    {
-        QTest::addColumn<QByteArray>("html");
-        QTest::newRow("alert") << "<script>alert(1)</script>"_ba;
-        QTest::newRow("location")
-            << "<script>navigator.geolocation.getCurrentPosition(() => {})</script>"_ba;
-    }
     void windowGoes()
     {
-        QFETCH(QByteArray, html);
         m_world->asker.onAsk = [this](QWidget*, const PageQuestion&) {
             delete m_window;
             QTest::qWait(50);
             return PageAnswer{.isAccepted = true};
         };
-        load(m_window, html);
+        load(m_window, "<script>alert(1)</script>");
         QTRY_VERIFY(!m_window);
-        show(m_other, u"/plain"_s);
+        m_window = m_world->open();
+        load(m_window, "<script>navigator.geolocation.getCurrentPosition(() => {})</script>");
+        QTRY_VERIFY(!m_window);
+        m_other->visit(u"/plain"_s);
         QTRY_COMPARE(m_other->engine().LocationName(), u"Frei"_s);
     }
 
@@ -142,10 +131,10 @@ private slots:
         QTRY_COMPARE(m_world->asker.questions.size(), 1);
         QVERIFY(m_world->asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
         QTest::qWait(2500); // longer than a page that does not answer is waited for
-        QVERIFY(!m_isClosing);
+        QCOMPARE(m_world->closings, 0);
         m_world->asker.onAsk = agree;
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_VERIFY(m_isClosing);
+        QTRY_COMPARE(m_world->closings, 1);
     }
 
     void hungPage()
@@ -155,8 +144,8 @@ private slots:
         m_window->run(u"for (;;) {}"_s);
         QTest::qWait(200);
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_VERIFY(m_isClosing);
-        ::kill(pid(m_window), SIGKILL);
+        QTRY_COMPARE(m_world->closings, 1);
+        ::kill(static_cast<pid_t>(m_window->view()->page()->renderProcessPid()), SIGKILL);
     }
 
     void desktopLinks_data()
@@ -179,11 +168,7 @@ private slots:
         load(m_window, "<title>Verweis</title>" + html);
         QTRY_COMPARE(m_window->visits.size(), 1);
         QTRY_VERIFY(!m_window->engine().Busy());
-        if (isClicked) {
-            click(m_window);
-        } else {
-            QTest::qWait(500);
-        }
+        isClicked ? click(m_window) : QTest::qWait(500);
         QTRY_COMPARE(m_opened, isClicked ? QList<QUrl>{QUrl(u"mailto:x@y"_s)} : QList<QUrl>());
         QCOMPARE(m_world->asker.questions.size(), m_opened.size());
         QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
@@ -206,36 +191,26 @@ private slots:
     }
 
 private:
-    void show(EngineWindow* window, const QString& path)
-    {
-        window->engine().Navigate(m_world->address(path));
-    }
     void load(EngineWindow* window, const QByteArray& html)
     {
         const QString path = u"/page%1"_s.arg(++m_pages);
         m_world->server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
-        show(window, path);
+        window->visit(path);
     }
-    void click(EngineWindow* window) const
+    static void click(EngineWindow* window)
     {
         QWidget* const host = window->engine().host();
         // Until it has been painted a page takes no input.
-        QTRY_COMPARE(m_world->colourOf(*window), QColor(Qt::blue));
+        QTRY_COMPARE(window->colour(), QColor(Qt::blue));
         QTest::qWait(500);
         QTest::mouseClick(host->focusProxy(), Qt::LeftButton, {}, host->rect().center());
         QTest::qWait(100);
-    }
-    static pid_t pid(EngineWindow* window)
-    {
-        return static_cast<pid_t>(
-            qobject_cast<QWebEngineView*>(window->engine().host())->page()->renderProcessPid());
     }
 
     std::unique_ptr<EngineWorld> m_world;
     QPointer<EngineWindow> m_window;
     QPointer<EngineWindow> m_other;
     QList<QUrl> m_opened;
-    bool m_isClosing = false;
     int m_pages = 0;
 };
 

@@ -2,12 +2,12 @@
 
 #include "browser/services/FindBar.h"
 #include "browser/services/PagePrinter.h"
+#include "tests/Files.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QWebEngineView>
-#include <QtTest>
 
 #include <csignal>
 
@@ -27,27 +27,23 @@ private slots:
     void init()
     {
         m_window = m_world->open();
-        m_host = qobject_cast<QWebEngineView*>(m_window->engine().host());
+        m_host = m_window->view();
         m_page = m_host->page();
         go(u"/page"_s);
         m_window->window()->activateWindow();
         QTRY_VERIFY(m_window->isActiveWindow());
     }
-    void cleanup() { delete m_window; }
+    void cleanup() { m_world->closeWindows(); }
 
     void savesAPdf()
     {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(u"seite.pdf"_s));
-        QVERIFY(file.open(QIODevice::ReadWrite)); // its name without suffix is asked about again
+        const QString file = folder.filePath(u"seite.pdf"_s);
+        writeBytes(file, {}); // its name without suffix is asked about again
         m_world->shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
-        m_world->shell.fakePrompt.answerFileName(file.fileName());
+        m_world->shell.fakePrompt.answerFileName(file);
         m_page->findChild<PagePrinter*>()->savePdf();
-        const auto content = [&file] {
-            QFile written(file.fileName()); // another one than that which was opened
-            return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
-        };
-        QTRY_VERIFY(content().startsWith("%PDF") && content().contains("%%EOF"));
+        QTRY_VERIFY(bytesOf(file).startsWith("%PDF") && bytesOf(file).contains("%%EOF"));
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
     }
 
@@ -103,7 +99,7 @@ private slots:
     void zoomIsTheWindowsOwn()
     {
         EngineWindow* const other = m_world->open();
-        other->engine().Navigate(m_world->address(u"/page"_s));
+        other->visit(u"/page"_s);
         QTRY_COMPARE(other->visits.size(), 1);
         m_host->setFocus();
         QTest::keyClick(m_window, Qt::Key_Plus, Qt::ControlModifier);
@@ -114,15 +110,14 @@ private slots:
         QTRY_COMPARE(m_page->zoomFactor(), 1.1);
         other->engine().Refresh();
         QTRY_COMPARE(other->visits.size(), 2);
-        QCOMPARE(qobject_cast<QWebEngineView*>(other->engine().host())->page()->zoomFactor(), 1.0);
-        delete other;
+        QCOMPARE(other->view()->zoomFactor(), 1.0);
     }
 
 private:
     void go(const QString& path)
     {
         const qsizetype before = m_window->visits.size();
-        m_window->engine().Navigate(m_world->address(path));
+        m_window->visit(path);
         QTRY_COMPARE(m_window->visits.size(), before + 1);
         QTRY_VERIFY(!m_window->engine().Busy());
     }

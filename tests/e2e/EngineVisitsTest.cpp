@@ -20,8 +20,8 @@ private slots:
     void init()
     {
         m_window.reset(m_world->open());
-        visit(u"/start"_s);
-        QTRY_COMPARE(visits(), QStringList{u"Start @ H/start"_s});
+        m_window->visit(u"/start"_s);
+        QTRY_COMPARE(m_window->visits, QStringList{u"Start @ H/start"_s});
     }
 
     void answers_data();
@@ -33,7 +33,7 @@ private slots:
         const bool isDownload = answer.headers.contains("attachment");
         if (isDownload)
             m_world->shell.fakePrompt.answerFileName({}); // refused
-        visit(u"/page"_s);
+        m_window->visit(u"/page"_s);
         expectExactly(expected);
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), isDownload ? 1 : 0);
     }
@@ -65,18 +65,18 @@ private slots:
 
     void backAndReload()
     {
-        visit(u"/plain"_s);
-        QTRY_COMPARE(visits().last(), u"Frame @ H/plain"_s);
+        m_window->visit(u"/plain"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Frame @ H/plain"_s);
         m_window->engine().GoBack();
-        QTRY_COMPARE(visits().mid(2), QStringList{u"Start @ H/start"_s});
+        QTRY_COMPARE(m_window->visits.mid(2), QStringList{u"Start @ H/start"_s});
         m_window->engine().Refresh();
-        QTRY_COMPARE(visits().mid(3), QStringList{u"Start @ H/start"_s});
+        QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"Start @ H/start"_s});
     }
 
     void slowPageReportsWithinASecondAndStops()
     {
-        visit(u"/half"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(visits().mid(1), QStringList{u"Halb @ H/half"_s}, 2500);
+        m_window->visit(u"/half"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->visits.mid(1), QStringList{u"Halb @ H/half"_s}, 2500);
         QVERIFY(m_window->engine().Busy());
         m_window->engine().Stop();
         QTRY_VERIFY(!m_window->engine().Busy());
@@ -91,8 +91,8 @@ private slots:
         QCOMPARE(m_window->engine().LocationURL(), typed);
         QCOMPARE(m_window->engine().LocationName(), u"Keine gültige Adresse"_s);
         QVERIFY(!m_window->engine().Document());
-        visit(u"/end"_s);
-        QTRY_COMPARE(visits().last(), u"Ende @ H/end"_s);
+        m_window->visit(u"/end"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Ende @ H/end"_s);
         m_window->engine().GoBack();
         QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"- @ "_s + typed});
         QCOMPARE(m_window->engine().LocationURL(), typed);
@@ -101,27 +101,25 @@ private slots:
     void deadServerAndEncoding()
     {
         m_window->engine().Navigate(u"http://127.0.0.1:1/ä b"_s.replace(u' ', u"%20"_s));
-        QTRY_COMPARE(visits().mid(1), QStringList{u"- @ http://127.0.0.1:1/%C3%A4%20b"_s});
+        QTRY_COMPARE(m_window->visits.mid(1), QStringList{u"- @ http://127.0.0.1:1/%C3%A4%20b"_s});
         QCOMPARE(m_window->engine().LocationURL(), u"http://127.0.0.1:1/%C3%A4%20b"_s);
     }
 
 private:
-    void visit(const QString& path) { m_window->engine().Navigate(m_world->address(path)); }
-    QStringList visits() const { return m_world->shortened(m_window->visits); }
     /// Waits for the visits after the start page, in alphabetical order, then for one more page, so
     /// that a visit too many would have come in between.
     void expectExactly(const QStringList& expected)
     {
         const auto sorted = [this] {
-            QStringList list = visits().mid(1);
+            QStringList list = m_window->visits.mid(1);
             list.sort();
             return list;
         };
         QTRY_COMPARE(sorted().join(u'\n'), expected.join(u'\n'));
         QTRY_VERIFY(!m_window->engine().Busy());
-        visit(u"/end"_s);
-        QTRY_VERIFY(visits().last() == u"Ende @ H/end"_s);
-        QCOMPARE(visits().mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
+        m_window->visit(u"/end"_s);
+        QTRY_VERIFY(m_window->visits.last() == u"Ende @ H/end"_s);
+        QCOMPARE(m_window->visits.mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
     }
 
     std::unique_ptr<EngineWorld> m_world;

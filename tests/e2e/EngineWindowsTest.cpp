@@ -20,22 +20,17 @@ private slots:
     }
     void init()
     {
-        m_lent = nullptr;
         m_opener = m_world->open();
         m_opener->makeWindow = [this] {
             m_lent = m_world->open();
-            m_lent->engine().Navigate(m_world->address(u"/home"_s)); // must not win
+            m_lent->visit(u"/home"_s); // must not win
             return m_lent;
         };
-        m_opener->engine().Navigate(m_world->address(u"/opener"_s));
+        m_opener->visit(u"/opener"_s);
         QTRY_COMPARE(m_opener->visits.size(), 1);
         QTRY_VERIFY(!m_opener->engine().Busy());
     }
-    void cleanup()
-    {
-        delete m_opener;
-        delete m_lent;
-    }
+    void cleanup() { m_world->closeWindows(); }
 
     void lentPageWins_data()
     {
@@ -54,8 +49,8 @@ private slots:
         QFETCH(QSize, size);
         m_opener->run(script);
         QTRY_VERIFY(m_lent);
-        QTRY_COMPARE(m_world->shortened(m_lent->visits), QStringList{u"Ziel @ H/target"_s});
-        QTRY_COMPARE(m_world->colourOf(*m_lent), QColor(Qt::blue));
+        QTRY_COMPARE(m_lent->visits, QStringList{u"Ziel @ H/target"_s});
+        QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
         QTRY_VERIFY(!m_lent->engine().Busy());
         QCOMPARE(m_lent->requestedSize, size);
         QCOMPARE(m_world->server.requests(u"/home"_s), 0);
@@ -66,7 +61,7 @@ private slots:
         m_opener->run(u"w = window.open(''); setTimeout(() => { w.document.write("
                       "'<title>Text</title><body style=\"background:#00ff00\">') }, 300)"_s);
         QTRY_VERIFY(m_lent);
-        QTRY_COMPARE(m_world->colourOf(*m_lent), QColor(Qt::green));
+        QTRY_COMPARE(m_lent->colour(), QColor(Qt::green));
         QTRY_COMPARE(m_lent->engine().LocationName(), u"Text"_s);
         QTRY_VERIFY(!m_lent->engine().Busy());
         QCOMPARE(m_lent->visits, QStringList());
@@ -79,8 +74,8 @@ private slots:
         engineGoesDuring(&EngineControl::NavigateComplete2, "<iframe src=/home></iframe>");
         engineGoesDuring(&EngineControl::WindowClosing, "<script>window.close()</script>");
         // The others live on.
-        m_opener->engine().Navigate(m_world->address(u"/target"_s));
-        QTRY_COMPARE(m_world->shortened(m_opener->visits).last(), u"Ziel @ H/target"_s);
+        m_opener->visit(u"/target"_s);
+        QTRY_COMPARE(m_opener->visits.last(), u"Ziel @ H/target"_s);
     }
 
     void focus()
