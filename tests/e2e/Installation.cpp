@@ -20,12 +20,6 @@ Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironm
         m_environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
 }
 
-QByteArray Installation::contents(const QString& name) const
-{
-    QFile kept(file(name));
-    return kept.open(QIODevice::ReadOnly) ? kept.readAll() : QByteArray();
-}
-
 void Installation::start(QProcess& process, const QStringList& arguments) const
 {
     process.setProcessEnvironment(m_environment);

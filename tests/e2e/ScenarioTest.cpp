@@ -1,9 +1,9 @@
+#include "tests/Files.h"
 #include "tests/e2e/Installation.h"
 #include "tests/e2e/LoopbackServer.h"
 #include "tests/e2e/User.h"
 
 #include <QDir>
-#include <QtTest>
 
 #include <csignal>
 
@@ -21,10 +21,8 @@ QString maximised(const QString& page)
 
 int parentOf(int process)
 {
-    QFile stat(u"/proc/%1/stat"_s.arg(process));
-    if (!stat.open(QIODevice::ReadOnly))
-        return 0;
-    return QString::fromUtf8(stat.readAll()).section(u')', -1).section(u' ', 2, 2).toInt();
+    const QByteArray stat = bytesOf(u"/proc/%1/stat"_s.arg(process));
+    return QString::fromUtf8(stat).section(u')', -1).section(u' ', 2, 2).toInt();
 }
 
 /// Kills what draws the pages of the program: the engine has a process of its own
@@ -143,7 +141,8 @@ private slots:
         User::press(u"alt+m o h"_s);
         User::enter(u"Werkzeug"_s);
         User::press(u"alt+a s"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(m_program->contents(u"Book.bkm"_s).contains("Werkzeug"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(bytesOf(m_program->file(u"Book.bkm"_s)).contains("Werkzeug"),
+                                 patience);
         User::press(u"alt+a e h"_s);
         QTRY_SEES(u"Archiv exportieren in HTML Datei..."_s);
         const QString file = m_program->home() + u"/archiv.html"_s;
@@ -154,19 +153,17 @@ private slots:
         QTRY_SEES(title);
     }
 
-    void sizeAndCookiesOutliveTheRun()
+    void sizeOutlivesTheRun()
     {
-        m_server->page(u"/cookie"_s, "<script>document.title = document.cookie || 'leer';"
-                                     "document.cookie = 'a=1; max-age=9999'</script>");
-        open(u"/cookie"_s, u"leer"_s);
-        User::resize(maximised(u"leer"_s), {700, 500});
-        QTRY_COMPARE_WITH_TIMEOUT(User::place(maximised(u"leer"_s)).size(), QSize(700, 500),
-                                  patience);
+        const QString caption = maximised(u"Rot"_s);
+        open(u"/red"_s, u"Rot"_s);
+        User::resize(caption, {700, 500});
+        QTRY_COMPARE_WITH_TIMEOUT(User::place(caption).size(), QSize(700, 500), patience);
         User::press(u"alt+F4"_s);
         QVERIFY(m_run->waitForFinished(patience));
         QCOMPARE(m_run->exitCode(), 0);
-        open(u"/cookie"_s, u"a=1"_s);
-        QCOMPARE(User::place(maximised(u"a=1"_s)).size(), QSize(700, 500));
+        open(u"/red"_s, u"Rot"_s);
+        QCOMPARE(User::place(caption).size(), QSize(700, 500));
     }
 
     void downloadIsSaved()
@@ -179,11 +176,9 @@ private slots:
         open(u"/link"_s, u"Link"_s);
         User::click(User::place(maximised(u"Link"_s)).center());
         QTRY_SEES(u"Datei speichern unter"_s);
-        QFile file(m_program->home() + u"/datei.bin"_s);
-        User::enter(file.fileName());
-        QTRY_VERIFY_WITH_TIMEOUT(file.size() == 6, patience);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), "Inhalt"_ba);
+        const QString file = m_program->home() + u"/datei.bin"_s;
+        User::enter(file);
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(file), "Inhalt"_ba, patience);
         QTRY_SEES(u"Downloads"_s);
     }
 
