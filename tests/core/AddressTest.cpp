@@ -1,10 +1,9 @@
 #include "browser/AddressResolver.h"
 #include "browser/DriveList.h"
-#include "tests/Files.h"
+#include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <array>
 
@@ -69,7 +68,7 @@ const DriveList& drives()
 }
 } // namespace
 
-class AddressTest : public QObject {
+class AddressTest : public TestCase {
     Q_OBJECT
 private slots:
     void resolves()
@@ -120,8 +119,7 @@ private slots:
 
     void thisMachine()
     {
-        QTemporaryDir folder;
-        const QString root = folder.path();
+        const QString root = path();
         QVERIFY(QDir(root).mkpath(u"Sub"_s));
         const QString file = root + u"/Sub/Ä 100%#.txt"_s;
         writeBytes(file, {});

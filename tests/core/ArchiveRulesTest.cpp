@@ -8,11 +8,9 @@
 using namespace Qt::StringLiterals;
 using Selection = ArchiveSelection;
 
-class ArchiveRulesTest : public QObject {
+class ArchiveRulesTest : public TestCase {
     Q_OBJECT
 private slots:
-    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-
     void menus()
     {
         const auto with = [](ArchiveSelection selection, bool enabled) {

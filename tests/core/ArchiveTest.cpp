@@ -2,36 +2,30 @@
 #include "bookmarks/DefaultArchive.h"
 
 #include <QDir>
-#include <QTemporaryDir>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
-class ArchiveTest : public QObject {
+class ArchiveTest : public TestCase {
     Q_OBJECT
 private slots:
-    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-
     void savesGoldenFiles()
     {
         Book book(path());
         fillSample(book, path());
-        writeBytes(file(u"6.bkm"_s), "old"); // a folder without bookmarks loses its file
+        writeBytes(path(u"6.bkm"_s), "old"); // a folder without bookmarks loses its file
         book.IsEdit(true);
         book.SaveAllThema();
         QVERIFY(book.filesNotWritten().empty());
         const QStringList names{u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s};
         QCOMPARE(QDir(path()).entryList(QDir::Files, QDir::Name), names);
         for (const QString& name : names)
-            QCOMPARE(bytesOf(file(name)), golden(name));
+            QCOMPARE(bytesOf(path(name)), golden(name));
     }
 
     void loadsGoldenFiles()
     {
         for (const QString& name : {u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s})
-            writeBytes(file(name), golden(name));
+            writeBytes(path(name), golden(name));
         Book book(path());
         QVERIFY(book.LoadAllThema());
         book.loadFolders();
@@ -41,13 +35,13 @@ private slots:
         QCOMPARE(first.colBookmark()->Item(1)->Info(), u"Preis: 5 €\r\nzweite Zeile\r\n"_s);
         QCOMPARE(first.colBookmark()->Item(2)->Titel(), u"?? ? </A>"_s);
         QCOMPARE(first.colBookmark()->Item(3)->Info(), QString(319, u'i') + u'\r');
-        QCOMPARE(bytesOf(file(u"6.bkm"_s)), QByteArray()); // created empty
+        QCOMPARE(bytesOf(path(u"6.bkm"_s)), QByteArray()); // created empty
     }
 
     void numbersOnDiskAreTrusted()
     {
         const QByteArray text(720, 'a');
-        writeBytes(file(u"4.bkm"_s), "\x07\x00"_ba + text + "\xF7\xFF" + text + "rest");
+        writeBytes(path(u"4.bkm"_s), "\x07\x00"_ba + text + "\xF7\xFF" + text + "rest");
         Thema folder(path());
         folder.FileName(u"4.bkm"_s);
         folder.Nr(4);
@@ -63,8 +57,8 @@ private slots:
         folder.FileName(u"1.bkm"_s);
         folder.colBookmark(std::make_shared<BookmarkCollection>());
         for (const bool edit : {false, true}) {
-            writeBytes(file(u"1.bkm"_s), "old");
-            writeBytes(file(u"1.bkm.bak"_s), "older");
+            writeBytes(path(u"1.bkm"_s), "old");
+            writeBytes(path(u"1.bkm.bak"_s), "older");
             folder.IsEdit(edit);
             folder.SaveBookmarks();
             const QStringList left = edit ? QStringList{u"1.bkm"_s} : QStringList{};
@@ -83,11 +77,11 @@ private slots:
         writeBytes(u"3.bkm"_s, "in the way");
         book.DeleteThema(1);
         QVERIFY(!QFile::exists(elsewhere.filePath(u"3.bkm"_s)));
-        QVERIFY(QFile::exists(file(u"3.bkm"_s)));
+        QVERIFY(QFile::exists(path(u"3.bkm"_s)));
         QVERIFY(QDir::setCurrent(path()));
         book.DeleteThema(3);
         QVERIFY(QDir::setCurrent(before));
-        QVERIFY(!QFile::exists(file(u"12.bkm"_s)));
+        QVERIFY(!QFile::exists(path(u"12.bkm"_s)));
 
         Book again(path());
         QVERIFY(again.LoadAllThema());
@@ -96,19 +90,13 @@ private slots:
 
     void defaultArchiveKeepsOldFiles()
     {
-        writeBytes(file(u"1.bkm.bak"_s), "old");
-        writeBytes(file(u"12.bkm"_s), "older");
+        writeBytes(path(u"1.bkm.bak"_s), "old");
+        writeBytes(path(u"12.bkm"_s), "older");
         Book book(path());
         createDefaultArchive(book, path());
-        QCOMPARE(bytesOf(file(u"1.bkm.alt"_s)), "old"_ba);
-        QCOMPARE(bytesOf(file(u"12.bkm.alt"_s)), "older"_ba);
+        QCOMPARE(bytesOf(path(u"1.bkm.alt"_s)), "old"_ba);
+        QCOMPARE(bytesOf(path(u"12.bkm.alt"_s)), "older"_ba);
     }
-
-private:
-    QString path() const { return m_folder->path(); }
-    QString file(const QString& name) const { return m_folder->filePath(name); }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 QTEST_APPLESS_MAIN(ArchiveTest)

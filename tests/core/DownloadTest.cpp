@@ -1,19 +1,16 @@
 #include "browser/services/DownloadNames.h"
 #include "browser/services/DownloadTable.h"
 #include "browser/services/StoredWebData.h"
-#include "tests/Files.h"
+#include "tests/TestCase.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
-#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
-class DownloadTest : public QObject {
+class DownloadTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-
     void safeNames()
     {
         const auto check = [](const QString& suggested, const QString& safe) {
@@ -49,15 +46,14 @@ private slots:
 
     void programs()
     {
-        const QTemporaryDir folder;
         for (const auto& [name, content, runs] :
              {std::tuple{u"a.txt"_s, "text"_ba, false},
               {u"a.DESKTOP"_s, ""_ba, true},
               {u"setup.exe"_s, ""_ba, true},
               {u"program"_s, "\x7f"_ba + "ELF\2\1\1" + QByteArray(9, '\0') + "\2", true},
               {u"script"_s, "#!/bin/sh\necho\n"_ba, true}}) {
-            writeBytes(folder.filePath(name), content);
-            QVERIFY2(runsWhenOpened(folder.filePath(name)) == runs, qPrintable(name));
+            writeBytes(path(name), content);
+            QVERIFY2(runsWhenOpened(path(name)) == runs, qPrintable(name));
         }
     }
 
@@ -104,13 +100,12 @@ private slots:
 
     void storedDataGoesWhenMarkedOnly()
     {
-        const QTemporaryDir folder;
-        const QDir data(folder.path());
+        const QDir data(path());
         QVERIFY(data.mkpath(u"Local Storage/leveldb"_s) && data.mkpath(u"Cookies"_s));
-        removeMarkedWebData(folder.path());
+        removeMarkedWebData(path());
         QVERIFY(data.exists(u"Local Storage"_s));
-        QVERIFY(markStoredWebData(folder.path()));
-        removeMarkedWebData(folder.path());
+        QVERIFY(markStoredWebData(path()));
+        removeMarkedWebData(path());
         QCOMPARE(data.entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{u"Cookies"_s});
     }

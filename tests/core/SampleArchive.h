@@ -2,7 +2,7 @@
 
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/Book.h"
-#include "tests/Files.h"
+#include "tests/TestCase.h"
 
 /// What the golden files hold.
 inline std::shared_ptr<Bookmark> makeBookmark(qint16 nr, const QString& titel, const QString& url,
