@@ -1,6 +1,5 @@
 #include "base/KeyedCollection.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 namespace {
 QString listed(const KeyedCollection<int>& list)
@@ -21,7 +20,7 @@ KeyedCollection<int> abc()
 }
 } // namespace
 
-class KeyedCollectionTest : public QObject {
+class KeyedCollectionTest : public TestCase {
     Q_OBJECT
 private slots:
     void placesAndKeys()

@@ -2,8 +2,7 @@
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
 #include "base/Windows1252.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +15,7 @@ QByteArray encoded(QStringView text)
 }
 } // namespace
 
-class RecordTest : public QObject {
+class RecordTest : public TestCase {
     Q_OBJECT
 private slots:
     void everyByteSurvives()

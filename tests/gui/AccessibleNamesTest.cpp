@@ -14,7 +14,7 @@
 using namespace Qt::StringLiterals;
 
 /// Whoever cannot see a window is told what each of its controls is for.
-class AccessibleNamesTest : public QObject {
+class AccessibleNamesTest : public TestCase {
     Q_OBJECT
 private slots:
     void everyControlHasAName()

@@ -32,12 +32,12 @@ public:
 };
 } // namespace
 
-class BookmarkDialogTest : public QObject {
+class BookmarkDialogTest : public WindowTest {
     Q_OBJECT
 private slots:
     void init()
     {
-        failOnWarnings();
+        TestCase::init();
         m_archive = std::make_unique<FakeArchive>();
         m_archive->bookmark = makeBookmark(1, u"Name"_s, u"http://h/Page"_s, u"a\r\nb"_s);
         auto bookmarks = std::make_shared<BookmarkCollection>();
@@ -74,7 +74,7 @@ private slots:
         QCOMPARE(m_prompt->takeTexts(), question);
         QVERIFY(m_dialog->isVisible() && m_archive->stored.isEmpty());
         m_prompt->answerYesNo(true);
-        QTest::keyClick(find<QWidget>(u"Text1"_s), Qt::Key_Return);
+        QTest::keyClick(find(u"Text1"_s), Qt::Key_Return);
         QCOMPARE(m_prompt->takeTexts(), question);
         QCOMPARE(m_archive->stored, QStringList(u"add|n|http://h/Page|x\r\ny"_s));
     }
@@ -84,16 +84,8 @@ private:
     {
         m_dialog = std::make_unique<frmBMProperty>(*m_archive, *m_prompt, QIcon(), nullptr);
         m_dialog->bNewBkm(isNew);
-        m_dialog->show();
-        m_dialog->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        show(*m_dialog);
     }
-    template <typename Widget>
-    Widget* find(const QString& name) const
-    {
-        return m_dialog->findChild<Widget*>(name);
-    }
-    void press(const QString& name) { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
     void setFields(const QString& name, const QString& url, const QString& info)
     {
         find<QLineEdit>(u"Text1"_s)->setText(name);

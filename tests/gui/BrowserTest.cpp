@@ -11,7 +11,6 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QUrl>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -41,11 +40,9 @@ struct OneWindow : FrameFixture {
 };
 } // namespace
 
-class BrowserTest : public QObject {
+class BrowserTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void enterOpensTheTextAsTyped()
     {
         OneWindow w;

@@ -27,11 +27,9 @@ struct Started : FrameFixture {
 
 } // namespace
 
-class CommandsTest : public QObject {
+class CommandsTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void arrangementsMarkBothMenus()
     {
         Started f;

@@ -5,7 +5,6 @@
 
 #include <QClipboard>
 #include <QFile>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -24,11 +23,9 @@ protected:
     }
 };
 
-class FrameTest : public QObject {
+class FrameTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void startOpensAMaximisedWindow()
     {
         for (const auto& [startBrowser, address, opened] :
@@ -52,6 +49,14 @@ private slots:
             QCoreApplication::processEvents();
             QVERIFY(f.window(1)->isMaximized());
         }
+    }
+
+    /// One whose file or whose image plug-in is missing stays empty without a word.
+    void iconsAreDrawn()
+    {
+        const FrameFixture f;
+        for (const QIcon& icon : {f.start.frameIcon(), f.start.childIcon()})
+            QCOMPARE(qAlpha(icon.pixmap(16).toImage().pixel(8, 8)), 255);
     }
 
     void slowPaintsLeaveTime()

@@ -8,11 +8,9 @@
 
 using namespace Qt::StringLiterals;
 
-class HistoryWindowTest : public QObject {
+class HistoryWindowTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void opensSortedByDateWithTheFirstRowSelected()
     {
         open();
