@@ -47,30 +47,24 @@ private slots:
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
     }
 
-    void fullScreen_data()
-    {
-        QTest::addColumn<std::function<void()>>("end");
-        const auto row = [](const char* name, const auto& end) {
-            QTest::newRow(name) << std::function<void()>(end);
-        };
-        row("Escape", [this] { QTest::keyClick(screen(), Qt::Key_Escape); });
-        row("closed", [this] { screen()->close(); });
-        row("by the page", [this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
-        row("navigation", [this] { m_page->runJavaScript(u"location = '/next'"_s); });
-        row("crash", [this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
-    }
     void fullScreen()
     {
-        QFETCH(std::function<void()>, end);
-        const QRect place = m_host->geometry();
-        enterFullScreen();
-        end();
-        QTRY_VERIFY(screen() == nullptr);
-        QCOMPARE(m_host->page(), m_page);
-        QCOMPARE(m_host->geometry(), place);
-        if (m_host->focusProxy() != nullptr) { // the crash leaves none
-            QTRY_COMPARE(QApplication::focusWidget(), m_host->focusProxy());
-        }
+        const auto endsBy = [this](const auto& end) {
+            go(u"/page"_s);
+            const QRect place = m_host->geometry();
+            enterFullScreen();
+            end();
+            QTRY_VERIFY(screen() == nullptr);
+            QCOMPARE(m_host->page(), m_page);
+            QCOMPARE(m_host->geometry(), place);
+            if (m_host->focusProxy() != nullptr) // the crash leaves none
+                QTRY_COMPARE(QApplication::focusWidget(), m_host->focusProxy());
+        };
+        endsBy([this] { QTest::keyClick(screen(), Qt::Key_Escape); });
+        endsBy([this] { screen()->close(); });
+        endsBy([this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
+        endsBy([this] { m_page->runJavaScript(u"location = '/next'"_s); });
+        endsBy([this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
     }
     void windowGoesInFullScreen()
     {

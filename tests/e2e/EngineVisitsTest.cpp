@@ -38,29 +38,23 @@ private slots:
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), isDownload ? 1 : 0);
     }
 
-    void movesWithinAPage_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("pushState") << u"history.pushState(0, '', '/pushed?ä')"_s
-                                   << QStringList{u"Start @ H/pushed?%C3%A4"_s};
-        QTest::newRow("new title, then a fragment")
-            << u"document.title = 'Neu'; setTimeout(() => { location.hash = 'x' }, 200)"_s
-            << QStringList{u"Neu @ H/start#x"_s};
-        // The engine announces no second load while the first one is running.
-        m_world->server.answer(u"/never"_s, {.status = 0});
-        QTest::newRow("fragment, then another page, while an image loads")
-            << u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
-               "setTimeout(() => { location.href = '/plain' }, 200)"_s
-            << QStringList{u"Frame @ H/plain"_s, u"Start @ H/start#x"_s};
-    }
     void movesWithinAPage()
     {
-        QFETCH(QString, script);
-        QFETCH(QStringList, expected);
-        QTRY_VERIFY(!m_window->engine().Busy());
-        m_window->run(script);
-        expectExactly(expected);
+        const auto check = [this](const QString& script, const QStringList& expected) {
+            init();
+            QTRY_VERIFY(!m_window->engine().Busy());
+            m_window->run(script);
+            expectExactly(expected);
+        };
+        check(u"history.pushState(0, '', '/pushed?ä')"_s, {u"Start @ H/pushed?%C3%A4"_s});
+        // A new title, then a fragment.
+        check(u"document.title = 'Neu'; setTimeout(() => { location.hash = 'x' }, 200)"_s,
+              {u"Neu @ H/start#x"_s});
+        // The engine announces no second load while the first one is running.
+        m_world->server.answer(u"/never"_s, {.status = 0});
+        check(u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
+              "setTimeout(() => { location.href = '/plain' }, 200)"_s,
+              {u"Frame @ H/plain"_s, u"Start @ H/start#x"_s});
     }
 
     void backAndReload()

@@ -32,28 +32,21 @@ private slots:
     }
     void cleanup() { m_world->closeWindows(); }
 
-    void lentPageWins_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("sized") << u"window.open('/target', '', 'width=320,height=210')"_s
-                               << QSize(320, 210);
-        QTest::newRow("link") << u"document.getElementById('a').click()"_s << QSize();
-        QTest::newRow("led on later")
-            << u"w = window.open(''); setTimeout(() => { w.location = '/target' }, 50)"_s
-            << QSize();
-    }
     void lentPageWins()
     {
-        QFETCH(QString, script);
-        QFETCH(QSize, size);
-        m_opener->run(script);
-        QTRY_VERIFY(m_lent);
-        QTRY_COMPARE(m_lent->visits, QStringList{u"Ziel @ H/target"_s});
-        QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
-        QTRY_VERIFY(!m_lent->engine().Busy());
-        QCOMPARE(m_lent->requestedSize, size);
-        QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+        const auto check = [this](const QString& script, const QSize& size) {
+            m_lent.clear();
+            m_opener->run(script);
+            QTRY_VERIFY(m_lent);
+            QTRY_COMPARE(m_lent->visits, QStringList{u"Ziel @ H/target"_s});
+            QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
+            QTRY_VERIFY(!m_lent->engine().Busy());
+            QCOMPARE(m_lent->requestedSize, size);
+            QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+        };
+        check(u"window.open('/target', '', 'width=320,height=210')"_s, {320, 210});
+        check(u"document.getElementById('a').click()"_s, {});
+        check(u"w = window.open(''); setTimeout(() => { w.location = '/target' }, 50)"_s, {});
     }
 
     void writtenWindow()
