@@ -1,5 +1,4 @@
 #include "browser/AddressResolver.h"
-#include "browser/DriveList.h"
 #include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 
@@ -10,17 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const FakeFileTable& disk()
-{
-    static const FakeFileTable files(
-        {u"/home/"_s, u"/home/u/"_s, u"/home/u/a.htm"_s, u"/home/u/a b.htm"_s, u"/home/u/Ä.htm"_s,
-         u"/home/u/100%.htm"_s, u"/home/u/c#1?.htm"_s, u"/home/u/x%20y"_s, u"/home/u/re\\al"_s,
-         u"/home/u/end "_s, u"/opt/"_s, u"/opt/Tessera/"_s, u"/opt/Tessera/Lizenz.txt"_s,
-         u"/opt/Tessera/README"_s, u"/opt/Tessera/Readme"_s, u"/mnt/"_s, u"/mnt/Stick/"_s,
-         u"/mnt/Stick/Liste.htm"_s, u"/www.example.net"_s});
-    return files;
-}
-
 struct Known {
     const char* typed;
     const char* url;
@@ -60,12 +48,6 @@ const std::array known{
     Known{"file:///D:/Liste.htm#top", "file:///mnt/Stick/Liste.htm#top"},
     Known{"file://server/share/x", "file://server/share/x"},
     Known{"file:///home/u/%E4.htm", "file:///home/u/%E4.htm"}, Known{"file:", "file:///"}};
-
-const DriveList& drives()
-{
-    static const DriveList list({{u"/mnt/Stick"_s, u"Data"_s, u"vfat"_s}});
-    return list;
-}
 } // namespace
 
 class AddressTest : public TestCase {

@@ -41,8 +41,6 @@ private slots:
         m_opened.clear();
         m_window = m_world->open();
         m_world->closings = 0;
-        m_other = m_world->open();
-        m_window->raise();
     }
     void cleanup() { m_world->closeWindows(); }
 
@@ -100,8 +98,7 @@ private slots:
         m_window = m_world->open();
         load(m_window, "<script>navigator.geolocation.getCurrentPosition(() => {})</script>");
         QTRY_VERIFY(!m_window);
-        m_other->visit(u"/plain"_s);
-        QTRY_COMPARE(m_other->engine().LocationName(), u"Frei"_s);
+        QCOMPARE(m_world->open(u"/plain"_s)->engine().LocationName(), u"Frei"_s);
     }
 
     void permissions()
@@ -112,7 +109,7 @@ private slots:
                                 "  navigator.geolocation.getCurrentPosition(say, say);"
                                 "Notification.requestPermission()"
                                 "  .then(answer => { document.title += answer[0] })</script>";
-        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+        for (EngineWindow* const window : {m_window.get(), m_world->open()}) {
             load(window, "<title>x</title>" + html);
             QTRY_COMPARE(window->engine().LocationName().size(), 4);
             QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
@@ -124,8 +121,8 @@ private slots:
     void leaving()
     {
         QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
-        load(m_window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
-        QTRY_COMPARE(m_window->visits.size(), 1);
+        m_window->visitAndWait(
+            page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
         click(m_window);
         QVERIFY(m_window->engine().AskToClose());
         QTRY_COMPARE(m_world->asker.questions.size(), 1);
@@ -139,8 +136,7 @@ private slots:
 
     void hungPage()
     {
-        load(m_window, "<title>Hängt</title>");
-        QTRY_COMPARE(m_window->visits.size(), 1);
+        m_window->visitAndWait(page("<title>Hängt</title>"));
         m_window->run(u"for (;;) {}"_s);
         QTest::qWait(200);
         QVERIFY(m_window->engine().AskToClose());
@@ -153,10 +149,7 @@ private slots:
         const auto check = [this](const QByteArray& html, bool isClicked) {
             m_opened.clear();
             m_world->asker.questions.clear();
-            const qsizetype before = m_window->visits.size();
-            load(m_window, "<title>Verweis</title>" + html);
-            QTRY_COMPARE(m_window->visits.size(), before + 1);
-            QTRY_VERIFY(!m_window->engine().Busy());
+            m_window->visitAndWait(page("<title>Verweis</title>" + html));
             isClicked ? click(m_window) : QTest::qWait(500);
             QTRY_COMPARE(m_opened, QList<QUrl>(isClicked ? 1 : 0, QUrl(u"mailto:x@y"_s)));
             QCOMPARE(m_world->asker.questions.size(), m_opened.size());
@@ -188,12 +181,13 @@ private slots:
     }
 
 private:
-    void load(EngineWindow* window, const QByteArray& html)
+    QString page(const QByteArray& html)
     {
         const QString path = u"/page%1"_s.arg(++m_pages);
         m_world->server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
-        window->visit(path);
+        return path;
     }
+    void load(EngineWindow* window, const QByteArray& html) { window->visit(page(html)); }
     static void click(EngineWindow* window)
     {
         QWidget* const host = window->engine().host();
@@ -206,7 +200,6 @@ private:
 
     std::unique_ptr<EngineWorld> m_world;
     QPointer<EngineWindow> m_window;
-    QPointer<EngineWindow> m_other;
     QList<QUrl> m_opened;
     int m_pages = 0;
 };

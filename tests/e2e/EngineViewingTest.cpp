@@ -26,10 +26,9 @@ private slots:
     }
     void init()
     {
-        m_window = m_world->open();
+        m_window = m_world->open(u"/page"_s);
         m_host = m_window->view();
         m_page = m_host->page();
-        go(u"/page"_s);
         m_window->window()->activateWindow();
         QTRY_VERIFY(m_window->isActiveWindow());
     }
@@ -50,7 +49,7 @@ private slots:
     void fullScreen()
     {
         const auto endsBy = [this](const auto& end) {
-            go(u"/page"_s);
+            m_window->visitAndWait(u"/page"_s);
             const QRect place = m_host->geometry();
             enterFullScreen();
             end();
@@ -86,19 +85,17 @@ private slots:
         QTRY_COMPARE(hits->text(), u"1 von 2"_s);
         QTest::keyClick(m_window, Qt::Key_F3);
         QTRY_COMPARE(hits->text(), u"2 von 2"_s);
-        go(u"/next"_s);
+        m_window->visitAndWait(u"/next"_s);
         QTRY_COMPARE(hits->text(), u"1 von 1"_s);
     }
 
     void zoomIsTheWindowsOwn()
     {
-        EngineWindow* const other = m_world->open();
-        other->visit(u"/page"_s);
-        QTRY_COMPARE(other->visits.size(), 1);
+        EngineWindow* const other = m_world->open(u"/page"_s);
         m_host->setFocus();
         QTest::keyClick(m_window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(m_page->zoomFactor(), 1.1);
-        go(u"/next"_s);
+        m_window->visitAndWait(u"/next"_s);
         m_window->engine().Navigate(m_world->server.address(u"/next"_s, u"localhost"_s));
         QTRY_COMPARE(m_window->visits.size(), 3);
         QTRY_COMPARE(m_page->zoomFactor(), 1.1);
@@ -108,13 +105,6 @@ private slots:
     }
 
 private:
-    void go(const QString& path)
-    {
-        const qsizetype before = m_window->visits.size();
-        m_window->visit(path);
-        QTRY_COMPARE(m_window->visits.size(), before + 1);
-        QTRY_VERIFY(!m_window->engine().Busy());
-    }
     QWidget* screen() const
     {
         return m_window ? m_window->findChild<QWidget*>(u"FullScreen"_s) : nullptr;

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QWebEngineView>
+#include <QtTest>
 
 #include <unistd.h>
 
@@ -46,6 +47,14 @@ void EngineWindow::visit(const QString& path)
     m_engine->Navigate(m_world.server.address(path));
 }
 
+void EngineWindow::visitAndWait(const QString& path)
+{
+    const qsizetype before = visits.size();
+    visit(path);
+    QTRY_COMPARE(visits.size(), before + 1);
+    QTRY_VERIFY(!m_engine->Busy());
+}
+
 void EngineWindow::run(const QString& script)
 {
     view()->page()->runJavaScript(script);
@@ -73,11 +82,13 @@ EngineWorld::~EngineWorld()
     m_host.endService();
 }
 
-EngineWindow* EngineWorld::open()
+EngineWindow* EngineWorld::open(const QString& path)
 {
     auto* const window = new EngineWindow(*this, m_host.factory());
     window->setGeometry(frame.rect());
     window->show();
+    if (!path.isEmpty())
+        window->visitAndWait(path);
     return window;
 }
 

@@ -27,6 +27,7 @@ public:
     QWebEngineView* view() const;
     /// Goes to a path of the server.
     void visit(const QString& path);
+    void visitAndWait(const QString& path);
     /// Runs a script in the page.
     void run(const QString& script);
     /// The colour in the middle of the window as it is on the screen.
@@ -49,7 +50,8 @@ public:
     ~EngineWorld();
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
-    EngineWindow* open();
+    /// A new window; with a path it has the page when it is handed out.
+    EngineWindow* open(const QString& path = {});
     void closeWindows();
     /// Whether the program may end, for the engines' part.
     bool mayEnd() { return m_host.mayEnd(); }

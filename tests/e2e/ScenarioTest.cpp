@@ -204,21 +204,6 @@ private slots:
         QCOMPARE(m_server->requests(u"/red"_s), 2);
     }
 
-    void fullScreenCoversEverything()
-    {
-        m_server->page(u"/full"_s,
-                       "<title>Voll</title><body style='background:#ff0000;height:100vh'"
-                       " onclick='document.documentElement.requestFullscreen()'>");
-        open(u"/full"_s, u"Voll"_s);
-        const QPoint corner(3, 3);
-        QVERIFY(User::colourAt(corner) != QColor(Qt::red));
-        User::click(User::place(maximised(u"Voll"_s)).center());
-        QTRY_COLOUR(corner, Qt::red);
-        User::press(u"Escape"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
-        QTRY_SEES(maximised(u"Voll"_s));
-    }
-
     void leavingIsAskedFor()
     {
         m_server->page(u"/form"_s,
