@@ -9,6 +9,7 @@
 #include "browser/DriveList.h"
 #include "browser/FileTable.h"
 #include "browser/GermanTexts.h"
+#include "browser/MovedProgram.h"
 #include "browser/WebEngineHost.h"
 #include "browser/services/PageDialogs.h"
 
@@ -79,13 +80,16 @@ int run(QApplication& application, const ShellStart& start)
 {
     const LinuxFileTable files;
     const PresentDrives drives;
-    WebEngineHost engines(
-        storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
-        [&](const QString& typed) { return resolveAddress(typed, files, drives); });
+    const QString folder = QCoreApplication::applicationDirPath();
+    WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
+                          storage(QStandardPaths::CacheLocation), [&](const QString& typed) {
+                              return resolveAddress(licenceFound(typed, folder, files), files,
+                                                    drives);
+                          });
     EndingPrompt prompt;
     PageDialogs asker;
     ProcessStarter starter;
-    AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
+    AppInit module(folder, prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
     engines.serve(frame, &frame, asker);

@@ -70,6 +70,10 @@ void frmBrowser::connectControls()
     connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { rememberFocus(now); });
+    // A click gives the focus to what it meets, which activates the window before the
+    // change is told.
+    connect(this, &QMdiSubWindow::aboutToActivate, this,
+            [this] { rememberFocus(QApplication::focusWidget()); });
 }
 
 void frmBrowser::connectEngine()

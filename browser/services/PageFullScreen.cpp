@@ -110,6 +110,7 @@ void PageFullScreen::leave()
     m_isWanted = false;
     if (!m_screen)
         return;
+    emit leaving();
     QWebEngineView* const screen = m_screen;
     m_screen = nullptr;
     screen->hide();

@@ -1,4 +1,5 @@
 #include "browser/AddressResolver.h"
+#include "browser/MovedProgram.h"
 #include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 
@@ -59,6 +60,17 @@ private slots:
             const auto found = resolveAddress(QString::fromUtf8(typed), disk(), drives());
             QVERIFY2(found.toEncoded() == url, (typed + (" is " + found.toEncoded())).constData());
         }
+    }
+
+    void licenceOfAMovedProgram()
+    {
+        const auto found = [](const char* typed) {
+            return licenceFound(QString::fromLatin1(typed), u"/new"_s, disk());
+        };
+        for (const char* old : {"/old\\Lizenz.txt", "/media/a b\\lizenz.txt"})
+            QCOMPARE(found(old), u"/new\\Lizenz.txt"_s);
+        for (const char* other : {"/opt/tessera\\lizenz.txt", "/old/Lizenz.txt", "x\\Lizenz.txt"})
+            QCOMPARE(found(other), QString::fromLatin1(other));
     }
 
     void cannotBeAnAddress()
