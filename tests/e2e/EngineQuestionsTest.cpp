@@ -28,77 +28,75 @@ public slots:
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/plain"_s, "<title>Frei</title>");
+        m_world.server.page(u"/plain"_s, "<title>Frei</title>");
         QDesktopServices::setUrlHandler(u"mailto"_s, this, "openOnDesktop");
     }
     void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"mailto"_s); }
     void init()
     {
-        m_world->asker.questions.clear();
-        m_world->asker.onAsk = {};
-        m_world->asker.onLogIn = {};
+        m_world.asker.questions.clear();
+        m_world.asker.onAsk = {};
+        m_world.asker.onLogIn = {};
         m_opened.clear();
-        m_window = m_world->open();
-        m_world->closings = 0;
+        m_window = m_world.open();
+        m_world.closings = 0;
     }
-    void cleanup() { m_world->closeWindows(); }
+    void cleanup() { m_world.closeWindows(); }
 
     void logIn()
     {
-        m_world->server.answer(u"/locked"_s,
-                               {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
+        m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
         for (const auto& last : LogIns{{}, LogIn{u"ich"_s, u"geheim"_s}}) {
             LogIns answers{LogIn{u"ich"_s, u"falsch"_s}, last};
-            m_world->asker.questions.clear();
-            m_world->asker.onLogIn = [&] { return answers.takeFirst(); };
+            m_world.asker.questions.clear();
+            m_world.asker.onLogIn = [&] { return answers.takeFirst(); };
             m_window->visit(u"/locked"_s);
             QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
-            const QString question = m_world->server.address({}) + u"|Keller"_s;
-            QCOMPARE(m_world->asker.questions, QStringList({question, question}));
+            const QString question = m_world.server.address({}) + u"|Keller"_s;
+            QCOMPARE(m_world.asker.questions, QStringList({question, question}));
         }
     }
 
     void scripts()
     {
-        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
             return PageAnswer{.isAccepted = true,
                               .input = question.input.value_or(QString()) + u'!'};
         };
         load(m_window, "<script>alert('a\\u202Eb'); document.title = confirm('c') + "
                        "prompt('d', 'vor')</script>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"truevor!"_s);
-        const QString site = m_world->server.address({}) + u" meldet:\n\n"_s;
-        QCOMPARE(m_world->asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
+        const QString site = m_world.server.address({}) + u" meldet:\n\n"_s;
+        QCOMPARE(m_world.asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
     }
 
     void silenced()
     {
-        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
             return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
         };
         load(m_window, "<script>for (i = 0; i < 200; ++i) alert(i);"
                        "history.pushState(0, '', '/elsewhere'); alert('more')</script>"
                        "<title>Ruhe</title>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"Ruhe"_s);
-        QCOMPARE(m_world->asker.questions.size(), 2);
+        QCOMPARE(m_world.asker.questions.size(), 2);
         load(m_window, "<script>alert('again')</script>");
-        QTRY_COMPARE(m_world->asker.questions.size(), 3);
+        QTRY_COMPARE(m_world.asker.questions.size(), 3);
     }
 
     void windowGoes()
     {
-        m_world->asker.onAsk = [this](QWidget*, const PageQuestion&) {
+        m_world.asker.onAsk = [this](QWidget*, const PageQuestion&) {
             delete m_window;
             QTest::qWait(50);
             return PageAnswer{.isAccepted = true};
         };
         load(m_window, "<script>alert(1)</script>");
         QTRY_VERIFY(!m_window);
-        m_window = m_world->open();
+        m_window = m_world.open();
         load(m_window, "<script>navigator.geolocation.getCurrentPosition(() => {})</script>");
         QTRY_VERIFY(!m_window);
-        QCOMPARE(m_world->open(u"/plain"_s)->engine().LocationName(), u"Frei"_s);
+        QCOMPARE(m_world.open(u"/plain"_s)->engine().LocationName(), u"Frei"_s);
     }
 
     void permissions()
@@ -109,13 +107,13 @@ private slots:
                                 "  navigator.geolocation.getCurrentPosition(say, say);"
                                 "Notification.requestPermission()"
                                 "  .then(answer => { document.title += answer[0] })</script>";
-        for (EngineWindow* const window : {m_window.get(), m_world->open()}) {
+        for (EngineWindow* const window : {m_window.get(), m_world.open()}) {
             load(window, "<title>x</title>" + html);
             QTRY_COMPARE(window->engine().LocationName().size(), 4);
             QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
         }
-        QCOMPARE(m_world->asker.questions.size(), 2);
-        QVERIFY(m_world->asker.questions.constFirst().contains(u"Standort"_s));
+        QCOMPARE(m_world.asker.questions.size(), 2);
+        QVERIFY(m_world.asker.questions.constFirst().contains(u"Standort"_s));
     }
 
     void leaving()
@@ -125,13 +123,13 @@ private slots:
             page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
         click(m_window);
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world->asker.questions.size(), 1);
-        QVERIFY(m_world->asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
+        QTRY_COMPARE(m_world.asker.questions.size(), 1);
+        QVERIFY(m_world.asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
         QTest::qWait(2500); // longer than a page that does not answer is waited for
-        QCOMPARE(m_world->closings, 0);
-        m_world->asker.onAsk = agree;
+        QCOMPARE(m_world.closings, 0);
+        m_world.asker.onAsk = agree;
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world->closings, 1);
+        QTRY_COMPARE(m_world.closings, 1);
     }
 
     void hungPage()
@@ -140,7 +138,7 @@ private slots:
         m_window->run(u"for (;;) {}"_s);
         QTest::qWait(200);
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world->closings, 1);
+        QTRY_COMPARE(m_world.closings, 1);
         ::kill(static_cast<pid_t>(m_window->view()->page()->renderProcessPid()), SIGKILL);
     }
 
@@ -148,14 +146,14 @@ private slots:
     {
         const auto check = [this](const QByteArray& html, bool isClicked) {
             m_opened.clear();
-            m_world->asker.questions.clear();
+            m_world.asker.questions.clear();
             m_window->visitAndWait(page("<title>Verweis</title>" + html));
             isClicked ? click(m_window) : QTest::qWait(500);
             QTRY_COMPARE(m_opened, QList<QUrl>(isClicked ? 1 : 0, QUrl(u"mailto:x@y"_s)));
-            QCOMPARE(m_world->asker.questions.size(), m_opened.size());
+            QCOMPARE(m_world.asker.questions.size(), m_opened.size());
             QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
         };
-        m_world->asker.onAsk = agree;
+        m_world.asker.onAsk = agree;
         const QByteArray link = "<a style='display:block;height:900px' href='mailto:x@y' ";
         check(link + ">x</a>", true);
         check(link + "target=_blank>x</a>", true);
@@ -184,7 +182,7 @@ private:
     QString page(const QByteArray& html)
     {
         const QString path = u"/page%1"_s.arg(++m_pages);
-        m_world->server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+        m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
         return path;
     }
     void load(EngineWindow* window, const QByteArray& html) { window->visit(page(html)); }
@@ -198,7 +196,7 @@ private:
         QTest::qWait(100);
     }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_window;
     QList<QUrl> m_opened;
     int m_pages = 0;

@@ -19,31 +19,30 @@ class EngineViewingTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
-                                         "'this.requestFullscreen()'>Wort wort anderes");
-        m_world->server.page(u"/next"_s, "<title>Nächste</title>Wort");
+        m_world.server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
+                                        "'this.requestFullscreen()'>Wort wort anderes");
+        m_world.server.page(u"/next"_s, "<title>Nächste</title>Wort");
     }
     void init()
     {
-        m_window = m_world->open(u"/page"_s);
+        m_window = m_world.open(u"/page"_s);
         m_host = m_window->view();
         m_page = m_host->page();
         m_window->window()->activateWindow();
         QTRY_VERIFY(m_window->isActiveWindow());
     }
-    void cleanup() { m_world->closeWindows(); }
+    void cleanup() { m_world.closeWindows(); }
 
     void savesAPdf()
     {
         const QTemporaryDir folder;
         const QString file = folder.filePath(u"seite.pdf"_s);
         writeBytes(file, {}); // its name without suffix is asked about again
-        m_world->shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
-        m_world->shell.fakePrompt.answerFileName(file);
+        m_world.shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
+        m_world.shell.fakePrompt.answerFileName(file);
         m_page->findChild<PagePrinter*>()->savePdf();
         QTRY_VERIFY(bytesOf(file).startsWith("%PDF") && bytesOf(file).contains("%%EOF"));
-        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
     }
 
     void fullScreen()
@@ -107,12 +106,12 @@ private slots:
 
     void zoomIsTheWindowsOwn()
     {
-        EngineWindow* const other = m_world->open(u"/page"_s);
+        EngineWindow* const other = m_world.open(u"/page"_s);
         m_host->setFocus();
         QTest::keyClick(m_window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(m_page->zoomFactor(), 1.1);
         m_window->visitAndWait(u"/next"_s);
-        m_window->engine().Navigate(m_world->server.address(u"/next"_s, u"localhost"_s));
+        m_window->engine().Navigate(m_world.server.address(u"/next"_s, u"localhost"_s));
         QTRY_COMPARE(m_window->visits.size(), 3);
         QTRY_COMPARE(m_page->zoomFactor(), 1.1);
         other->engine().Refresh();
@@ -138,7 +137,7 @@ private:
         QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
     }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_window;
     QPointer<QWebEngineView> m_host;
     QWebEnginePage* m_page = nullptr;

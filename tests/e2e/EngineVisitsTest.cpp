@@ -10,31 +10,45 @@ class EngineVisitsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/start"_s, "<title>Start</title>");
-        m_world->server.page(u"/end"_s, "<title>Ende</title>");
-        m_world->server.page(u"/plain"_s, "<title>Frame</title>");
-        m_world->server.answer(
+        m_world.server.page(u"/start"_s, "<title>Start</title>");
+        m_world.server.page(u"/end"_s, "<title>Ende</title>");
+        m_world.server.page(u"/plain"_s, "<title>Frame</title>");
+        m_world.server.answer(
             u"/half"_s, {.body = "<title>Halb</title>" + QByteArray(9000, ' '), .sent = 8000});
     }
     void init()
     {
-        m_window.reset(m_world->open(u"/start"_s));
+        m_window.reset(m_world.open(u"/start"_s));
         QCOMPARE(m_window->visits, QStringList{u"Start @ H/start"_s});
     }
 
-    void answers_data();
     void answers()
     {
-        QFETCH(LoopbackServer::Answer, answer);
-        QFETCH(QStringList, expected);
-        m_world->server.answer(u"/page"_s, answer);
-        const bool isDownload = answer.headers.contains("attachment");
-        if (isDownload)
-            m_world->shell.fakePrompt.answerFileName({}); // refused
-        m_window->visit(u"/page"_s);
-        expectExactly(expected);
-        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), isDownload ? 1 : 0);
+        const auto check = [this](const LoopbackServer::Answer& answer,
+                                  const QStringList& expected) {
+            init();
+            m_world.server.answer(u"/page"_s, answer);
+            m_window->visit(u"/page"_s);
+            expectExactly(expected);
+        };
+        const QStringList titled{u"Titel @ H/page"_s};
+        const QByteArray page = "<title>Titel</title>";
+        const QByteArray frames = "<iframe src=/plain></iframe><iframe></iframe>"
+                                  "<iframe srcdoc=x></iframe><iframe src=/plain?2></iframe>";
+        check({.body = page + frames},
+              {u"Frame @ H/plain"_s, u"Frame @ H/plain?2"_s, u"Titel @ H/page"_s});
+        check({.body = page + "<iframe src='http://127.0.0.1:1/'></iframe>"}, titled);
+        check({.body = "Text", .type = "text/plain"}, {u" @ H/page"_s});
+        check({.status = 302, .headers = "Location: /plain\r\n"}, {u"Frame @ H/plain"_s});
+        check({.body = page, .status = 404}, titled);
+        check({.status = 404}, {u"- @ H/page"_s});
+        check({.status = 204}, {});
+        m_world.shell.fakePrompt.answerFileName({}); // refuses the download
+        check({.body = "x",
+               .type = "application/octet-stream",
+               .headers = "Content-Disposition: attachment; filename=x.bin\r\n"},
+              {});
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 1);
     }
 
     void movesWithinAPage()
@@ -49,7 +63,7 @@ private slots:
         check(u"document.title = 'Neu'; setTimeout(() => { location.hash = 'x' }, 200)"_s,
               {u"Neu @ H/start#x"_s});
         // The engine announces no second load while the first one is running.
-        m_world->server.answer(u"/never"_s, {.status = 0});
+        m_world.server.answer(u"/never"_s, {.status = 0});
         check(u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
               "setTimeout(() => { location.href = '/plain' }, 200)"_s,
               {u"Frame @ H/plain"_s, u"Start @ H/start#x"_s});
@@ -114,37 +128,9 @@ private:
         QCOMPARE(m_window->visits.mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
     }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     std::unique_ptr<EngineWindow> m_window;
 };
-
-void EngineVisitsTest::answers_data()
-{
-    using Answer = LoopbackServer::Answer;
-    QTest::addColumn<Answer>("answer");
-    QTest::addColumn<QStringList>("expected");
-    const auto row = [](const char* name, const Answer& answer, const QStringList& expected) {
-        QTest::newRow(name) << answer << expected;
-    };
-    const QStringList titled{u"Titel @ H/page"_s};
-    const QByteArray page = "<title>Titel</title>";
-    row("frames with and without a source",
-        {.body = page + "<iframe src=/plain></iframe><iframe></iframe><iframe srcdoc=x></iframe>"
-                        "<iframe src=/plain?2></iframe>"},
-        {u"Frame @ H/plain"_s, u"Frame @ H/plain?2"_s, u"Titel @ H/page"_s});
-    row("frame that cannot be loaded",
-        {.body = page + "<iframe src='http://127.0.0.1:1/'></iframe>"}, titled);
-    row("text", {.body = "Text", .type = "text/plain"}, {u" @ H/page"_s});
-    row("redirect", {.status = 302, .headers = "Location: /plain\r\n"}, {u"Frame @ H/plain"_s});
-    row("404 with a page", {.body = page, .status = 404}, titled);
-    row("404 without", {.status = 404}, {u"- @ H/page"_s});
-    row("204", {.status = 204}, {});
-    row("download",
-        {.body = "x",
-         .type = "application/octet-stream",
-         .headers = "Content-Disposition: attachment; filename=x.bin\r\n"},
-        {});
-}
 
 ENGINE_TEST_MAIN(EngineVisitsTest)
 #include "EngineVisitsTest.moc"

@@ -12,22 +12,21 @@ class EngineWindowsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/opener"_s, "<title>Opener</title><a id=a href='/target' "
-                                           "target=_blank style='font-size:300px'>link</a>");
-        m_world->server.page(u"/target"_s, "<title>Ziel</title><body style='background:#0000ff'>");
-        m_world->server.page(u"/home"_s, "<title>Heim</title>");
+        m_world.server.page(u"/opener"_s, "<title>Opener</title><a id=a href='/target' "
+                                          "target=_blank style='font-size:300px'>link</a>");
+        m_world.server.page(u"/target"_s, "<title>Ziel</title><body style='background:#0000ff'>");
+        m_world.server.page(u"/home"_s, "<title>Heim</title>");
     }
     void init()
     {
-        m_opener = m_world->open(u"/opener"_s);
+        m_opener = m_world.open(u"/opener"_s);
         m_opener->makeWindow = [this] {
-            m_lent = m_world->open();
+            m_lent = m_world.open();
             m_lent->visit(u"/home"_s); // must not win
             return m_lent;
         };
     }
-    void cleanup() { m_world->closeWindows(); }
+    void cleanup() { m_world.closeWindows(); }
 
     void lentPageWins()
     {
@@ -39,7 +38,7 @@ private slots:
             QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
             QTRY_VERIFY(!m_lent->engine().Busy());
             QCOMPARE(m_lent->requestedSize, size);
-            QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+            QCOMPARE(m_world.server.requests(u"/home"_s), 0);
         };
         check(u"window.open('/target', '', 'width=320,height=210')"_s, {320, 210});
         check(u"document.getElementById('a').click()"_s, {});
@@ -55,7 +54,7 @@ private slots:
         QTRY_COMPARE(m_lent->engine().LocationName(), u"Text"_s);
         QTRY_VERIFY(!m_lent->engine().Busy());
         QCOMPARE(m_lent->visits, QStringList());
-        QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+        QCOMPARE(m_world.server.requests(u"/home"_s), 0);
     }
 
     void engineGoes()
@@ -87,10 +86,10 @@ private:
     template <typename Signal>
     void engineGoesDuring(Signal signal, const QByteArray& html)
     {
-        m_world->server.page(u"/victim"_s, html);
+        m_world.server.page(u"/victim"_s, html);
         bool isGone = false;
         m_opener->makeWindow = [&] {
-            m_lent = m_world->open();
+            m_lent = m_world.open();
             connect(&m_lent->engine(), signal, this, [&] {
                 isGone = true;
                 delete std::exchange(m_lent, nullptr);
@@ -100,7 +99,7 @@ private:
         m_opener->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
         QTRY_VERIFY(isGone);
     }
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_opener;
     QPointer<EngineWindow> m_lent;
 };
