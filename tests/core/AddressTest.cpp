@@ -10,10 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-struct Known {
-    const char* typed;
-    const char* url;
-};
+using Known = std::pair<const char*, const char*>;
 const std::array known{
     // Schemes and what only looks like one.
     Known{"http://example.org/a b%", "http://example.org/a%20b%25"},

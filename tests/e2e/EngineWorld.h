@@ -1,19 +1,40 @@
 #pragma once
 
-#include "FakeAsker.h"
 #include "LoopbackServer.h"
 
 #include "browser/EngineControl.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageAsker.h"
 #include "tests/gui/FakeShell.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class EngineWorld;
 class QWebEngineView;
+
+/// Answers the questions of pages for the user: by `onAsk` and `onLogIn`, or
+/// by refusing. The texts are written down.
+class FakeAsker : public PageAsker {
+public:
+    PageAnswer ask(QWidget* parent, const PageQuestion& question) override
+    {
+        questions << question.text;
+        return onAsk ? onAsk(parent, question) : PageAnswer();
+    }
+    std::optional<LogIn> logIn(QWidget* /*parent*/, const LogInQuestion& question) override
+    {
+        questions << question.site + u'|' + question.realm;
+        return onLogIn ? onLogIn() : std::nullopt;
+    }
+
+    QStringList questions;
+    std::function<PageAnswer(QWidget*, const PageQuestion&)> onAsk;
+    std::function<std::optional<LogIn>()> onLogIn;
+};
 
 /// A bare window around one engine, which writes down what the engine tells.
 /// Visits read "title @ address", with "-" for a frame without a document, and

@@ -28,13 +28,11 @@ void Installation::start(QProcess& process, const QStringList& arguments) const
     process.start(file(u"tessera"_s), arguments);
 }
 
-int Installation::startAndWait(const QStringList& arguments, QByteArray* output) const
+int Installation::startAndWait(const QStringList& arguments) const
 {
     QProcess process;
     start(process, arguments);
     if (!process.waitForFinished(patience))
         return -1;
-    if (output != nullptr)
-        *output = process.readAll();
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
 }

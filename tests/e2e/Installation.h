@@ -15,7 +15,7 @@ public:
     QString home() const { return m_home.path(); }
     void start(QProcess& process, const QStringList& arguments) const;
     /// Starts another copy and waits for its end: its exit code, or below 0.
-    int startAndWait(const QStringList& arguments, QByteArray* output = nullptr) const;
+    int startAndWait(const QStringList& arguments) const;
 
 private:
     QTemporaryDir m_folder;

@@ -19,8 +19,7 @@ class AccessibleNamesTest : public TestCase {
 private slots:
     void everyControlHasAName()
     {
-        FrameFixture f;
-        f.start.Main(u"a"_s);
+        const StartedFrame frame(u"a"_s);
         FakeShell shell;
         DownloadTable downloads;
         const frmEinstell preferences(shell, nullptr);

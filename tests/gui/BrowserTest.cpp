@@ -16,10 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// A frame with one window whose engine shows nothing yet.
-struct OneWindow : FrameFixture {
-    OneWindow()
+struct OneWindow : StartedFrame {
+    OneWindow() : StartedFrame(u"x"_s)
     {
-        start.Main(u"x"_s);
         engine(0)->calls();
         browser = window(1);
         combo = browser->findChild<QComboBox*>(u"cboAddress"_s);

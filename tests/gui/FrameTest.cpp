@@ -80,8 +80,7 @@ private slots:
 
     void numbersAreNeverUsedAgain()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         f.frame().VisitUrl(u"b"_s);
         f.frame().VisitUrl({}); // opens nothing
         QCOMPARE(f.keys(), u"1 2"_s);
@@ -95,8 +94,7 @@ private slots:
 
     void aWaitingAddressIsOpenedUntilAVisit()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         f.frame().HistoryUrl(u"waiting"_s);
         f.frame().NewBrowser();
         f.frame().VisitUrl({});
@@ -112,8 +110,7 @@ private slots:
         for (const auto& [state, stored, width] : {std::tuple{Qt::WindowNoState, 0, 700 * 15},
                                                    {Qt::WindowMinimized, 1, 9600},
                                                    {Qt::WindowMaximized, 2, 9600}}) {
-            FrameFixture f;
-            f.start.Main({});
+            StartedFrame f;
             f.frame().resize(700, 400);
             f.frame().setWindowState(state);
             f.frame().close();
@@ -132,8 +129,7 @@ private slots:
 
     void staysOpenWhenSomethingIsUnderWay()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         bool mayEnd = false;
         int asked = 0;
         f.frame().addEndCheck([&] { return ++asked > 0 && mayEnd; });
@@ -150,8 +146,7 @@ private slots:
 
     void aFailedSaveIsShown()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         // A folder in the file's place cannot be written, not even by root.
         QVERIFY(QFile::remove(f.folder.path() + u"/Pref.tsp"_s));
         QVERIFY(QDir(f.folder.path()).mkdir(u"Pref.tsp"_s));
@@ -169,8 +164,7 @@ private slots:
               {Qt::WindowNoState, true, false, u"1"_s}, // behind a dialog
               {Qt::WindowMinimized, true, false, u"1"_s},
               {Qt::WindowMinimized, false, true, u"1"_s}}) {
-            FrameFixture f;
-            f.start.Main({});
+            StartedFrame f;
             f.frame().setWindowState(state);
             f.start.SetDropDisabled(dropsOff);
             QGuiApplication::clipboard()->setText(u"before"_s);
