@@ -58,11 +58,22 @@ void describeProgram()
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-/// Ends the program as the menu does; dialogs that are open are dismissed first.
+/// Closes the menu or dialog on top, if one is open: the command that opened it is
+/// still at work.
+bool dismissTop()
+{
+    if (QWidget* menu = QApplication::activePopupWidget())
+        return menu->close();
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog != nullptr)
+        dialog->done(QDialog::Rejected);
+    return dialog != nullptr;
+}
+
+/// Ends the program as the menu does; what is open over it is dismissed first.
 void endProgram(MDIForm1& frame, EndingPrompt& prompt)
 {
-    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-        dialog->done(QDialog::Rejected);
+    if (dismissTop()) {
         QTimer::singleShot(0, &frame, [&] { endProgram(frame, prompt); });
         return;
     }

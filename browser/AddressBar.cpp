@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,6 +26,7 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->setEditable(true);
     m_address->setInsertPolicy(QComboBox::NoInsert);
     m_address->setCompleter(nullptr);
+    m_address->lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // "data:" may be long
     m_address->setAcceptDrops(true);
     m_address->setToolTip(u"Adresse eingeben und mit der Eingabetaste öffnen"_s);
     // The line would insert a drop into its text; here a drop replaces it.

@@ -198,7 +198,9 @@ void frmBrowser::driveClicked(const QString& entry)
 
 void frmBrowser::busyTick()
 {
-    if (m_engine->Busy()) {
+    bool isBusy = false;
+    ignoringErrors([&] { isBusy = m_engine->Busy(); });
+    if (isBusy) {
         caption(u"In Bearbeitung..."_s);
         m_busy->advance();
         return;

@@ -2,6 +2,7 @@
 
 #include "browser/services/PageHint.h"
 #include "browser/services/PageKeys.h"
+#include "browser/services/SiteText.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -40,8 +41,7 @@ private:
 
 QString hintFor(const QString& site)
 {
-    const QString end = u"Esc beendet die Vollbildanzeige."_s;
-    return site.isEmpty() ? end : u"%1 zeigt ein Vollbild. %2"_s.arg(site, end);
+    return u"%1 zeigt ein Vollbild. Esc beendet die Vollbildanzeige."_s.arg(site);
 }
 
 } // namespace
@@ -66,7 +66,7 @@ void PageFullScreen::answer(QWebEngineFullScreenRequest request)
 {
     if (m_isWanted != request.toggleOn()) {
         m_isWanted = request.toggleOn();
-        m_site = request.origin().host();
+        m_site = siteName(request.origin());
         QTimer::singleShot(0, this, &PageFullScreen::follow);
     }
     request.accept();
