@@ -61,7 +61,10 @@ private slots:
         endsBy([this] { QTest::keyClick(screen(), Qt::Key_Escape); });
         endsBy([this] { screen()->close(); });
         endsBy([this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
-        endsBy([this] { m_page->runJavaScript(u"location = '/next'"_s); });
+        endsBy([this] {
+            m_page->runJavaScript(u"location = '/next'"_s);
+            QTRY_COMPARE(m_window->visits.last(), u"Nächste @ H/next"_s);
+        });
         endsBy([this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
     }
     void windowGoesInFullScreen()
