@@ -7,7 +7,6 @@
 #include "browser/services/frmBrowserData.h"
 #include "browser/services/frmDownloads.h"
 
-#include <QApplication>
 #include <QDesktopServices>
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
@@ -50,7 +49,8 @@ void ProfileServices::showDownloads()
 void ProfileServices::showBrowserData()
 {
     const DropsDisabled guard(m_shell);
-    frmBrowserData dialog(QApplication::activeWindow());
+    // The active window may show a page on the whole screen, which can end meanwhile.
+    frmBrowserData dialog(m_owner);
     if (dialog.exec() == QDialog::Accepted) {
         forget(dialog.chosen());
     }
@@ -94,8 +94,8 @@ bool ProfileServices::mayEnd()
         const QString text =
             running == 1
                 ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen ?"_s
-                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen ?"_s
-                      .arg(running);
+                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen ?"_s.arg(
+                      running);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
             return false;

@@ -11,7 +11,6 @@
 #include <QStandardPaths>
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineProfile>
-#include <QWebEngineView>
 
 #include <memory>
 
@@ -58,18 +57,12 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
 void WebDownloads::decide(QWebEngineDownloadRequest& download, WebEnginePage* page)
 {
     std::unique_ptr<WebEnginePage::Question> question;
-    QWidget* parent = m_owner;
     if (page != nullptr) {
         question = std::make_unique<WebEnginePage::Question>(*page);
-        if (const QWebEngineView* view = QWebEngineView::forPage(page)) {
-            parent = view->window();
-        }
     }
     const DropsDisabled guard(m_shell);
     const QPointer<QWebEngineDownloadRequest> alive = &download;
-    // The page's window may be a window of its own, and close meanwhile.
-    const QPointer<QWidget> window = parent;
-    const QString path = isUnwanted(parent) ? QString() : askForPath(download, window);
+    const QString path = isUnwanted() ? QString() : askForPath(download);
     if (path.isEmpty()) {
         ++m_refusals;
         m_lastRefusal.start();
@@ -104,12 +97,11 @@ QString WebDownloads::proposedPath(const QString& name) const
     }));
 }
 
-QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download, QWidget* parent)
+QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download)
 {
-    const QPointer<QWidget> window = parent;
     QString proposal = proposedPath(safeFileName(download.suggestedFileName()));
     while (true) {
-        QString path = m_shell.prompt().saveFileAs(window, u"Datei speichern unter"_s, proposal);
+        QString path = m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
         const QFileInfo folder(QFileInfo(path).absolutePath());
         QString obstacle;
         if (path.isEmpty()) {
@@ -123,7 +115,7 @@ QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download, QWid
         } else {
             return path;
         }
-        m_shell.prompt().tell(window, obstacle, u"Meldung"_s, Prompt::Icon::Exclamation);
+        m_shell.prompt().tell(m_owner, obstacle, u"Meldung"_s, Prompt::Icon::Exclamation);
         proposal = folder.isDir() ? path : proposal;
     }
 }
@@ -207,7 +199,7 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
     QFile::remove(partialFile(running.path));
 }
 
-bool WebDownloads::isUnwanted(QWidget* parent)
+bool WebDownloads::isUnwanted()
 {
     if (!m_lastRefusal.isValid() || m_lastRefusal.hasExpired(burst.count())) {
         m_refusals = 0;
@@ -216,7 +208,7 @@ bool WebDownloads::isUnwanted(QWidget* parent)
         return false;
     }
     if (m_refusals == bearable &&
-        !m_shell.prompt().askYesNo(parent, u"Es kommen noch mehr Downloads. Alle ablehnen ?"_s,
+        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen ?"_s,
                                    u"Downloads"_s, Prompt::Icon::Question)) {
         m_refusals = 0;
         return false;

@@ -17,7 +17,8 @@ class Shell;
 class WebDownloads : public QObject {
     Q_OBJECT
 public:
-    /// All outlive it. `owner` is the window that questions without a page belong to.
+    /// All outlive it. `owner` is the window that the questions belong to: a page's own may
+    /// close meanwhile, or show it on the whole screen for a while only.
     WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, DownloadTable& table);
 
 signals:
@@ -34,11 +35,11 @@ private:
     void requested(QWebEngineDownloadRequest* download);
     bool isResumed(QWebEngineDownloadRequest& download);
     void decide(QWebEngineDownloadRequest& download, WebEnginePage* page);
-    QString askForPath(const QWebEngineDownloadRequest& download, QWidget* parent);
+    QString askForPath(const QWebEngineDownloadRequest& download);
     QString proposedPath(const QString& name) const;
     void begin(QWebEngineDownloadRequest& download);
     void follow(QWebEngineDownloadRequest& download);
-    bool isUnwanted(QWidget* parent);
+    bool isUnwanted();
     void cancel(quint32 id);
     void ended(QWebEngineDownloadRequest& download);
 
