@@ -93,8 +93,8 @@ bool ProfileServices::mayEnd()
     if (running > 0) {
         const QString text =
             running == 1
-                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen ?"_s
-                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen ?"_s.arg(
+                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
+                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
                       running);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {

@@ -108,7 +108,7 @@ QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download)
             return {};
         }
         if (!folder.isDir() || !folder.isWritable()) {
-            obstacle = u"In den Ordner \"%1\" kann nicht geschrieben werden."_s.arg(
+            obstacle = u"In den Ordner „%1“ kann nicht geschrieben werden."_s.arg(
                 QDir::toNativeSeparators(folder.filePath()));
         } else if (m_table.isTarget(path)) {
             obstacle = u"Diese Datei wird gerade geladen. Wählen Sie einen anderen Namen."_s;
@@ -208,7 +208,7 @@ bool WebDownloads::isUnwanted()
         return false;
     }
     if (m_refusals == bearable &&
-        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen ?"_s,
+        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
                                    u"Downloads"_s, Prompt::Icon::Question)) {
         m_refusals = 0;
         return false;
