@@ -7,6 +7,7 @@
 #include "browser/services/PdfFileName.h"
 #include "browser/services/PdfWatch.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QPageLayout>
@@ -31,6 +32,11 @@ QString folderForFiles()
     return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
+QString notPrinted()
+{
+    return u"Die Seite konnte nicht gedruckt werden."_s;
+}
+
 } // namespace
 
 /// What a print needs until it is done.
@@ -38,7 +44,12 @@ struct PagePrinter::Job {
     explicit Job(WebEnginePage& page) : keepsPage(page) {}
 
     WebEnginePage::Question keepsPage;
-    std::unique_ptr<QPrinter> printer;
+    std::shared_ptr<QPrinter> printer;
+    QPointer<QPrintDialog> dialog;
+    /// The engine uses the printer, until it says that it has finished.
+    bool isOnPaper = false;
+    /// There is nothing to be printed any more.
+    bool isLost = false;
 };
 
 PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page,
@@ -52,11 +63,11 @@ PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, We
         QTimer::singleShot(0, this, [this, isPrinted] {
             end();
             if (!isPrinted)
-                tell(u"Die Seite konnte nicht gedruckt werden."_s);
+                tell(notPrinted());
         });
     });
     connect(page, &QWebEnginePage::renderProcessTerminated, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::end); });
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
 }
 
 PagePrinter::~PagePrinter() = default;
@@ -83,6 +94,20 @@ bool PagePrinter::begin()
 void PagePrinter::end()
 {
     m_job.reset();
+}
+
+void PagePrinter::pageDied()
+{
+    if (!m_job || m_job->isOnPaper)
+        return;
+    if (!m_job->dialog) {
+        end();
+        return;
+    }
+    m_job->isLost = true;
+    // What the dialog itself has asked must be answered before it can go.
+    if (QApplication::activeModalWidget() == m_job->dialog)
+        m_job->dialog->reject();
 }
 
 void PagePrinter::tell(const QString& text)
@@ -120,7 +145,7 @@ void PagePrinter::download()
 
 void PagePrinter::choosePrinter()
 {
-    m_job->printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    m_job->printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     m_job->printer->setResolution(resolution);
     // The dialog proposes a file of this name, too.
     m_job->printer->setDocName(QFileInfo(pdfFileName(m_page->title())).completeBaseName());
@@ -129,22 +154,25 @@ void PagePrinter::choosePrinter()
     dialog->setObjectName(u"frmPrint"_s);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
+    m_job->dialog = dialog;
     const auto drops = std::make_shared<DropsDisabled>(m_shell);
-    connect(dialog, &QDialog::finished, this, [this, drops](int result) {
+    const auto decided = [this, drops, printer = m_job->printer](int result) {
         QTimer::singleShot(0, this, [this, result] {
             if (result == QDialog::Accepted)
                 printOn();
             else
                 end();
         });
-    });
+    };
+    connect(dialog, &QDialog::finished, this, decided);
     dialog->open();
 }
 
 void PagePrinter::printOn()
 {
-    if (!m_job || !m_view) {
+    if (!m_job || m_job->isLost || !m_view) {
         end();
+        tell(notPrinted());
         return;
     }
     QPrinter& printer = *m_job->printer;
@@ -153,6 +181,7 @@ void PagePrinter::printOn()
         writePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
         return;
     }
+    m_job->isOnPaper = true;
     m_view->print(&printer);
 }
 

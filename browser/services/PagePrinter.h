@@ -43,6 +43,7 @@ private:
     void writePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
     void write(const QString& path, const QByteArray& pdf);
     void end();
+    void pageDied();
     void tell(const QString& text);
     QWidget* frame() const;
 
