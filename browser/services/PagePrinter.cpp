@@ -41,9 +41,9 @@ QString notPrinted()
 
 /// What a print needs until it is done.
 struct PagePrinter::Job {
-    explicit Job(WebEnginePage& page) : keepsPage(page) {}
+    explicit Job(WebEnginePage& page) : keeper(page) {}
 
-    WebEnginePage::Question keepsPage;
+    WebEnginePage::Keeper keeper;
     std::shared_ptr<QPrinter> printer;
     QPointer<QPrintDialog> dialog;
     /// The engine uses the printer, until it says that it has finished.
@@ -213,6 +213,7 @@ void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
 
 QString PagePrinter::askFile()
 {
+    const WebEnginePage::Question keepsPage(*m_page);
     const DropsDisabled guard(m_shell);
     QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
     do {
