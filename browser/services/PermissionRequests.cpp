@@ -8,6 +8,10 @@
 #include <QWebEngineFileSystemAccessRequest>
 #include <QWebEngineRegisterProtocolHandlerRequest>
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+#include <QAbstractListModel>
+#include <QWebEngineDesktopMediaRequest>
+#endif
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
 #include <QWebEnginePermission>
 #else
@@ -62,6 +66,7 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
     : QObject(parent), m_asking(asking)
 {
     connectRequests();
+    connectScreen();
     refuseOthers();
     connect(&asking.page(), &WebEnginePage::navigationStarting, this,
             [this](const QUrl&, bool isMainFrame) {
@@ -109,6 +114,22 @@ void PermissionRequests::connectRequests()
 }
 
 #endif
+
+void PermissionRequests::connectScreen()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    // Comes when the user has allowed it: the question was about the whole screen.
+    connect(&m_asking.page(), &QWebEnginePage::desktopMediaRequested, this,
+            [](const QWebEngineDesktopMediaRequest& request) {
+                const QAbstractListModel& screens = *request.screensModel();
+                if (screens.rowCount() > 0) {
+                    request.selectScreen(screens.index(0));
+                } else {
+                    request.cancel();
+                }
+            });
+#endif
+}
 
 void PermissionRequests::refuseOthers()
 {

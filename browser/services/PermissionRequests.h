@@ -18,6 +18,7 @@ private:
     using Answer = std::function<void(bool isGranted)>;
 
     void connectRequests();
+    void connectScreen();
     void refuseOthers();
     void requested(const QUrl& site, PermissionKind kind, const Answer& answer);
     void ask(const QUrl& site, PermissionKind kind, const Answer& answer);
