@@ -17,6 +17,7 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QWebEngineScript>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -57,8 +58,7 @@ PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, We
     : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page), m_pdf(pdf)
 {
     addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
-    connect(page, &QWebEnginePage::printRequested, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::print); });
+    connectPage();
     connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
         QTimer::singleShot(0, this, [this, isPrinted] {
             end();
@@ -66,11 +66,40 @@ PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, We
                 tell(notPrinted());
         });
     });
-    connect(page, &QWebEnginePage::renderProcessTerminated, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
 }
 
 PagePrinter::~PagePrinter() = default;
+
+void PagePrinter::connectPage()
+{
+    connect(m_page, &QWebEnginePage::printRequested, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
+    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.userNavigates(); });
+    connect(m_page, &QWebEnginePage::urlChanged, this,
+            [this](const QUrl& url) { m_silence.movedTo(url); });
+}
+
+void PagePrinter::pageWants()
+{
+    if (m_job || m_page->isAsking()) // it may say so as often as it likes
+        return;
+    if (m_pdf.isPdf() || !m_silence.isSilenced()) {
+        print();
+        return;
+    }
+    const auto answer = [self = QPointer(this)](const QVariant& isUsersOwn) {
+        if (self && isUsersOwn.toBool())
+            QTimer::singleShot(0, self, [self] {
+                if (!self->m_job)
+                    self->print();
+            });
+    };
+    // A button of the page's that the user clicks works nevertheless.
+    m_page->runJavaScript(u"navigator.userActivation.isActive"_s,
+                          QWebEngineScript::ApplicationWorld, answer);
+}
 
 QWidget* PagePrinter::frame() const
 {
@@ -158,10 +187,12 @@ void PagePrinter::choosePrinter()
     const auto drops = std::make_shared<DropsDisabled>(m_shell);
     const auto decided = [this, drops, printer = m_job->printer](int result) {
         QTimer::singleShot(0, this, [this, result] {
-            if (result == QDialog::Accepted)
+            if (result == QDialog::Accepted) {
                 printOn();
-            else
-                end();
+                return;
+            }
+            m_silence.silence();
+            end();
         });
     };
     connect(dialog, &QDialog::finished, this, decided);
