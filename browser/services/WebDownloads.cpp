@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QWebEngineDownloadRequest>
+#include <QWebEngineHistory>
 #include <QWebEngineProfile>
 
 #include <memory>
@@ -27,6 +28,12 @@ QString firstFolder()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
     return QFileInfo(folder).isDir() ? folder : QDir::homePath();
+}
+
+/// Who offers what `page` is about to load, if it has a document to do so with.
+const QObject* sourceOf(const WebEnginePage* page)
+{
+    return page != nullptr && page->history()->count() > 0 ? page : nullptr;
 }
 
 } // namespace
@@ -57,21 +64,23 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
 void WebDownloads::decide(QWebEngineDownloadRequest& download, WebEnginePage* page)
 {
     std::unique_ptr<WebEnginePage::Question> question;
+    const QObject* const source = sourceOf(page);
     if (page != nullptr) {
         question = std::make_unique<WebEnginePage::Question>(*page);
     }
     const DropsDisabled guard(m_shell);
     const QPointer<QWebEngineDownloadRequest> alive = &download;
-    const QString path = isUnwanted() ? QString() : askForPath(download);
+    const QString path = isUnwanted(source) ? QString() : askForPath(download);
     if (path.isEmpty()) {
-        ++m_refusals;
-        m_lastRefusal.start();
+        Refusals& refusals = m_refusals[source];
+        ++refusals.count;
+        refusals.last.start();
         if (alive) {
             download.cancel();
         }
         return;
     }
-    m_refusals = 0;
+    m_refusals.remove(source);
     const QFileInfo file(path);
     m_folder = file.absolutePath();
     if (!alive || download.state() != QWebEngineDownloadRequest::DownloadRequested) {
@@ -199,19 +208,19 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
     QFile::remove(partialFile(running.path));
 }
 
-bool WebDownloads::isUnwanted()
+bool WebDownloads::isUnwanted(const QObject* page)
 {
-    if (!m_lastRefusal.isValid() || m_lastRefusal.hasExpired(burst.count())) {
-        m_refusals = 0;
-    }
-    if (m_refusals < bearable) {
+    m_refusals.removeIf([](const auto& entry) { return entry->last.hasExpired(burst.count()); });
+    const int refusals = m_refusals.value(page).count;
+    if (refusals < bearable) {
         return false;
     }
-    if (m_refusals == bearable &&
+    if (refusals == bearable &&
         !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
                                    u"Downloads"_s, Prompt::Icon::Question)) {
-        m_refusals = 0;
+        m_refusals.remove(page);
         return false;
     }
+    m_shell.statusText(u"Ein weiterer Download dieser Seite wurde abgelehnt."_s);
     return true;
 }

@@ -26,6 +26,11 @@ signals:
     void begun();
 
 private:
+    /// How many downloads the user has refused in a row, and when the last one.
+    struct Refusals {
+        int count = 0;
+        QElapsedTimer last;
+    };
     struct Running {
         DownloadTable::Id row = 0;
         QString path;
@@ -39,7 +44,7 @@ private:
     QString proposedPath(const QString& name) const;
     void begin(QWebEngineDownloadRequest& download);
     void follow(QWebEngineDownloadRequest& download);
-    bool isUnwanted();
+    bool isUnwanted(const QObject* page);
     void cancel(quint32 id);
     void ended(QWebEngineDownloadRequest& download);
 
@@ -50,7 +55,7 @@ private:
     QString m_folder;
     /// Under the engine's numbers.
     QHash<quint32, Running> m_running;
-    /// How many downloads the user has refused in a row, and when the last one.
-    int m_refusals = 0;
-    QElapsedTimer m_lastRefusal;
+    /// Of each page that has a document. The windows that pages open for one download
+    /// each have none, and count together.
+    QHash<const QObject*, Refusals> m_refusals;
 };
