@@ -3,6 +3,7 @@
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
 #include "browser/WebEnginePage.h"
+#include "browser/services/DownloadFailures.h"
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfFileName.h"
 #include "browser/services/PdfWatch.h"
@@ -16,6 +17,7 @@
 #include <QPrinter>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QTimer>
 #include <QWebEngineScript>
 #include <QWebEngineView>
@@ -31,6 +33,19 @@ QString folderForFiles()
 {
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+/// Why `file` could not take `size` bytes: the system would say it in its own language.
+QString obstacle(const QSaveFile& file, qint64 size)
+{
+    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
+    const QFileInfo target(file.fileName());
+    const QFileInfo folder(target.absolutePath());
+    const bool isBarred = !folder.isWritable() || (target.exists() && !target.isWritable());
+    if (!file.isOpen())
+        return failureText(isBarred ? Reason::FileAccessDenied : Reason::FileFailed);
+    const bool isFull = QStorageInfo(folder.filePath()).bytesAvailable() < size;
+    return failureText(isFull ? Reason::FileNoSpace : Reason::FileFailed);
 }
 
 QString notPrinted()
@@ -262,9 +277,11 @@ void PagePrinter::write(const QString& path, const QByteArray& pdf)
     QString reason = u"Die Seite lässt sich nicht drucken."_s;
     if (!pdf.isEmpty()) {
         QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() && file.commit())
+        // It would not notice that only a part of what it has put aside finds room.
+        constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
+        if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit())
             return;
-        reason = file.errorString();
+        reason = obstacle(file, pdf.size());
     }
     tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
 }
