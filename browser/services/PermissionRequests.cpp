@@ -6,6 +6,7 @@
 #include "browser/services/SiteText.h"
 
 #include <QWebEngineFileSystemAccessRequest>
+#include <QWebEngineProfile>
 #include <QWebEngineRegisterProtocolHandlerRequest>
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
@@ -79,6 +80,14 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
 
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& /*memory*/)
+{
+    const QList<QWebEnginePermission> permissions = profile.listAllPermissions();
+    for (const QWebEnginePermission& permission : permissions) {
+        permission.reset();
+    }
+}
+
 void PermissionRequests::connectRequests()
 {
     connect(&m_asking.page(), &QWebEnginePage::permissionRequested, this,
@@ -94,6 +103,18 @@ void PermissionRequests::connectRequests()
 }
 
 #else
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& memory)
+{
+    QWebEnginePage page(&profile); // any will do
+    const QSet<QUrl> sites = memory.sites();
+    for (const QUrl& site : sites) {
+        // The others the engine does not remember.
+        for (const Kind kind : {Kind::Notifications, Kind::Geolocation}) {
+            page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
+        }
+    }
+}
 
 void PermissionRequests::connectRequests()
 {

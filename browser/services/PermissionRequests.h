@@ -6,6 +6,7 @@
 #include <QWebEnginePage>
 
 class AskingPage;
+class QWebEngineProfile;
 
 /// Asks whether a site may use the camera, know the place and so on: once per
 /// site, kind and run. What hardly anybody can judge is refused unasked.
@@ -13,6 +14,9 @@ class PermissionRequests : public QObject {
     Q_OBJECT
 public:
     explicit PermissionRequests(AskingPage& asking, QObject* parent);
+
+    /// Has the engine forget what it knows of the answers in `memory`.
+    static void forget(QWebEngineProfile& profile, const PermissionMemory& memory);
 
 private:
     using Answer = std::function<void(bool isGranted)>;

@@ -10,9 +10,6 @@
 #include <QDesktopServices>
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-#include <QWebEnginePermission>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -68,23 +65,12 @@ void ProfileServices::forget(const BrowserData& data)
         m_profile.clearAllVisitedLinks();
     }
     if (data.permissions) {
-        forgetPermissions();
+        emit permissionsForgotten();
     }
     if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
         m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
                               u"Meldung"_s, Prompt::Icon::Exclamation);
     }
-}
-
-void ProfileServices::forgetPermissions()
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    const QList<QWebEnginePermission> permissions = m_profile.listAllPermissions();
-    for (const QWebEnginePermission& permission : permissions) {
-        permission.reset();
-    }
-#endif
-    emit permissionsForgotten();
 }
 
 bool ProfileServices::mayEnd()
