@@ -2,23 +2,25 @@
 
 #include "browser/WebEnginePage.h"
 
+#include <QApplication>
 #include <QWebEngineHistory>
 
 namespace {
 
-constexpr std::chrono::seconds patience(2);
+constexpr std::chrono::milliseconds tick(200);
+/// How many ticks a page may take for its answer.
+constexpr int patience = 10;
 
 } // namespace
 
 WebCloseRequest::WebCloseRequest(WebEnginePage& page) : m_page(page)
 {
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(patience);
-    connect(&m_patience, &QTimer::timeout, this, &WebCloseRequest::unanswered);
+    m_patience.setInterval(tick);
+    connect(&m_patience, &QTimer::timeout, this, &WebCloseRequest::wait);
     connect(&page, &WebEnginePage::leaveAsked, this, [this] { m_patience.stop(); });
     connect(&page, &WebEnginePage::leaveAnswered, this, [this](bool isLeaving) {
         if (m_isAsking && isLeaving) {
-            m_patience.start();
+            startWaiting();
         } else {
             m_isAsking = false;
         }
@@ -33,8 +35,24 @@ bool WebCloseRequest::begin()
     }
     if (!m_isAsking) {
         m_isAsking = true;
-        m_patience.start();
+        startWaiting();
         QTimer::singleShot(0, this, [this] { m_page.triggerAction(QWebEnginePage::RequestClose); });
     }
     return true;
+}
+
+void WebCloseRequest::startWaiting()
+{
+    m_waited = 0;
+    m_patience.start();
+}
+
+void WebCloseRequest::wait()
+{
+    // While a page waits for its user's answer, the engine stands still in all of them.
+    m_waited = QApplication::activeModalWidget() != nullptr ? 0 : m_waited + 1;
+    if (m_waited >= patience) {
+        m_patience.stop();
+        emit unanswered();
+    }
 }

@@ -21,7 +21,11 @@ signals:
     void unanswered();
 
 private:
+    void startWaiting();
+    void wait();
+
     WebEnginePage& m_page;
     QTimer m_patience;
+    int m_waited = 0;
     bool m_isAsking = false;
 };

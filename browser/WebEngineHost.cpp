@@ -2,6 +2,7 @@
 
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
+#include "browser/services/PermissionRequests.h"
 #include "browser/services/ProfileServices.h"
 #include "browser/services/QuestionDesk.h"
 #include "browser/services/SpellCheck.h"
@@ -58,7 +59,10 @@ void WebEngineHost::serve(Shell& shell, QWidget* frame, PageAsker& asker)
     m_shell = &shell;
     m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile);
     QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
-                     [this] { m_desk->clear(); });
+                     [this] {
+                         PermissionRequests::forget(*m_profile, m_desk->permissions);
+                         m_desk->clear();
+                     });
 }
 
 bool WebEngineHost::mayEnd()

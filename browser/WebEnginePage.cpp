@@ -23,17 +23,24 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
 {
 }
 
+WebEnginePage::Keeper::~Keeper()
+{
+    if (m_page && --m_page->m_keepers == 0 && m_page->m_isRetired) {
+        m_page->deleteLater();
+    }
+}
+
 WebEnginePage::Question::~Question()
 {
-    if (m_page && --m_page->m_questions == 0 && m_page->m_isRetired) {
-        m_page->deleteLater();
+    if (m_page) {
+        --m_page->m_questions;
     }
 }
 
 void WebEnginePage::retire()
 {
     m_isRetired = true;
-    if (m_questions == 0) {
+    if (m_keepers == 0) {
         deleteLater();
     }
 }

@@ -15,20 +15,34 @@ public:
     /// `reports` is what the profile's script was made from; it outlives the page.
     WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports, QObject* parent);
 
-    /// While one lives, the page does: the engine waits for the answer to a
-    /// question, and a window can be closed meanwhile.
-    class Question {
+    /// While one lives, the page does, though its window can be closed.
+    class Keeper {
     public:
-        explicit Question(WebEnginePage& page) : m_page(&page) { ++m_page->m_questions; }
-        ~Question();
-        Q_DISABLE_COPY_MOVE(Question)
+        explicit Keeper(WebEnginePage& page) : m_page(&page) { ++m_page->m_keepers; }
+        ~Keeper();
+        Q_DISABLE_COPY_MOVE(Keeper)
 
     private:
         QPointer<WebEnginePage> m_page;
     };
 
+    /// While one lives, the user is asked, and the engine waits for the answer.
+    class Question {
+    public:
+        explicit Question(WebEnginePage& page) : m_keeper(page), m_page(&page)
+        {
+            ++m_page->m_questions;
+        }
+        ~Question();
+        Q_DISABLE_COPY_MOVE(Question)
+
+    private:
+        Keeper m_keeper;
+        QPointer<WebEnginePage> m_page;
+    };
+
     /// The page's window has gone: the page follows when control is back in the
-    /// event loop and no question is open.
+    /// event loop and nothing keeps it.
     void retire();
     bool isRetired() const { return m_isRetired; }
     /// Whether a question is open.
@@ -69,6 +83,7 @@ private:
 
     const WebFrameReports& m_reports;
     WebScriptAnswers* m_answers = nullptr;
+    int m_keepers = 0;
     int m_questions = 0;
     bool m_isRetired = false;
 };

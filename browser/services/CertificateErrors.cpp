@@ -98,9 +98,15 @@ bool CertificateErrors::isOfPage(const QUrl& url) const
     return url.matches(m_target, QUrl::RemoveFragment);
 }
 
+bool CertificateErrors::isTrusted(const Error& error) const
+{
+    // Trusted once, a certificate may turn out to be worse: revoked, say.
+    return error.isOverridable() && m_asking.desk().trustedCertificates.contains(keyOf(error));
+}
+
 void CertificateErrors::met(Error error)
 {
-    if (m_asking.desk().trustedCertificates.contains(keyOf(error))) {
+    if (isTrusted(error)) {
         error.acceptCertificate();
     } else if (!isOfPage(error.url())) {
         error.rejectCertificate();
@@ -112,15 +118,13 @@ void CertificateErrors::met(Error error)
 
 void CertificateErrors::ask(Error error)
 {
-    QSet<QByteArray>& trusted = m_asking.desk().trustedCertificates;
-    const QByteArray key = keyOf(error);
-    if (!trusted.contains(key) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
+    if (!isTrusted(error) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
         const PageAnswer answer = m_asking.ask(question(error));
         if (answer.isAccepted && error.isOverridable()) {
-            trusted.insert(key);
+            m_asking.desk().trustedCertificates.insert(keyOf(error));
         }
     }
-    if (trusted.contains(key)) {
+    if (isTrusted(error)) {
         error.acceptCertificate();
     } else {
         error.rejectCertificate();

@@ -16,6 +16,7 @@ public:
 private:
     void met(QWebEngineCertificateError error);
     void ask(QWebEngineCertificateError error);
+    bool isTrusted(const QWebEngineCertificateError& error) const;
     bool isOfPage(const QUrl& url) const;
 
     AskingPage& m_asking;

@@ -3,10 +3,12 @@
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
 #include "browser/WebEnginePage.h"
+#include "browser/services/DownloadFailures.h"
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfFileName.h"
 #include "browser/services/PdfWatch.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QPageLayout>
@@ -15,7 +17,9 @@
 #include <QPrinter>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QTimer>
+#include <QWebEngineScript>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -31,14 +35,37 @@ QString folderForFiles()
     return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
+/// Why `file` could not take `size` bytes: the system would say it in its own language.
+QString obstacle(const QSaveFile& file, qint64 size)
+{
+    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
+    const QFileInfo target(file.fileName());
+    const QFileInfo folder(target.absolutePath());
+    const bool isBarred = !folder.isWritable() || (target.exists() && !target.isWritable());
+    if (!file.isOpen())
+        return failureText(isBarred ? Reason::FileAccessDenied : Reason::FileFailed);
+    const bool isFull = QStorageInfo(folder.filePath()).bytesAvailable() < size;
+    return failureText(isFull ? Reason::FileNoSpace : Reason::FileFailed);
+}
+
+QString notPrinted()
+{
+    return u"Die Seite konnte nicht gedruckt werden."_s;
+}
+
 } // namespace
 
 /// What a print needs until it is done.
 struct PagePrinter::Job {
-    explicit Job(WebEnginePage& page) : keepsPage(page) {}
+    explicit Job(WebEnginePage& page) : keeper(page) {}
 
-    WebEnginePage::Question keepsPage;
-    std::unique_ptr<QPrinter> printer;
+    WebEnginePage::Keeper keeper;
+    std::shared_ptr<QPrinter> printer;
+    QPointer<QPrintDialog> dialog;
+    /// The engine uses the printer, until it says that it has finished.
+    bool isOnPaper = false;
+    /// There is nothing to be printed any more.
+    bool isLost = false;
 };
 
 PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page,
@@ -46,20 +73,48 @@ PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, We
     : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page), m_pdf(pdf)
 {
     addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
-    connect(page, &QWebEnginePage::printRequested, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::print); });
+    connectPage();
     connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
         QTimer::singleShot(0, this, [this, isPrinted] {
             end();
             if (!isPrinted)
-                tell(u"Die Seite konnte nicht gedruckt werden."_s);
+                tell(notPrinted());
         });
     });
-    connect(page, &QWebEnginePage::renderProcessTerminated, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::end); });
 }
 
 PagePrinter::~PagePrinter() = default;
+
+void PagePrinter::connectPage()
+{
+    connect(m_page, &QWebEnginePage::printRequested, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
+    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.userNavigates(); });
+    connect(m_page, &QWebEnginePage::urlChanged, this,
+            [this](const QUrl& url) { m_silence.movedTo(url); });
+}
+
+void PagePrinter::pageWants()
+{
+    if (m_job || m_page->isAsking()) // it may say so as often as it likes
+        return;
+    if (m_pdf.isPdf() || !m_silence.isSilenced()) {
+        print();
+        return;
+    }
+    const auto answer = [self = QPointer(this)](const QVariant& isUsersOwn) {
+        if (self && isUsersOwn.toBool())
+            QTimer::singleShot(0, self, [self] {
+                if (!self->m_job)
+                    self->print();
+            });
+    };
+    // A button of the page's that the user clicks works nevertheless.
+    m_page->runJavaScript(u"navigator.userActivation.isActive"_s,
+                          QWebEngineScript::ApplicationWorld, answer);
+}
 
 QWidget* PagePrinter::frame() const
 {
@@ -83,6 +138,20 @@ bool PagePrinter::begin()
 void PagePrinter::end()
 {
     m_job.reset();
+}
+
+void PagePrinter::pageDied()
+{
+    if (!m_job || m_job->isOnPaper)
+        return;
+    if (!m_job->dialog) {
+        end();
+        return;
+    }
+    m_job->isLost = true;
+    // What the dialog itself has asked must be answered before it can go.
+    if (QApplication::activeModalWidget() == m_job->dialog)
+        m_job->dialog->reject();
 }
 
 void PagePrinter::tell(const QString& text)
@@ -120,7 +189,7 @@ void PagePrinter::download()
 
 void PagePrinter::choosePrinter()
 {
-    m_job->printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    m_job->printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     m_job->printer->setResolution(resolution);
     // The dialog proposes a file of this name, too.
     m_job->printer->setDocName(QFileInfo(pdfFileName(m_page->title())).completeBaseName());
@@ -129,22 +198,27 @@ void PagePrinter::choosePrinter()
     dialog->setObjectName(u"frmPrint"_s);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
+    m_job->dialog = dialog;
     const auto drops = std::make_shared<DropsDisabled>(m_shell);
-    connect(dialog, &QDialog::finished, this, [this, drops](int result) {
+    const auto decided = [this, drops, printer = m_job->printer](int result) {
         QTimer::singleShot(0, this, [this, result] {
-            if (result == QDialog::Accepted)
+            if (result == QDialog::Accepted) {
                 printOn();
-            else
-                end();
+                return;
+            }
+            m_silence.silence();
+            end();
         });
-    });
+    };
+    connect(dialog, &QDialog::finished, this, decided);
     dialog->open();
 }
 
 void PagePrinter::printOn()
 {
-    if (!m_job || !m_view) {
+    if (!m_job || m_job->isLost || !m_view) {
         end();
+        tell(notPrinted());
         return;
     }
     QPrinter& printer = *m_job->printer;
@@ -153,6 +227,7 @@ void PagePrinter::printOn()
         writePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
         return;
     }
+    m_job->isOnPaper = true;
     m_view->print(&printer);
 }
 
@@ -184,6 +259,7 @@ void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
 
 QString PagePrinter::askFile()
 {
+    const WebEnginePage::Question keepsPage(*m_page);
     const DropsDisabled guard(m_shell);
     QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
     do {
@@ -201,9 +277,11 @@ void PagePrinter::write(const QString& path, const QByteArray& pdf)
     QString reason = u"Die Seite lässt sich nicht drucken."_s;
     if (!pdf.isEmpty()) {
         QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() && file.commit())
+        // It would not notice that only a part of what it has put aside finds room.
+        constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
+        if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit())
             return;
-        reason = file.errorString();
+        reason = obstacle(file, pdf.size());
     }
     tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
 }

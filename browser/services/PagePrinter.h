@@ -1,5 +1,7 @@
 #pragma once
 
+#include "browser/services/DialogSilence.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -34,6 +36,8 @@ signals:
 private:
     struct Job;
 
+    void connectPage();
+    void pageWants();
     bool begin();
     void choosePrinter();
     void printOn();
@@ -43,6 +47,7 @@ private:
     void writePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
     void write(const QString& path, const QByteArray& pdf);
     void end();
+    void pageDied();
     void tell(const QString& text);
     QWidget* frame() const;
 
@@ -51,5 +56,7 @@ private:
     QPointer<QWebEngineView> m_view;
     WebEnginePage* m_page;
     const PdfWatch& m_pdf;
+    /// What the user has refused to print is not offered again and again.
+    DialogSilence m_silence;
     std::unique_ptr<Job> m_job;
 };

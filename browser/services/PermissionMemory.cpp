@@ -1,16 +1,16 @@
 #include "browser/services/PermissionMemory.h"
 
-#include <QUrl>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QPair<QString, int> keyOf(const QUrl& site, PermissionKind kind)
+QPair<QUrl, int> keyOf(const QUrl& site, PermissionKind kind)
 {
-    const QString port = QString::number(site.port());
-    return {site.scheme() + u"://"_s + site.host(QUrl::FullyEncoded) + u':' + port,
-            static_cast<int>(kind)};
+    QUrl origin;
+    origin.setScheme(site.scheme());
+    origin.setHost(site.host());
+    origin.setPort(site.port());
+    return {origin, static_cast<int>(kind)};
 }
 
 QString purpose(PermissionKind kind)
@@ -68,4 +68,13 @@ void PermissionMemory::remember(const QUrl& site, PermissionKind kind, bool isGr
         remember(site, PermissionKind::Camera, true);
         remember(site, PermissionKind::Microphone, true);
     }
+}
+
+QSet<QUrl> PermissionMemory::sites() const
+{
+    QSet<QUrl> all;
+    for (auto known = m_answers.keyBegin(); known != m_answers.keyEnd(); ++known) {
+        all.insert(known->first);
+    }
+    return all;
 }

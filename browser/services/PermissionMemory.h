@@ -2,11 +2,11 @@
 
 #include <QHash>
 #include <QPair>
+#include <QSet>
 #include <QString>
+#include <QUrl>
 
 #include <optional>
-
-class QUrl;
 
 /// What a page may only do when the user has said so.
 enum class PermissionKind {
@@ -32,8 +32,10 @@ public:
     /// together are known from each of the two as well.
     std::optional<bool> answer(const QUrl& site, PermissionKind kind) const;
     void remember(const QUrl& site, PermissionKind kind, bool isGranted);
+    /// The sites that answers are known for.
+    QSet<QUrl> sites() const;
     void clear() { m_answers.clear(); }
 
 private:
-    QHash<QPair<QString, int>, bool> m_answers;
+    QHash<QPair<QUrl, int>, bool> m_answers;
 };

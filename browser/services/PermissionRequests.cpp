@@ -6,8 +6,13 @@
 #include "browser/services/SiteText.h"
 
 #include <QWebEngineFileSystemAccessRequest>
+#include <QWebEngineProfile>
 #include <QWebEngineRegisterProtocolHandlerRequest>
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+#include <QAbstractListModel>
+#include <QWebEngineDesktopMediaRequest>
+#endif
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
 #include <QWebEnginePermission>
 #else
@@ -62,6 +67,7 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
     : QObject(parent), m_asking(asking)
 {
     connectRequests();
+    connectScreen();
     refuseOthers();
     connect(&asking.page(), &WebEnginePage::navigationStarting, this,
             [this](const QUrl&, bool isMainFrame) {
@@ -73,6 +79,14 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
 }
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& /*memory*/)
+{
+    const QList<QWebEnginePermission> permissions = profile.listAllPermissions();
+    for (const QWebEnginePermission& permission : permissions) {
+        permission.reset();
+    }
+}
 
 void PermissionRequests::connectRequests()
 {
@@ -89,6 +103,18 @@ void PermissionRequests::connectRequests()
 }
 
 #else
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& memory)
+{
+    QWebEnginePage page(&profile); // any will do
+    const QSet<QUrl> sites = memory.sites();
+    for (const QUrl& site : sites) {
+        // The others the engine does not remember.
+        for (const Kind kind : {Kind::Notifications, Kind::Geolocation}) {
+            page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
+        }
+    }
+}
 
 void PermissionRequests::connectRequests()
 {
@@ -109,6 +135,22 @@ void PermissionRequests::connectRequests()
 }
 
 #endif
+
+void PermissionRequests::connectScreen()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    // Comes when the user has allowed it: the question was about the whole screen.
+    connect(&m_asking.page(), &QWebEnginePage::desktopMediaRequested, this,
+            [](const QWebEngineDesktopMediaRequest& request) {
+                const QAbstractListModel& screens = *request.screensModel();
+                if (screens.rowCount() > 0) {
+                    request.selectScreen(screens.index(0));
+                } else {
+                    request.cancel();
+                }
+            });
+#endif
+}
 
 void PermissionRequests::refuseOthers()
 {

@@ -7,6 +7,7 @@
 #include <functional>
 
 class AskingPage;
+class QWebEngineProfile;
 
 /// Asks whether a site may use the camera, know the place and so on: once per
 /// site, kind and run. What hardly anybody can judge is refused unasked.
@@ -15,10 +16,14 @@ class PermissionRequests : public QObject {
 public:
     explicit PermissionRequests(AskingPage& asking, QObject* parent);
 
+    /// Has the engine forget what it knows of the answers in `memory`.
+    static void forget(QWebEngineProfile& profile, const PermissionMemory& memory);
+
 private:
     using Answer = std::function<void(bool isGranted)>;
 
     void connectRequests();
+    void connectScreen();
     void refuseOthers();
     void requested(const QUrl& site, PermissionKind kind, const Answer& answer);
     void ask(const QUrl& site, PermissionKind kind, const Answer& answer);

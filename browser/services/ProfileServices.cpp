@@ -7,13 +7,9 @@
 #include "browser/services/frmBrowserData.h"
 #include "browser/services/frmDownloads.h"
 
-#include <QApplication>
 #include <QDesktopServices>
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-#include <QWebEnginePermission>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +46,8 @@ void ProfileServices::showDownloads()
 void ProfileServices::showBrowserData()
 {
     const DropsDisabled guard(m_shell);
-    frmBrowserData dialog(QApplication::activeWindow());
+    // The active window may show a page on the whole screen, which can end meanwhile.
+    frmBrowserData dialog(m_owner);
     if (dialog.exec() == QDialog::Accepted) {
         forget(dialog.chosen());
     }
@@ -68,23 +65,12 @@ void ProfileServices::forget(const BrowserData& data)
         m_profile.clearAllVisitedLinks();
     }
     if (data.permissions) {
-        forgetPermissions();
+        emit permissionsForgotten();
     }
     if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
         m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
                               u"Meldung"_s, Prompt::Icon::Exclamation);
     }
-}
-
-void ProfileServices::forgetPermissions()
-{
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    const QList<QWebEnginePermission> permissions = m_profile.listAllPermissions();
-    for (const QWebEnginePermission& permission : permissions) {
-        permission.reset();
-    }
-#endif
-    emit permissionsForgotten();
 }
 
 bool ProfileServices::mayEnd()
@@ -93,9 +79,9 @@ bool ProfileServices::mayEnd()
     if (running > 0) {
         const QString text =
             running == 1
-                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen ?"_s
-                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen ?"_s
-                      .arg(running);
+                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
+                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
+                      running);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
             return false;

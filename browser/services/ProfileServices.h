@@ -38,7 +38,6 @@ signals:
 private:
     frmDownloads& downloadsWindow();
     void forget(const BrowserData& data);
-    void forgetPermissions();
 
     Shell& m_shell;
     QWidget* m_owner;

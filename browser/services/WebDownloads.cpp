@@ -10,8 +10,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QWebEngineDownloadRequest>
+#include <QWebEngineHistory>
 #include <QWebEngineProfile>
-#include <QWebEngineView>
 
 #include <memory>
 
@@ -28,6 +28,12 @@ QString firstFolder()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
     return QFileInfo(folder).isDir() ? folder : QDir::homePath();
+}
+
+/// Who offers what `page` is about to load, if it has a document to do so with.
+const QObject* sourceOf(const WebEnginePage* page)
+{
+    return page != nullptr && page->history()->count() > 0 ? page : nullptr;
 }
 
 } // namespace
@@ -58,27 +64,23 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
 void WebDownloads::decide(QWebEngineDownloadRequest& download, WebEnginePage* page)
 {
     std::unique_ptr<WebEnginePage::Question> question;
-    QWidget* parent = m_owner;
+    const QObject* const source = sourceOf(page);
     if (page != nullptr) {
         question = std::make_unique<WebEnginePage::Question>(*page);
-        if (const QWebEngineView* view = QWebEngineView::forPage(page)) {
-            parent = view->window();
-        }
     }
     const DropsDisabled guard(m_shell);
     const QPointer<QWebEngineDownloadRequest> alive = &download;
-    // The page's window may be a window of its own, and close meanwhile.
-    const QPointer<QWidget> window = parent;
-    const QString path = isUnwanted(parent) ? QString() : askForPath(download, window);
+    const QString path = isUnwanted(source) ? QString() : askForPath(download);
     if (path.isEmpty()) {
-        ++m_refusals;
-        m_lastRefusal.start();
+        Refusals& refusals = m_refusals[source];
+        ++refusals.count;
+        refusals.last.start();
         if (alive) {
             download.cancel();
         }
         return;
     }
-    m_refusals = 0;
+    m_refusals.remove(source);
     const QFileInfo file(path);
     m_folder = file.absolutePath();
     if (!alive || download.state() != QWebEngineDownloadRequest::DownloadRequested) {
@@ -104,26 +106,25 @@ QString WebDownloads::proposedPath(const QString& name) const
     }));
 }
 
-QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download, QWidget* parent)
+QString WebDownloads::askForPath(const QWebEngineDownloadRequest& download)
 {
-    const QPointer<QWidget> window = parent;
     QString proposal = proposedPath(safeFileName(download.suggestedFileName()));
     while (true) {
-        QString path = m_shell.prompt().saveFileAs(window, u"Datei speichern unter"_s, proposal);
+        QString path = m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
         const QFileInfo folder(QFileInfo(path).absolutePath());
         QString obstacle;
         if (path.isEmpty()) {
             return {};
         }
         if (!folder.isDir() || !folder.isWritable()) {
-            obstacle = u"In den Ordner \"%1\" kann nicht geschrieben werden."_s.arg(
+            obstacle = u"In den Ordner „%1“ kann nicht geschrieben werden."_s.arg(
                 QDir::toNativeSeparators(folder.filePath()));
         } else if (m_table.isTarget(path)) {
             obstacle = u"Diese Datei wird gerade geladen. Wählen Sie einen anderen Namen."_s;
         } else {
             return path;
         }
-        m_shell.prompt().tell(window, obstacle, u"Meldung"_s, Prompt::Icon::Exclamation);
+        m_shell.prompt().tell(m_owner, obstacle, u"Meldung"_s, Prompt::Icon::Exclamation);
         proposal = folder.isDir() ? path : proposal;
     }
 }
@@ -207,19 +208,19 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
     QFile::remove(partialFile(running.path));
 }
 
-bool WebDownloads::isUnwanted(QWidget* parent)
+bool WebDownloads::isUnwanted(const QObject* page)
 {
-    if (!m_lastRefusal.isValid() || m_lastRefusal.hasExpired(burst.count())) {
-        m_refusals = 0;
-    }
-    if (m_refusals < bearable) {
+    m_refusals.removeIf([](const auto& entry) { return entry->last.hasExpired(burst.count()); });
+    const int refusals = m_refusals.value(page).count;
+    if (refusals < bearable) {
         return false;
     }
-    if (m_refusals == bearable &&
-        !m_shell.prompt().askYesNo(parent, u"Es kommen noch mehr Downloads. Alle ablehnen ?"_s,
+    if (refusals == bearable &&
+        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
                                    u"Downloads"_s, Prompt::Icon::Question)) {
-        m_refusals = 0;
+        m_refusals.remove(page);
         return false;
     }
+    m_shell.statusText(u"Ein weiterer Download dieser Seite wurde abgelehnt."_s);
     return true;
 }

@@ -17,7 +17,8 @@ class Shell;
 class WebDownloads : public QObject {
     Q_OBJECT
 public:
-    /// All outlive it. `owner` is the window that questions without a page belong to.
+    /// All outlive it. `owner` is the window that the questions belong to: a page's own may
+    /// close meanwhile, or show it on the whole screen for a while only.
     WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, DownloadTable& table);
 
 signals:
@@ -25,6 +26,11 @@ signals:
     void begun();
 
 private:
+    /// How many downloads the user has refused in a row, and when the last one.
+    struct Refusals {
+        int count = 0;
+        QElapsedTimer last;
+    };
     struct Running {
         DownloadTable::Id row = 0;
         QString path;
@@ -34,11 +40,11 @@ private:
     void requested(QWebEngineDownloadRequest* download);
     bool isResumed(QWebEngineDownloadRequest& download);
     void decide(QWebEngineDownloadRequest& download, WebEnginePage* page);
-    QString askForPath(const QWebEngineDownloadRequest& download, QWidget* parent);
+    QString askForPath(const QWebEngineDownloadRequest& download);
     QString proposedPath(const QString& name) const;
     void begin(QWebEngineDownloadRequest& download);
     void follow(QWebEngineDownloadRequest& download);
-    bool isUnwanted(QWidget* parent);
+    bool isUnwanted(const QObject* page);
     void cancel(quint32 id);
     void ended(QWebEngineDownloadRequest& download);
 
@@ -49,7 +55,7 @@ private:
     QString m_folder;
     /// Under the engine's numbers.
     QHash<quint32, Running> m_running;
-    /// How many downloads the user has refused in a row, and when the last one.
-    int m_refusals = 0;
-    QElapsedTimer m_lastRefusal;
+    /// Of each page that has a document. The windows that pages open for one download
+    /// each have none, and count together.
+    QHash<const QObject*, Refusals> m_refusals;
 };

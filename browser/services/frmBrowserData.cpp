@@ -23,13 +23,13 @@ frmBrowserData::frmBrowserData(QWidget* parent) : QDialog(parent)
     m_cache = addCheck(*layout, u"chkCache"_s, u"&Zwischenspeicher (Cache)"_s,
                        u"Kopien von Seiten und Bildern, die wieder geladen werden können"_s);
     m_visitedLinks = addCheck(*layout, u"chkLinks"_s, u"&Besuchte Links"_s,
-                              u"Verweise sehen danach wie noch nicht besucht aus; die Historie "
+                              u"Links sehen danach wie noch nicht besucht aus; die Historie "
                               "bleibt"_s);
     m_permissions = addCheck(*layout, u"chkPermissions"_s, u"B&erechtigungen"_s,
                              u"Seiten müssen danach wieder fragen"_s);
     m_storage = addCheck(*layout, u"chkStorage"_s, u"&Daten im Webspeicher (beim nächsten Start)"_s,
                          u"Lokaler Speicher und Datenbanken der Seiten; sie werden entfernt, wenn "
-                         "das Programm das nächste Mal beginnt"_s);
+                         "das Programm das nächste Mal startet"_s);
     addButtons(*layout);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     m_cookies->setChecked(true);

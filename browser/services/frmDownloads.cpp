@@ -216,12 +216,12 @@ void frmDownloads::openFile()
     const QString path = download->path;
     const QString name = QFileInfo(path).fileName();
     if (!QFileInfo::exists(path)) {
-        complain(u"Die Datei \"%1\" ist nicht mehr da."_s.arg(name));
+        complain(u"Die Datei „%1“ ist nicht mehr da."_s.arg(name));
     } else if (runsWhenOpened(path)) {
-        complain(u"\"%1\" kann ein Programm sein und wird von hier aus nicht geöffnet. Über "
-                 "\"Ordner anzeigen\" kommen Sie zu der Datei."_s.arg(name));
+        complain(u"„%1“ kann ein Programm sein und wird von hier aus nicht geöffnet. Über "
+                 "„Ordner anzeigen“ kommen Sie zu der Datei."_s.arg(name));
     } else if (!m_open(QUrl::fromLocalFile(path))) {
-        complain(u"Für die Datei \"%1\" wurde kein Programm gefunden."_s.arg(name));
+        complain(u"Für die Datei „%1“ wurde kein Programm gefunden."_s.arg(name));
     }
 }
 
@@ -233,9 +233,9 @@ void frmDownloads::showFolder()
     }
     const QString folder = QFileInfo(download->path).absolutePath();
     if (!QFileInfo(folder).isDir()) {
-        complain(u"Der Ordner \"%1\" ist nicht mehr da."_s.arg(folder));
+        complain(u"Der Ordner „%1“ ist nicht mehr da."_s.arg(folder));
     } else if (!m_open(QUrl::fromLocalFile(folder))) {
-        complain(u"Der Ordner \"%1\" kann nicht angezeigt werden."_s.arg(folder));
+        complain(u"Der Ordner „%1“ kann nicht angezeigt werden."_s.arg(folder));
     }
 }
 

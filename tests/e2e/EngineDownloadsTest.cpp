@@ -164,7 +164,7 @@ private slots:
         m_window->run(u"for (let i = 0; i < 5; ++i) window.open('/file?' + i)"_s);
         QTRY_COMPARE_WITH_TIMEOUT(m_world->closings, 5, 15000);
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().value(2),
-                 u"Downloads|Question|Es kommen noch mehr Downloads. Alle ablehnen ?"_s);
+                 u"Downloads|Question|Es kommen noch mehr Downloads. Alle ablehnen?"_s);
         QVERIFY(files().isEmpty());
     }
 

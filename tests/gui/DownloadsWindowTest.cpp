@@ -50,10 +50,10 @@ private slots:
 
     void opens()
     {
-        const QString none = u"Für die Datei \"a.txt\" wurde kein Programm gefunden."_s;
-        const QString gone = u"Die Datei \"a.txt\" ist nicht mehr da."_s;
-        const QString program = u"\"a.sh\" kann ein Programm sein und wird von hier aus nicht "
-                                "geöffnet. Über \"Ordner anzeigen\" kommen Sie zu der Datei."_s;
+        const QString none = u"Für die Datei „a.txt“ wurde kein Programm gefunden."_s;
+        const QString gone = u"Die Datei „a.txt“ ist nicht mehr da."_s;
+        const QString program = u"„a.sh“ kann ein Programm sein und wird von hier aus nicht "
+                                "geöffnet. Über „Ordner anzeigen“ kommen Sie zu der Datei."_s;
         for (const auto& [file, exists, canOpen, complaint] :
              {std::tuple{u"a.txt"_s, true, true, u""_s},
               {u"a.txt"_s, true, false, none},
