@@ -51,6 +51,15 @@ private slots:
         QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
     }
 
+    void crashesWhilePrinting()
+    {
+        m_page->findChild<PagePrinter*>()->print();
+        const QPointer<QWidget> dialog = m_window->window()->findChild<QWidget*>(u"frmPrint"_s);
+        QVERIFY(dialog && dialog->isVisible());
+        ::kill(pid_t(m_page->renderProcessPid()), SIGKILL);
+        QTRY_VERIFY(!dialog);
+    }
+
     void fullScreen_data()
     {
         QTest::addColumn<std::function<void()>>("end");
