@@ -10,6 +10,8 @@ namespace {
 constexpr std::chrono::milliseconds tick(200);
 /// How many ticks a page may take for its answer.
 constexpr int patience = 10;
+/// What the engine has decided before it heard the user comes that soon, in milliseconds.
+constexpr qint64 late = 500;
 
 } // namespace
 
@@ -23,6 +25,16 @@ WebCloseRequest::WebCloseRequest(WebEnginePage& page) : m_page(page)
             startWaiting();
         } else {
             m_isAsking = false;
+        }
+        if (!isLeaving) {
+            m_sinceStay.start();
+        }
+    });
+    // Held up by another page's question, the engine loses its own patience, asks all
+    // the same, and does not listen to the answer.
+    connect(&page, &WebEnginePage::windowCloseRequested, this, [this] {
+        if (!m_sinceStay.isValid() || m_sinceStay.hasExpired(late)) {
+            emit closing();
         }
     });
 }
@@ -53,6 +65,6 @@ void WebCloseRequest::wait()
     m_waited = QApplication::activeModalWidget() != nullptr ? 0 : m_waited + 1;
     if (m_waited >= patience) {
         m_patience.stop();
-        emit unanswered();
+        emit closing();
     }
 }

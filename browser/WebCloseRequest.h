@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -13,12 +14,13 @@ public:
     explicit WebCloseRequest(WebEnginePage& page);
 
     /// False when there is nothing to be asked, as no page is alive. Otherwise
-    /// the page's windowCloseRequested, or `unanswered`, follows unless the
-    /// user wants to stay.
+    /// `closing` follows, unless the user wants to stay.
     bool begin();
 
 signals:
-    void unanswered();
+    /// The page's window is to close: as the page itself wants it, or because the
+    /// page does not answer.
+    void closing();
 
 private:
     void startWaiting();
@@ -27,5 +29,6 @@ private:
     WebEnginePage& m_page;
     QTimer m_patience;
     int m_waited = 0;
+    QElapsedTimer m_sinceStay;
     bool m_isAsking = false;
 };

@@ -83,14 +83,13 @@ void WebEngineControl::connectLoading()
 void WebEngineControl::connectWindow()
 {
     connect(m_page, &QWebEnginePage::linkHovered, this, &EngineControl::StatusTextChange);
-    connect(&m_closeRequest, &WebCloseRequest::unanswered, this, &WebEngineControl::closeWindow);
+    connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
         emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
     });
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
-    connect(m_page, &QWebEnginePage::windowCloseRequested, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::downloadDecided, this,
             [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
 }

@@ -1,6 +1,7 @@
 #include "EngineWorld.h"
 
 #include <QDesktopServices>
+#include <QDialog>
 #include <QWebEngineView>
 #include <QtTest>
 
@@ -130,6 +131,32 @@ private slots:
         m_world.asker.onAsk = agree;
         QVERIFY(m_window->engine().AskToClose());
         QTRY_COMPARE(m_world.closings, 1);
+    }
+
+    void leavingTwo()
+    {
+        m_world->asker.onAsk = [](QWidget* parent, const PageQuestion&) {
+            QDialog dialog(parent);
+            QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
+            dialog.exec();
+            return PageAnswer();
+        };
+        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+            window->raise();
+            load(window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
+            QTRY_COMPARE(window->visits.size(), 1);
+            click(window);
+            connect(&window->engine(), &EngineControl::WindowClosing, this,
+                    [this] { m_isClosing = true; });
+        }
+        QVERIFY(m_window->engine().AskToClose());
+        QVERIFY(m_other->engine().AskToClose());
+        QTRY_COMPARE_WITH_TIMEOUT(m_world->asker.questions.size(), 2, 10000);
+        QTest::qWait(2500);
+        QVERIFY(!m_isClosing);
+        QVERIFY(m_other->engine().AskToClose());
+        QTRY_COMPARE(m_world->asker.questions.size(), 3);
+        QVERIFY(!m_isClosing);
     }
 
     void hungPage()

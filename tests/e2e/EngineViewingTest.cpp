@@ -45,6 +45,15 @@ private slots:
         QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
     }
 
+    void crashesWhilePrinting()
+    {
+        m_page->findChild<PagePrinter*>()->print();
+        const QPointer<QWidget> dialog = m_window->window()->findChild<QWidget*>(u"frmPrint"_s);
+        QVERIFY(dialog && dialog->isVisible());
+        ::kill(pid_t(m_page->renderProcessPid()), SIGKILL);
+        QTRY_VERIFY(!dialog);
+    }
+
     void fullScreen()
     {
         const auto endsBy = [this](const auto& end) {
