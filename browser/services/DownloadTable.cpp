@@ -62,6 +62,12 @@ int percentDone(const Download& download)
                             static_cast<double>(download.total));
 }
 
+QString progressText(const Download& download)
+{
+    const int percent = percentDone(download);
+    return percent < 0 ? u"unbekannt"_s : u"%1 %"_s.arg(percent);
+}
+
 DownloadTable::Id DownloadTable::add(const Download& download, const std::function<void()>& cancel)
 {
     const int row = rowCount();
@@ -168,10 +174,14 @@ QVariant DownloadTable::data(const QModelIndex& index, int role) const
     }
     const Download& download = at(index.row());
     if (role == Qt::ToolTipRole) { // quoted: a view would take tags in it for its own
-        return index.column() == Name ? QDir::toNativeSeparators(download.path).toHtmlEscaped()
-                                      : data(index, Qt::DisplayRole).toString().toHtmlEscaped();
+        return index.column() == Name
+                   ? QDir::toNativeSeparators(download.path).toHtmlEscaped()
+                   : data(index, Qt::AccessibleTextRole).toString().toHtmlEscaped();
     }
-    if (role != Qt::DisplayRole) {
+    if (role == Qt::AccessibleTextRole && index.column() == Progress) {
+        return progressText(download);
+    }
+    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) {
         return {};
     }
     switch (index.column()) {

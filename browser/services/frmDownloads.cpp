@@ -60,7 +60,7 @@ public:
 } // namespace
 
 frmDownloads::frmDownloads(Shell& shell, QWidget* owner, DownloadTable& table, Opener open)
-    : QWidget(owner, freeWindow), m_shell(shell), m_table(table), m_open(std::move(open))
+    : QDialog(owner, freeWindow), m_shell(shell), m_table(table), m_open(std::move(open))
 {
     setObjectName(u"frmDownloads"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -96,7 +96,7 @@ void frmDownloads::buildControls()
     layout->addLayout(buttons);
     m_list->setFocus();
     constexpr QSize firstSize(820, 240);
-    resize(firstSize);
+    resize(firstSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void frmDownloads::buildList()
@@ -261,6 +261,6 @@ void frmDownloads::keyPressEvent(QKeyEvent* event)
     } else if (isEnterKey(*event) && m_list->hasFocus() && m_openFile->isEnabled()) {
         openFile();
     } else {
-        QWidget::keyPressEvent(event);
+        QDialog::keyPressEvent(event);
     }
 }
