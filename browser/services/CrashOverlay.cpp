@@ -9,22 +9,22 @@
 using namespace Qt::StringLiterals;
 
 CrashOverlay::CrashOverlay(QWidget* view)
-    : QFrame(view), m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
+    : QFrame(view), m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
+      m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
 {
     setObjectName(u"CrashOverlay"_s);
     setAutoFillBackground(true);
-    auto* const headline = new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this);
-    QFont large = headline->font();
+    QFont large = m_headline->font();
     large.setPointSizeF(large.pointSizeF() * 1.4);
-    headline->setFont(large);
-    headline->setWordWrap(true);
+    m_headline->setFont(large);
+    m_headline->setWordWrap(true);
     m_reason->setObjectName(u"lblReason"_s);
     m_reason->setWordWrap(true);
     m_reload->setObjectName(u"cmdReload"_s);
     m_reload->setToolTip(u"Lädt die Seite noch einmal"_s);
     auto* const layout = new QVBoxLayout(this);
     layout->addStretch(1);
-    for (QLabel* const label : {headline, m_reason}) {
+    for (QLabel* const label : {m_headline, m_reason}) {
         label->setAlignment(Qt::AlignCenter);
         layout->addWidget(label);
     }
@@ -38,6 +38,7 @@ CrashOverlay::CrashOverlay(QWidget* view)
 void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
+    m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
     const bool hadFocus = parentWidget()->isAncestorOf(parentWidget()->window()->focusWidget());
     show();
     raise();

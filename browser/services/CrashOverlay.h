@@ -18,6 +18,7 @@ signals:
     void reloadWanted();
 
 private:
+    QLabel* m_headline;
     QLabel* m_reason;
     QPushButton* m_reload;
 };
