@@ -3,11 +3,13 @@
 #include "base/DialogKeys.h"
 #include "base/FreeWindow.h"
 #include "base/Guarded.h"
+#include "base/PlainToolTip.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
@@ -15,6 +17,7 @@
 #include <QScreen>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -33,6 +36,18 @@ public:
                 c = QLatin1Char(' ');
         }
         return text;
+    }
+
+    /// Tells what a column is too narrow for.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        const QString text = displayText(index.data(), {});
+        QToolTip::showText(event->globalPos(), isCut ? plainToolTip(text) : QString(), view);
+        return true;
     }
 };
 } // namespace

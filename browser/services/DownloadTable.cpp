@@ -1,5 +1,7 @@
 #include "browser/services/DownloadTable.h"
 
+#include "base/PlainToolTip.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -173,10 +175,10 @@ QVariant DownloadTable::data(const QModelIndex& index, int role) const
         return {};
     }
     const Download& download = at(index.row());
-    if (role == Qt::ToolTipRole) { // quoted: a view would take tags in it for its own
-        return index.column() == Name
-                   ? QDir::toNativeSeparators(download.path).toHtmlEscaped()
-                   : data(index, Qt::AccessibleTextRole).toString().toHtmlEscaped();
+    if (role == Qt::ToolTipRole) {
+        return plainToolTip(index.column() == Name
+                                ? QDir::toNativeSeparators(download.path)
+                                : data(index, Qt::AccessibleTextRole).toString());
     }
     if (role == Qt::AccessibleTextRole && index.column() == Progress) {
         return progressText(download);
