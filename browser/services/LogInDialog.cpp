@@ -40,7 +40,7 @@ LogInDialog::LogInDialog(const LogInQuestion& question, QWidget* parent)
     layout->setSizeConstraint(QLayout::SetFixedSize);
     auto* const text = new PageTextLabel(explanation(question), this);
     text->setObjectName(u"lblText"_s);
-    layout->addWidget(text);
+    layout->addWidget(text->fitted());
     auto* const fields = new QFormLayout;
     layout->addLayout(fields); // now, or its labels would come after all fields
     addFields(*fields, question);
