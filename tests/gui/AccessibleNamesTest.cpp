@@ -45,8 +45,7 @@ private:
         for (QWidget* control : controls) {
             const bool isOwnWindow = control->isWindow() || control->window() != window.window() ||
                                      control->inherits("QMdiSubWindow"); // its caption names it
-            if ((control->focusPolicy() & Qt::TabFocus) == 0 || isOwnWindow ||
-                control->focusProxy() != nullptr)
+            if ((control->focusPolicy() & Qt::TabFocus) == 0 || isOwnWindow)
                 continue;
             QAccessibleInterface* face = QAccessible::queryAccessibleInterface(control);
             if (face != nullptr && face->text(QAccessible::Name).isEmpty())
