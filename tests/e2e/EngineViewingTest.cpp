@@ -3,6 +3,7 @@
 #include "browser/services/FindBar.h"
 #include "browser/services/PagePrinter.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +20,7 @@ class EngineViewingTest : public QObject {
 private slots:
     void initTestCase()
     {
+        qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
         m_world = std::make_unique<EngineWorld>();
         m_world->server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
                                          "'this.requestFullscreen()'>Wort wort anderes");
@@ -34,6 +36,13 @@ private slots:
         QTRY_VERIFY(m_window->isActiveWindow());
     }
     void cleanup() { delete m_window; }
+
+    void assistiveToolsSeeThePage()
+    {
+        QAccessibleInterface* const view = QAccessible::queryAccessibleInterface(m_host);
+        QTRY_VERIFY(view->childCount() == 1 && view->child(0)->childCount() > 0);
+        QCOMPARE(view->child(0)->text(QAccessible::Name), u"Seite"_s);
+    }
 
     void savesAPdf()
     {
