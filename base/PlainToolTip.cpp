@@ -9,8 +9,7 @@ QString plainToolTip(const QString& text)
     QString shown = text.left(visibleAtMost);
     if (text.size() > visibleAtMost)
         shown += u'…';
-    constexpr QChar mayBreak(0x200B);
     for (qsizetype i = perLine; i < shown.size(); i += perLine + 1)
-        shown.insert(shown.at(i).isLowSurrogate() ? i + 1 : i, mayBreak);
-    return u"<span>%1</span>"_s.arg(shown.toHtmlEscaped());
+        shown.insert(shown.at(i).isLowSurrogate() ? i + 1 : i, u'\n');
+    return u"<p style='white-space:pre'>%1</p>"_s.arg(shown.toHtmlEscaped());
 }

@@ -1,6 +1,7 @@
 #include "browser/services/PagePrinter.h"
 
 #include "base/Prompt.h"
+#include "base/StaysOnScreen.h"
 #include "base/WindowGuards.h"
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageKeys.h"
@@ -129,6 +130,7 @@ void PagePrinter::choosePrinter()
     dialog->setObjectName(u"frmPrint"_s);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
+    new StaysOnScreen(dialog); // its options unfold downwards
     const auto drops = std::make_shared<DropsDisabled>(m_shell);
     connect(dialog, &QDialog::finished, this, [this, drops](int result) {
         QTimer::singleShot(0, this, [this, result] {

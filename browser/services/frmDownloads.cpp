@@ -97,6 +97,7 @@ void frmDownloads::buildControls()
     m_list->setFocus();
     constexpr QSize firstSize(820, 240);
     resize(firstSize.boundedTo(screen()->availableSize() * 9 / 10));
+    m_list->horizontalHeader()->resizeSection(DownloadTable::Name, width() / 4);
 }
 
 void frmDownloads::buildList()
@@ -118,7 +119,6 @@ void frmDownloads::buildList()
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
     constexpr int air = 24;
-    header->resizeSection(DownloadTable::Name, 220);
     header->resizeSection(DownloadTable::Progress, 100);
     header->resizeSection(DownloadTable::Size,
                           fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
