@@ -2,6 +2,7 @@
 
 #include "browser/services/OverPage.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -32,14 +33,24 @@ CrashOverlay::CrashOverlay(QWidget* view)
     layout->addStretch(2);
     connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
     hide();
+    view->installEventFilter(this);
     new OverPage(this, [this] { setGeometry(parentWidget()->rect()); });
+}
+
+bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
+{
+    // The view has nothing to show that could take keys.
+    if (watched == parentWidget() && event->type() == QEvent::FocusIn && isVisible())
+        m_reload->setFocus();
+    return QFrame::eventFilter(watched, event);
 }
 
 void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
-    const bool hadFocus = parentWidget()->isAncestorOf(parentWidget()->window()->focusWidget());
+    const QWidget* const focus = parentWidget()->window()->focusWidget();
+    const bool hadFocus = parentWidget() == focus || parentWidget()->isAncestorOf(focus);
     show();
     raise();
     if (hadFocus) {

@@ -14,6 +14,9 @@ public:
 
     void appear(const QString& reason);
 
+    /// Hands a focus that the view gets on to the button.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     void reloadWanted();
 
