@@ -9,6 +9,16 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool isFocusInside(const QWidget& widget)
+{
+    const QWidget* const focus = widget.window()->focusWidget();
+    return focus == &widget || widget.isAncestorOf(focus);
+}
+
+} // namespace
+
 CrashOverlay::CrashOverlay(QWidget* view)
     : QFrame(view), m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
       m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
@@ -49,11 +59,20 @@ void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
-    const QWidget* const focus = parentWidget()->window()->focusWidget();
-    const bool hadFocus = parentWidget() == focus || parentWidget()->isAncestorOf(focus);
+    const bool hadFocus = isFocusInside(*parentWidget());
     show();
     raise();
     if (hadFocus) {
         m_reload->setFocus();
+    }
+}
+
+void CrashOverlay::vanish()
+{
+    const bool hadFocus =
+        parentWidget()->window()->focusWidget() == parentWidget() || isFocusInside(*this);
+    hide();
+    if (hadFocus) {
+        parentWidget()->setFocus();
     }
 }
