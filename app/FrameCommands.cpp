@@ -7,8 +7,8 @@
 #include "app/ProgramStarter.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
-#include "base/Guarded.h"
 #include "base/Maker.h"
+#include "base/WindowGuards.h"
 #include "bookmarks/frmBook.h"
 #include "history/frmHistory.h"
 
@@ -55,7 +55,7 @@ void FrameCommands::buildTable()
 void FrameCommands::run(const QString& role)
 {
     if (const auto command = m_commands.value(role))
-        runCommand(m_frame.prompt(), &m_frame, command);
+        runCommand(m_frame, &m_frame, command);
 }
 
 void FrameCommands::prepare(const QString& role)
@@ -98,7 +98,7 @@ void FrameCommands::rebuildWindowList()
         if (m_windowList.isEmpty())
             m_windowList.append(menu->addSeparator());
         QString caption = window->windowTitle();
-        caption.replace(u'&', u"&&"_s);
+        caption.replace(u"[*][*]"_s, u"[*]"_s).replace(u'&', u"&&"_s); // doubled for titles only
         auto* entry = new QAction(u"&%1 %2"_s.arg(++number).arg(caption), menu);
         entry->setCheckable(true);
         entry->setChecked(window == m_frame.activeBrowser());
@@ -111,7 +111,7 @@ void FrameCommands::rebuildWindowList()
 
 void FrameCommands::openDropped(const DroppedAddress& address)
 {
-    runCommand(m_frame.prompt(), &m_frame, [&] {
+    runCommand(m_frame, &m_frame, [&] {
         if (address.text)
             m_frame.VisitUrl(*address.text);
         if (!address.files.isEmpty())

@@ -6,10 +6,10 @@
 #include "app/PaintPacer.h"
 #include "app/Prefer.h"
 #include "app/StartModule.h"
-#include "base/Guarded.h"
 #include "base/Maker.h"
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
+#include "base/WindowGuards.h"
 #include "history/HistoryList.h"
 
 #include <QCloseEvent>
@@ -245,7 +245,7 @@ void MDIForm1::unloadChildren()
 void MDIForm1::MDIForm_Unload()
 {
     if (!m_start.previousInstance()) {
-        runCommand(m_prompt, this, [this] { preferences().SavePref(); });
+        runCommand(*this, this, [this] { preferences().SavePref(); });
         m_history = {};
         m_browser = {};
     }

@@ -10,6 +10,7 @@
 #include "browser/DriveList.h"
 #include "browser/FileTable.h"
 #include "browser/GermanTexts.h"
+#include "browser/MovedProgram.h"
 #include "browser/WebEngineHost.h"
 #include "browser/services/PageDialogs.h"
 
@@ -56,11 +57,22 @@ void describeProgram()
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-/// Ends the program as the menu does; dialogs that are open are dismissed first.
+/// Closes the menu or dialog on top, if one is open: the command that opened it is
+/// still at work.
+bool dismissTop()
+{
+    if (QWidget* menu = QApplication::activePopupWidget())
+        return menu->close();
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog != nullptr)
+        dialog->done(QDialog::Rejected);
+    return dialog != nullptr;
+}
+
+/// Ends the program as the menu does; what is open over it is dismissed first.
 void endProgram(MDIForm1& frame, EndingPrompt& prompt)
 {
-    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-        dialog->done(QDialog::Rejected);
+    if (dismissTop()) {
         QTimer::singleShot(0, &frame, [&] { endProgram(frame, prompt); });
         return;
     }
@@ -78,13 +90,16 @@ int run(QApplication& application, const ShellStart& start)
 {
     const LinuxFileTable files;
     const PresentDrives drives;
-    WebEngineHost engines(
-        storage(QStandardPaths::AppLocalDataLocation), storage(QStandardPaths::CacheLocation),
-        [&](const QString& typed) { return resolveAddress(typed, files, drives); });
+    const QString folder = QCoreApplication::applicationDirPath();
+    WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
+                          storage(QStandardPaths::CacheLocation), [&](const QString& typed) {
+                              return resolveAddress(licenceFound(typed, folder, files), files,
+                                                    drives);
+                          });
     EndingPrompt prompt;
     PageDialogs asker;
     ProcessStarter starter;
-    AppInit module(QCoreApplication::applicationDirPath(), prompt, starter,
+    AppInit module(folder, prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
     engines.serve(frame, &frame, asker);

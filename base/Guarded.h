@@ -6,21 +6,29 @@
 #include <utility>
 
 /// Runs `command` at the edge of the program, where no exception may leave a
-/// slot or an event handler: an error is shown to the user as a message, and
-/// the program stays as it is. Returns whether the command went through.
-template <typename Command>
-bool runCommand(Prompt& prompt, QWidget* parent, Command&& command)
+/// slot or an event handler: `report` gets the text of an error, and the program
+/// stays as it is. Returns whether the command went through.
+template <typename Command, typename Report>
+bool runReporting(Command&& command, Report&& report)
 {
     try {
         std::forward<Command>(command)();
         return true;
     } catch (const Error& error) {
-        prompt.tell(parent, error.text(), QStringLiteral("Meldung"), Prompt::Icon::Exclamation);
+        report(error.text());
     } catch (const std::exception& error) {
-        prompt.tell(parent, QString::fromUtf8(error.what()), QStringLiteral("Meldung"),
-                    Prompt::Icon::Exclamation);
+        report(QString::fromUtf8(error.what()));
     }
     return false;
+}
+
+/// As above, in a dialog: the user is shown the text as a message.
+template <typename Command>
+bool runCommand(Prompt& prompt, QWidget* parent, Command&& command)
+{
+    return runReporting(std::forward<Command>(command), [&](const QString& text) {
+        prompt.tell(parent, text, QStringLiteral("Meldung"), Prompt::Icon::Exclamation);
+    });
 }
 
 /// Runs one statement of a handler that ignores errors statement by statement,

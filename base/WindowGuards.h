@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Guarded.h"
 #include "base/Shell.h"
 
 #include <QWidget>
@@ -15,6 +16,17 @@ public:
 private:
     Shell& m_shell;
 };
+
+/// `runCommand` of a window outside of any dialog: the frame takes no drops while the
+/// message is open.
+template <typename Command>
+bool runCommand(Shell& shell, QWidget* parent, Command&& command)
+{
+    return runReporting(std::forward<Command>(command), [&](const QString& text) {
+        const DropsDisabled guard(shell);
+        shell.prompt().tell(parent, text, QStringLiteral("Meldung"), Prompt::Icon::Exclamation);
+    });
+}
 
 /// While it lives, the window shows the wait pointer.
 class WaitPointer {

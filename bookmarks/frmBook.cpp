@@ -162,7 +162,7 @@ void frmBook::run(const std::function<void()>& command)
     if (m_closing || !command || !takeLabel())
         return;
     ++m_running;
-    runCommand(m_shell.prompt(), this, [this, &command] {
+    runCommand(m_shell, this, [this, &command] {
         try {
             command();
         } catch (const Error& error) {
@@ -225,7 +225,7 @@ bool frmBook::takeLabel()
 
 void frmBook::labelEdited(const QModelIndex& node, const QString& typed)
 {
-    runCommand(m_shell.prompt(), this, [this, &node, &typed] {
+    runCommand(m_shell, this, [this, &node, &typed] {
         const DirNameCheck check = m_commands->AfterLabelEdit(node, typed);
         const QString message = dirNameMessage(check, cleanDirName(typed));
         m_labelRefused = !message.isEmpty();
@@ -256,7 +256,7 @@ void frmBook::closeEvent(QCloseEvent* event)
     }
     m_closing = true;
     takeLabel();
-    runCommand(m_shell.prompt(), this, [this] { askToSave(); });
+    runCommand(m_shell, this, [this] { askToSave(); });
     unload();
     event->accept();
 }

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,6 +26,7 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->setEditable(true);
     m_address->setInsertPolicy(QComboBox::NoInsert);
     m_address->setCompleter(nullptr);
+    m_address->lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // "data:" may be long
     m_address->setAcceptDrops(true);
     // The box itself goes by its text; its line is what has the focus.
     m_address->lineEdit()->setAccessibleName(u"Adresse"_s);

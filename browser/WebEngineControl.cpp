@@ -93,6 +93,9 @@ void WebEngineControl::connectWindow()
         }
     });
     connect(&m_closeRequest, &WebCloseRequest::unanswered, this, &WebEngineControl::closeWindow);
+    connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
+        emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
+    });
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
@@ -126,7 +129,7 @@ void WebEngineControl::start()
     if (isForDesktop(url)) {
         m_isStarting = false;
         emit m_page->desktopAddressMet(url, true);
-    } else if (url.isValid() && !url.scheme().isEmpty()) {
+    } else if (url.isValid() && isForEngine(url)) {
         m_page->load(url);
     } else {
         m_noAddress = typed;
@@ -240,6 +243,10 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
         if (request.isUserInitiated()) {
             emit m_page->desktopAddressMet(request.requestedUrl(), false);
         }
+        return false;
+    }
+    if (isForNobody(request.requestedUrl())) {
+        emit m_page->barredAddressMet(request.requestedUrl());
         return false;
     }
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());

@@ -82,6 +82,7 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
     settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, true); // the user is asked
     settings.setUnknownUrlSchemePolicy(
         QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)

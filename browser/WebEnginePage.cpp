@@ -46,6 +46,10 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
         }
         return false;
     }
+    if (isForNobody(url)) {
+        emit barredAddressMet(url);
+        return false;
+    }
     emit navigationStarting(url, isMainFrame);
     return true;
 }

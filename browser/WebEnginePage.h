@@ -49,6 +49,8 @@ signals:
     /// The page goes nowhere, as `url` is for another program of the desktop. It
     /// comes from the user, or from the page.
     void desktopAddressMet(const QUrl& url, bool isUsersOwn);
+    /// The page wants to go to an address that nobody is to open.
+    void barredAddressMet(const QUrl& url);
     /// The page has the user asked whether it may be left, and the answer.
     void leaveAsked();
     void leaveAnswered(bool isLeaving);

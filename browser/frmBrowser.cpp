@@ -72,6 +72,10 @@ void frmBrowser::connectControls()
     connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { rememberFocus(now); });
+    // A click gives the focus to what it meets, which activates the window before the
+    // change is told.
+    connect(this, &QMdiSubWindow::aboutToActivate, this,
+            [this] { rememberFocus(QApplication::focusWidget()); });
 }
 
 void frmBrowser::connectEngine()
@@ -196,7 +200,9 @@ void frmBrowser::driveClicked(const QString& entry)
 
 void frmBrowser::busyTick()
 {
-    if (m_engine->Busy()) {
+    bool isBusy = false;
+    ignoringErrors([&] { isBusy = m_engine->Busy(); });
+    if (isBusy) {
         caption(u"In Bearbeitung..."_s);
         m_busy->advance();
         return;

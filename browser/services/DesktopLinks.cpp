@@ -57,32 +57,35 @@ bool DesktopLinks::takeClick()
 void DesktopLinks::met(const QUrl& url, bool isUsersOwn)
 {
     if (isUsersOwn || takeClick()) {
-        m_asking.whenItIsOurTurn(this, [this, url, isUsersOwn] { open(url, isUsersOwn); });
+        const QString asker = isUsersOwn ? QString() : siteName(m_asking.page().url());
+        m_asking.whenItIsOurTurn(this, [this, url, asker] { open(url, asker); });
     }
 }
 
-void DesktopLinks::open(const QUrl& url, bool isUsersOwn)
+void DesktopLinks::open(const QUrl& url, const QString& asker)
 {
     const QString address = cleanLine(url.toString(QUrl::FullyEncoded));
     const bool mayOpen =
-        m_asking.desk().desktopSchemes.contains(url.scheme()) || ask(url, address, isUsersOwn);
+        m_asking.desk().desktopSchemes.contains(url.scheme()) || ask(url, address, asker);
     if (mayOpen && !QDesktopServices::openUrl(url)) {
         m_asking.ask({.title = u"Anderes Programm"_s,
                       .text = u"Für „%1“ ist kein Programm eingerichtet."_s.arg(address)});
     }
 }
 
-bool DesktopLinks::ask(const QUrl& url, const QString& address, bool isUsersOwn)
+bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& asker)
 {
-    const QString site = isUsersOwn ? QString() : siteName(m_asking.page().url()) + u":\n\n"_s;
-    const PageAnswer answer = m_asking.ask(
-        {.title = u"Anderes Programm"_s,
-         .text =
-             site + u"Soll „"_s + address + u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
-         .accept = u"Öffnen"_s,
-         .refuse = u"Abbrechen"_s,
-         .isRisky = true,
-         .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(url.scheme())});
+    constexpr qsizetype longestScheme = 20;
+    const QString site = asker.isEmpty() ? QString() : asker + u":\n\n"_s;
+    const PageAnswer answer =
+        m_asking.ask({.title = u"Anderes Programm"_s,
+                      .text = site + u"Soll „"_s + address +
+                              u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
+                      .accept = u"Öffnen"_s,
+                      .refuse = u"Abbrechen"_s,
+                      .isRisky = true,
+                      .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(
+                          cleanLine(url.scheme(), longestScheme))});
     if (answer.isAccepted && answer.isChecked) {
         m_asking.desk().desktopSchemes.insert(url.scheme());
     }

@@ -20,8 +20,9 @@ protected:
 private:
     void met(const QUrl& url, bool isUsersOwn);
     bool takeClick();
-    void open(const QUrl& url, bool isUsersOwn);
-    bool ask(const QUrl& url, const QString& address, bool isUsersOwn);
+    /// `asker`: the site that wants it, empty when it is the user.
+    void open(const QUrl& url, const QString& asker);
+    bool ask(const QUrl& url, const QString& address, const QString& asker);
 
     AskingPage& m_asking;
     /// Runs since the user's last click or key, until it has been used up.

@@ -13,11 +13,11 @@ public:
 
     /// The user goes somewhere, or loads the page again.
     void userNavigates() { *this = {m_page}; }
-    /// The page is at `url` now. Another query or fragment is the same page: a
-    /// script gives itself a new one as often as it likes.
+    /// The page is at `url` now. Only another site is another page: on its own a script
+    /// goes to new addresses as often as it likes.
     void movedTo(const QUrl& url)
     {
-        constexpr auto page = QUrl::RemoveQuery | QUrl::RemoveFragment;
+        constexpr auto page = QUrl::RemovePath | QUrl::RemoveQuery | QUrl::RemoveFragment;
         if (!url.matches(m_page, page)) {
             *this = {url};
         }

@@ -2,6 +2,7 @@
 
 #include "base/Shell.h"
 #include "browser/WebEnginePage.h"
+#include "browser/services/DesktopSchemes.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -151,6 +152,12 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     commands.items[Item::CopyImageAddress] = [copy, media] { copy(media); };
     commands.items[Item::OpenLinkInWindow] = [this, link] { m_shell.VisitUrl(link); };
     commands.items[Item::OpenImageInWindow] = [this, media] { m_shell.VisitUrl(media); };
+    if (isForDesktop(request.linkUrl())) {
+        for (const Item item : {Item::OpenLink, Item::OpenLinkInWindow})
+            commands.items[item] = [this, url = request.linkUrl()] {
+                emit m_page->desktopAddressMet(url, true);
+            };
+    }
     commands.correct = [this](const QString& word) { m_page->replaceMisspelledWord(word); };
     return commands;
 }

@@ -7,17 +7,20 @@
 #include <QWebEnginePage>
 #include <QWebEngineView>
 
-PageFind::PageFind(QWidget* window, QWebEngineView* view, QWebEnginePage* page)
-    : QObject(page), m_page(page), m_view(view)
+PageFind::PageFind(QWebEnginePage* page) : QObject(page), m_page(page)
 {
-    addPageKeys(window, {Qt::CTRL | Qt::Key_F}, this, [this] { open(); });
-    addPageKeys(window, {Qt::Key_F3}, this, [this] { step(false); });
-    addPageKeys(window, {Qt::SHIFT | Qt::Key_F3}, this, [this] { step(true); });
     // The marks are gone with the old document, the bar is still there.
     connect(page, &QWebEnginePage::loadFinished, this, [this] {
         if (m_bar)
             m_bar->again();
     });
+}
+
+void PageFind::serve(QWidget* window)
+{
+    addPageKeys(window, {Qt::CTRL | Qt::Key_F}, this, [this] { open(); });
+    addPageKeys(window, {Qt::Key_F3}, this, [this] { step(false); });
+    addPageKeys(window, {Qt::SHIFT | Qt::Key_F3}, this, [this] { step(true); });
 }
 
 void PageFind::open()
@@ -26,13 +29,21 @@ void PageFind::open()
         shown->open();
 }
 
+void PageFind::close()
+{
+    if (m_bar && !m_bar->isHidden())
+        m_bar->close();
+}
+
 FindBar* PageFind::bar()
 {
-    if (m_bar || !m_view)
+    QWebEngineView* const view = QWebEngineView::forPage(m_page);
+    if (!view || (m_bar && m_bar->parent() == view))
         return m_bar;
-    m_bar = new FindBar(m_view);
+    delete m_bar;
+    m_bar = new FindBar(view);
     connect(m_bar, &FindBar::find, this, &PageFind::find);
-    connect(m_bar, &FindBar::closed, m_view, [this] { m_view->setFocus(); });
+    connect(m_bar, &FindBar::closed, view, [view] { view->setFocus(); });
     return m_bar;
 }
 

@@ -2,6 +2,7 @@
 
 #include "browser/services/PageHint.h"
 #include "browser/services/PageKeys.h"
+#include "browser/services/SiteText.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -48,8 +49,7 @@ void dropFocus(const QWebEngineView& view)
 
 QString hintFor(const QString& site)
 {
-    const QString end = u"Esc beendet die Vollbildanzeige."_s;
-    return site.isEmpty() ? end : u"%1 zeigt ein Vollbild. %2"_s.arg(site, end);
+    return u"%1 zeigt ein Vollbild. Esc beendet die Vollbildanzeige."_s.arg(site);
 }
 
 } // namespace
@@ -74,7 +74,7 @@ void PageFullScreen::answer(QWebEngineFullScreenRequest request)
 {
     if (m_isWanted != request.toggleOn()) {
         m_isWanted = request.toggleOn();
-        m_site = request.origin().host();
+        m_site = siteName(request.origin());
         QTimer::singleShot(0, this, &PageFullScreen::follow);
     }
     request.accept();
@@ -119,6 +119,7 @@ void PageFullScreen::leave()
     m_isWanted = false;
     if (!m_screen)
         return;
+    emit leaving();
     QWebEngineView* const screen = m_screen;
     m_screen = nullptr;
     dropFocus(*screen);

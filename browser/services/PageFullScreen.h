@@ -27,6 +27,8 @@ public:
 signals:
     /// `screen` now shows the page, until it is destroyed.
     void entered(QWebEngineView* screen);
+    /// The page is about to go back to its window.
+    void leaving();
 
 private:
     void answer(QWebEngineFullScreenRequest request);

@@ -43,7 +43,7 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
                                 QWebEngineView* view)
 {
     auto* const pdf = new PdfWatch(m_page);
-    auto* const find = new PageFind(window, view, m_page);
+    auto* const find = new PageFind(m_page);
     auto* const zoom = new PageZoom(m_page, *pdf);
     auto* const printer = new PagePrinter(shell, window, view, m_page, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, m_page);
@@ -64,11 +64,15 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
     };
     auto* const menu = new PageContextMenu(shell, m_page, commands);
 
+    find->serve(window);
     zoom->serve(window, view);
     menu->serve(view);
     connect(printer, &PagePrinter::starting, fullScreen, &PageFullScreen::leave);
-    connect(fullScreen, &PageFullScreen::entered, this, [zoom, menu](QWebEngineView* screen) {
+    connect(fullScreen, &PageFullScreen::entered, this, [=](QWebEngineView* screen) {
+        find->close();
+        find->serve(screen);
         zoom->serve(screen, screen);
         menu->serve(screen);
     });
+    connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);
 }

@@ -24,6 +24,9 @@ using Kind = QWebEnginePermission::PermissionType;
 using Kind = QWebEnginePage::Feature;
 #endif
 
+/// Frames of ever new sites could ask for ever.
+constexpr int mostRefusals = 5;
+
 std::optional<PermissionKind> kindOf(Kind kind)
 {
     switch (kind) {
@@ -61,7 +64,12 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
     connectRequests();
     refuseOthers();
     connect(&asking.page(), &WebEnginePage::navigationStarting, this,
-            [this](const QUrl&, bool isMainFrame) { m_document += isMainFrame ? 1 : 0; });
+            [this](const QUrl&, bool isMainFrame) {
+                if (isMainFrame) {
+                    ++m_document;
+                    m_refusals = 0;
+                }
+            });
 }
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
@@ -122,7 +130,7 @@ void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const 
         return;
     }
     m_asking.whenItIsOurTurn(this, [this, site, kind, answer, document = m_document] {
-        if (document == m_document) {
+        if (document == m_document && m_refusals < mostRefusals) {
             ask(site, kind, answer);
         } else {
             answer(false);
@@ -144,6 +152,7 @@ void PermissionRequests::ask(const QUrl& site, PermissionKind kind, const Answer
                         .isAccepted;
         if (!m_asking.page().isRetired()) { // else nobody has said anything
             memory.remember(site, kind, *isGranted);
+            m_refusals += *isGranted ? 0 : 1;
         }
     }
     answer(*isGranted);

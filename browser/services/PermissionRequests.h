@@ -25,4 +25,6 @@ private:
     AskingPage& m_asking;
     /// Counts the documents: a question of an earlier one is no longer put.
     int m_document = 0;
+    /// Of this document, by the user.
+    int m_refusals = 0;
 };

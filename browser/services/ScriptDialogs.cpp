@@ -39,6 +39,11 @@ PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestio
     }
     question.title = siteName(site);
     question.text = siteName(site) + u" meldet:\n\n"_s + cleanText(text);
+    return askOfferingSilence(question);
+}
+
+PageAnswer ScriptDialogs::askOfferingSilence(PageQuestion question)
+{
     if (m_silence.offersSilence()) {
         question.checkBox = u"&Weitere Meldungen dieser Seite unterdrücken"_s;
     }
@@ -69,11 +74,13 @@ std::optional<QString> ScriptDialogs::prompt(const QUrl& site, const QString& te
 
 bool ScriptDialogs::leave()
 {
-    return m_asking
-        .ask({.title = siteName(m_asking.page().url()),
-              .text = u"Diese Seite verlassen? Eingaben gehen möglicherweise verloren."_s,
-              .accept = u"Verlassen"_s,
-              .refuse = u"Bleiben"_s,
-              .isRisky = true})
-        .isAccepted;
+    // A script can put this question, too, and as often as any other.
+    return m_silence.isSilenced() ||
+           askOfferingSilence(
+               {.title = siteName(m_asking.page().url()),
+                .text = u"Diese Seite verlassen? Eingaben gehen möglicherweise verloren."_s,
+                .accept = u"Verlassen"_s,
+                .refuse = u"Bleiben"_s,
+                .isRisky = true})
+               .isAccepted;
 }

@@ -23,6 +23,7 @@ public:
 
 private:
     PageAnswer ask(const QUrl& site, const QString& text, PageQuestion question);
+    PageAnswer askOfferingSilence(PageQuestion question);
 
     AskingPage& m_asking;
     DialogSilence m_silence;

@@ -1,5 +1,6 @@
 #include "browser/AddressResolver.h"
 #include "browser/DriveList.h"
+#include "browser/MovedProgram.h"
 #include "tests/core/FakeFileTable.h"
 
 #include <QDir>
@@ -79,6 +80,17 @@ private slots:
             const auto found = resolveAddress(QString::fromUtf8(typed), disk(), drives());
             QVERIFY2(found.toEncoded() == url, (typed + (" is " + found.toEncoded())).constData());
         }
+    }
+
+    void licenceOfAMovedProgram()
+    {
+        const auto found = [](const char* typed) {
+            return licenceFound(QString::fromLatin1(typed), u"/new"_s, disk());
+        };
+        for (const char* old : {"/old\\Lizenz.txt", "/media/a b\\lizenz.txt"})
+            QCOMPARE(found(old), u"/new\\Lizenz.txt"_s);
+        for (const char* other : {"/opt/tessera\\lizenz.txt", "/old/Lizenz.txt", "x\\Lizenz.txt"})
+            QCOMPARE(found(other), QString::fromLatin1(other));
     }
 
     void cannotBeAnAddress()

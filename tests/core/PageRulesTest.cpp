@@ -42,6 +42,11 @@ private slots:
         for (const QString& url : {u"http://h"_s, u"FILE:///x"_s, u"JavaScript:1"_s, u"data:,x"_s,
                                    u"c:x"_s, u"view-source:http://h"_s, u"rel/ative"_s, QString()})
             QVERIFY2(!isForDesktop(QUrl(url)), qPrintable(url));
+        // The engine would hand them over by itself.
+        for (const QString& url : {u"ftp://h"_s, u"jar:file:///x"_s, u"VBScript:x"_s, u"c:x"_s})
+            QVERIFY2(isForNobody(QUrl(url)), qPrintable(url));
+        for (const QString& url : {u"rel/ative"_s, u"about:blank"_s, QString()})
+            QVERIFY2(!isForNobody(QUrl(url)), qPrintable(url));
     }
 
     void permissions()
@@ -68,9 +73,9 @@ private slots:
         silence.movedTo(QUrl(u"http://h/a"_s));
         QVERIFY(!silence.offersSilence() && silence.offersSilence());
         silence.silence();
-        silence.movedTo(QUrl(u"http://h/a?x#y"_s));
+        silence.movedTo(QUrl(u"http://h/b?x#y"_s));
         QVERIFY(silence.isSilenced());
-        silence.movedTo(QUrl(u"http://h/b"_s));
+        silence.movedTo(QUrl(u"http://i/b"_s));
         QVERIFY(!silence.isSilenced() && !silence.offersSilence());
         silence.silence();
         silence.userNavigates();

@@ -218,6 +218,13 @@ private slots:
         QVERIFY(f.engine(1)->host()->hasFocus());
         f.frame().area().setActiveSubWindow(f.window(1));
         QVERIFY(combo->hasFocus());
+        // A click says itself where the focus is to be, whatever was there before.
+        for (QWidget* place : {f.engine(0)->host(), static_cast<QWidget*>(combo->lineEdit())}) {
+            f.frame().area().setActiveSubWindow(f.window(2));
+            QTest::mouseClick(place, Qt::LeftButton);
+            QVERIFY(f.window(1)->isAncestorOf(QApplication::focusWidget()));
+            QCOMPARE(combo->hasFocus(), place == combo->lineEdit());
+        }
         f.start.preferences().HomeUrl({});
         f.frame().NewBrowser(); // an empty window waits for an address
         QVERIFY(f.window(3)->findChild<QComboBox*>(u"cboAddress"_s)->hasFocus());
