@@ -86,7 +86,7 @@ void compare(Report& report, const QString& what, const QString& against, double
              const std::function<void()>& ours, const std::function<void()>& bare)
 {
     const Medians medians = interleaved(
-        runs, [&] { return milliseconds(ours); }, [&] { return milliseconds(bare); });
+        runs, [&] { return measured(ours); }, [&] { return measured(bare); });
     report.ratio(what, against, medians.ours, medians.bare, u"ms"_s, most);
 }
 

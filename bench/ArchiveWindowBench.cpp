@@ -37,7 +37,7 @@ void writeArchive(const QString& path, qint16 folders, qint16 bookmarksPerFolder
 double open(FakeShell& shell, std::unique_ptr<frmBook>& window)
 {
     window.reset();
-    return milliseconds([&] {
+    return measured([&] {
         window = std::make_unique<frmBook>(shell, nullptr);
         window->show();
         QApplication::processEvents();
@@ -48,7 +48,7 @@ double openBare(const QString& path)
 {
     std::vector<BareFolder> folders;
     QTreeWidget tree;
-    return milliseconds([&] {
+    return measured([&] {
         auto* root = new QTreeWidgetItem(&tree, {u"Archiv"_s});
         root->setExpanded(true);
         readBare(path, [&](BareFolder folder) {
@@ -70,12 +70,12 @@ void add(Report& report, frmBook& window, const QString& where)
     std::vector<double> bookmarks;
     for (int i = 0; i < runs; ++i) {
         window.view().selectNode(window.view().model()->index(0, 0));
-        folders.push_back(milliseconds([&window] {
+        folders.push_back(measured([&window] {
             window.findChild<QAction*>(u"mn_AddOrdner"_s)->trigger();
             QApplication::processEvents();
         }));
         window.view().commitLabel();
-        bookmarks.push_back(milliseconds([&window] {
+        bookmarks.push_back(measured([&window] {
             window.AddBkmToArchive(u"Titel"_s, u"http://neu"_s, {});
             QApplication::processEvents();
         }));

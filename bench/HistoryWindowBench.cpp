@@ -48,7 +48,7 @@ std::vector<Texts> textsOf(const HistoryCollection& history)
 double openAndSort(FakeShell& shell, const QString& sortCommand)
 {
     std::unique_ptr<frmHistory> window;
-    return milliseconds([&] {
+    return measured([&] {
         window = std::make_unique<frmHistory>(shell, nullptr);
         window->show();
         QApplication::processEvents();
@@ -62,7 +62,7 @@ double openAndSort(FakeShell& shell, const QString& sortCommand)
 double fillBareTable(const std::vector<Texts>& texts)
 {
     QTableWidget table;
-    return milliseconds([&] {
+    return measured([&] {
         table.setColumnCount(3);
         table.setRowCount(static_cast<int>(texts.size()));
         int row = 0;

@@ -66,7 +66,7 @@ int Report::run(const std::function<void(Report&)>& measure)
     }
 }
 
-double milliseconds(const std::function<void()>& action)
+double measured(const std::function<void()>& action)
 {
     QElapsedTimer clock;
     clock.start();

@@ -35,7 +35,8 @@ private:
     bool m_allKept = true;
 };
 
-double milliseconds(const std::function<void()>& action);
+/// How long `action` takes, in milliseconds.
+double measured(const std::function<void()>& action);
 /// Of at least one value.
 double median(std::vector<double> values);
 

@@ -36,7 +36,7 @@ pid_t start(const std::string& program, const std::string& argument)
 double timeOf(const std::string& program, const std::string& argument)
 {
     std::this_thread::sleep_for(rest);
-    return milliseconds([&] {
+    return measured([&] {
         int status = 0;
         const pid_t child = start(program, argument);
         if (::waitpid(child, &status, 0) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0)

@@ -23,7 +23,7 @@ double medianMilliseconds(HistoryCollection& history, int first, int step)
     for (int i = 0; i < visits; ++i) {
         const QString url = address(first + i * step);
         times.push_back(
-            milliseconds([&] { addVisit(history, url, QStringLiteral("Titel"), now, rows); }));
+            measured([&] { addVisit(history, url, QStringLiteral("Titel"), now, rows); }));
     }
     return median(times);
 }
