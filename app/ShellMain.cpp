@@ -1,4 +1,5 @@
 #include "app/AppInit.h"
+#include "app/DarkTitles.h"
 #include "app/EndSignals.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
@@ -131,6 +132,7 @@ int tesseraMain(const ShellStart& start)
     std::array<char*, 2> arguments{start.programName, nullptr};
     QApplication application(count, arguments.data());
     describeProgram();
+    DarkTitles::install();
     installGermanTexts();
     return run(application, start);
 }

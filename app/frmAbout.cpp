@@ -22,7 +22,7 @@ QLabel* plainLabel(const QString& name, const QString& text)
 } // namespace
 
 frmAbout::frmAbout(const Shell& shell, QWidget* owner)
-    : QWidget(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
+    : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -67,7 +67,7 @@ bool frmAbout::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowDeactivate)
         close();
-    return QWidget::event(event);
+    return QDialog::event(event);
 }
 
 void frmAbout::keyPressEvent(QKeyEvent* event)
@@ -75,5 +75,5 @@ void frmAbout::keyPressEvent(QKeyEvent* event)
     if (isEscapeKey(*event))
         close();
     else
-        QWidget::keyPressEvent(event);
+        QDialog::keyPressEvent(event);
 }

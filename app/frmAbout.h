@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QWidget>
+#include <QDialog>
 
 class Shell;
 
 /// The about box: icon, title and the maker's lines. It deletes itself when it
 /// loses the focus or on Escape.
-class frmAbout : public QWidget {
+class frmAbout : public QDialog {
     Q_OBJECT
 public:
     frmAbout(const Shell& shell, QWidget* owner);

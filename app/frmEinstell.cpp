@@ -92,6 +92,7 @@ void frmEinstell::addChecks(QGridLayout& grid)
     m_combo1->setInsertPolicy(QComboBox::NoInsert);
     // A typed 1 is to stay a 1 and not to become the first item.
     m_combo1->setCompleter(nullptr);
+    m_combo1->lineEdit()->setAccessibleName(QStringLiteral("Historie"));
     addLabel(grid, 3, QStringLiteral("Label4"), QStringLiteral("Historie:"), m_combo1);
     grid.addWidget(m_combo1, 3, 1);
     auto* unit = new QLabel(QStringLiteral("(Einträge maximal)"));

@@ -2,9 +2,12 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QTreeView>
 
 namespace {
 QMessageBox::Icon boxIcon(Prompt::Icon icon)
@@ -58,8 +61,21 @@ QString nameFilter(const QString& filter)
     return filter.left(bar) + QStringLiteral(" (") + patterns + QLatin1Char(')');
 }
 
+/// Makes room for whole names, and for types and dates in German.
+void spread(QFileDialog& dialog)
+{
+    constexpr QSize wanted(720, 440);
+    dialog.resize(wanted.boundedTo(dialog.screen()->availableSize() * 9 / 10));
+    const auto* files = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+    if (files == nullptr)
+        return;
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
 QString chosenFile(QFileDialog& dialog)
 {
+    spread(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return dialog.selectedFiles().constFirst();

@@ -28,6 +28,8 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->setCompleter(nullptr);
     m_address->lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // "data:" may be long
     m_address->setAcceptDrops(true);
+    // The box itself goes by its text; its line is what has the focus.
+    m_address->lineEdit()->setAccessibleName(u"Adresse"_s);
     m_address->setToolTip(u"Adresse eingeben und mit der Eingabetaste öffnen"_s);
     // The line would insert a drop into its text; here a drop replaces it.
     m_address->installEventFilter(this);

@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
 {
     setObjectName(u"tbToolBar"_s);
+    setAccessibleName(u"Toolbar"_s);
     setMovable(false);
     setIconSize(QSize(20, 20));
     setContextMenuPolicy(Qt::PreventContextMenu);
@@ -27,6 +28,7 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
 
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(u"ProgressBar1"_s);
+    m_progress->setAccessibleName(u"Fortschritt"_s);
     m_progress->setRange(0, 9);
     m_progress->setTextVisible(false);
     m_progress->setAutoFillBackground(true); // a step paints nothing behind the bar

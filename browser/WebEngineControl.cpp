@@ -82,7 +82,16 @@ void WebEngineControl::connectLoading()
 
 void WebEngineControl::connectWindow()
 {
-    connect(m_page, &QWebEnginePage::linkHovered, this, &EngineControl::StatusTextChange);
+    connect(m_page, &QWebEnginePage::linkHovered, this, [this](const QString& address) {
+        m_isOverLink = !address.isEmpty();
+        emit StatusTextChange(address);
+    });
+    // A page that goes may name a link of its own once more, after it has gone.
+    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
+        if (report.isMainFrame && std::exchange(m_isOverLink, false)) {
+            emit StatusTextChange({});
+        }
+    });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
         emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));

@@ -82,4 +82,6 @@ private:
     /// Handed to the engine, which begins a while later when many windows load.
     bool m_isStarting = false;
     bool m_isLent = false;
+    /// Whether a link's address has been sent as the status text, and nothing after it.
+    bool m_isOverLink = false;
 };

@@ -1,5 +1,6 @@
 #include "browser/WebEngineHost.h"
 
+#include "browser/AssistiveTools.h"
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/PermissionRequests.h"
@@ -22,7 +23,9 @@ constexpr std::chrono::seconds afterTheStart(2);
 
 std::unique_ptr<QWebEngineProfile> makeProfile()
 {
-    announceDictionaries(); // the first profile starts the engine
+    // The first profile starts the engine.
+    announceDictionaries();
+    announceAssistiveTools();
     return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
 }
 } // namespace

@@ -13,8 +13,10 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QIcon>
+#include <QMdiArea>
 #include <QMenu>
 #include <QShortcut>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -262,6 +264,14 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     ignoringErrors([this] { m_shell.SetDropDisabled(false); });
 }
 
+void frmBrowser::returnLostFocus()
+{
+    const QWidget* now = window()->focusWidget();
+    const bool isLost = now == nullptr || now == this;
+    if (isLost && m_pageHadFocus && mdiArea() != nullptr && mdiArea()->currentSubWindow() == this)
+        m_engine->host()->setFocus();
+}
+
 void frmBrowser::windowClosing(bool& cancel)
 {
     cancel = true;
@@ -294,8 +304,8 @@ void frmBrowser::refreshToolTips()
 void frmBrowser::rememberFocus(QWidget* now)
 {
     if (now == nullptr)
-        return;
-    if (m_addressBar->isAncestorOf(now))
+        QTimer::singleShot(0, this, &frmBrowser::returnLostFocus);
+    else if (m_addressBar->isAncestorOf(now))
         m_pageHadFocus = false;
     else if (now == m_engine->host() || m_engine->host()->isAncestorOf(now))
         m_pageHadFocus = true;

@@ -96,6 +96,9 @@ private:
     BrowserBars bars() const;
     void unload();
     void rememberFocus(QWidget* now);
+    /// For a page of another site the engine makes a new widget, and loses the focus
+    /// that the old one had.
+    void returnLostFocus();
 
     Shell& m_shell;
     std::function<QStringList()> m_drives;

@@ -4,11 +4,13 @@
 #include "base/FreeWindow.h"
 #include "base/Guarded.h"
 #include "base/OneLineText.h"
+#include "base/PlainToolTip.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QIcon>
 #include <QMenu>
 #include <QMenuBar>
@@ -16,6 +18,7 @@
 #include <QScreen>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -27,6 +30,18 @@ public:
     QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
     {
         return oneLineText(value.toString());
+    }
+
+    /// Tells what a column is too narrow for.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        const QString text = displayText(index.data(), {});
+        QToolTip::showText(event->globalPos(), isCut ? plainToolTip(text) : QString(), view);
+        return true;
     }
 };
 } // namespace

@@ -2,29 +2,40 @@
 
 #include "browser/services/OverPage.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool isFocusInside(const QWidget& widget)
+{
+    const QWidget* const focus = widget.window()->focusWidget();
+    return focus == &widget || widget.isAncestorOf(focus);
+}
+
+} // namespace
+
 CrashOverlay::CrashOverlay(QWidget* view)
-    : QFrame(view), m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
+    : QFrame(view), m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
+      m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
 {
     setObjectName(u"CrashOverlay"_s);
     setAutoFillBackground(true);
-    auto* const headline = new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this);
-    QFont large = headline->font();
+    QFont large = m_headline->font();
     large.setPointSizeF(large.pointSizeF() * 1.4);
-    headline->setFont(large);
-    headline->setWordWrap(true);
+    m_headline->setFont(large);
+    m_headline->setWordWrap(true);
     m_reason->setObjectName(u"lblReason"_s);
     m_reason->setWordWrap(true);
     m_reload->setObjectName(u"cmdReload"_s);
     m_reload->setToolTip(u"Lädt die Seite noch einmal"_s);
     auto* const layout = new QVBoxLayout(this);
     layout->addStretch(1);
-    for (QLabel* const label : {headline, m_reason}) {
+    for (QLabel* const label : {m_headline, m_reason}) {
         label->setAlignment(Qt::AlignCenter);
         layout->addWidget(label);
     }
@@ -32,16 +43,36 @@ CrashOverlay::CrashOverlay(QWidget* view)
     layout->addStretch(2);
     connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
     hide();
+    view->installEventFilter(this);
     new OverPage(this, [this] { setGeometry(parentWidget()->rect()); });
+}
+
+bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
+{
+    // The view has nothing to show that could take keys.
+    if (watched == parentWidget() && event->type() == QEvent::FocusIn && isVisible())
+        m_reload->setFocus();
+    return QFrame::eventFilter(watched, event);
 }
 
 void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
-    const bool hadFocus = parentWidget()->isAncestorOf(parentWidget()->window()->focusWidget());
+    m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
+    const bool hadFocus = isFocusInside(*parentWidget());
     show();
     raise();
     if (hadFocus) {
         m_reload->setFocus();
+    }
+}
+
+void CrashOverlay::vanish()
+{
+    const bool hadFocus =
+        parentWidget()->window()->focusWidget() == parentWidget() || isFocusInside(*this);
+    hide();
+    if (hadFocus) {
+        parentWidget()->setFocus();
     }
 }

@@ -13,11 +13,18 @@ public:
     explicit CrashOverlay(QWidget* view);
 
     void appear(const QString& reason);
+    /// Leaves the focus, if it has it, to the page. To be called once more when the
+    /// page is there: only then has the engine a widget for it.
+    void vanish();
+
+    /// Hands a focus that the view gets on to the button.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     void reloadWanted();
 
 private:
+    QLabel* m_headline;
     QLabel* m_reason;
     QPushButton* m_reload;
 };

@@ -1,5 +1,7 @@
 #include "browser/services/DownloadTable.h"
 
+#include "base/PlainToolTip.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -60,6 +62,12 @@ int percentDone(const Download& download)
                             static_cast<double>(std::min(download.received, //
                                                          download.total)) /
                             static_cast<double>(download.total));
+}
+
+QString progressText(const Download& download)
+{
+    const int percent = percentDone(download);
+    return percent < 0 ? u"unbekannt"_s : u"%1 %"_s.arg(percent);
 }
 
 DownloadTable::Id DownloadTable::add(const Download& download, const std::function<void()>& cancel)
@@ -167,11 +175,15 @@ QVariant DownloadTable::data(const QModelIndex& index, int role) const
         return {};
     }
     const Download& download = at(index.row());
-    if (role == Qt::ToolTipRole) { // quoted: a view would take tags in it for its own
-        return index.column() == Name ? QDir::toNativeSeparators(download.path).toHtmlEscaped()
-                                      : data(index, Qt::DisplayRole).toString().toHtmlEscaped();
+    if (role == Qt::ToolTipRole) {
+        return plainToolTip(index.column() == Name
+                                ? QDir::toNativeSeparators(download.path)
+                                : data(index, Qt::AccessibleTextRole).toString());
     }
-    if (role != Qt::DisplayRole) {
+    if (role == Qt::AccessibleTextRole && index.column() == Progress) {
+        return progressText(download);
+    }
+    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) {
         return {};
     }
     switch (index.column()) {

@@ -29,6 +29,9 @@ QString stateText(const Download& download);
 /// From 0 to 100; -1 while it cannot be told.
 int percentDone(const Download& download);
 
+/// The same in words: "42 %".
+QString progressText(const Download& download);
+
 /// The downloads of this run, oldest first, as a table.
 class DownloadTable : public QAbstractTableModel {
     Q_OBJECT

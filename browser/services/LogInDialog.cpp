@@ -31,8 +31,8 @@ QString explanation(const LogInQuestion& question)
 } // namespace
 
 LogInDialog::LogInDialog(const LogInQuestion& question, QWidget* parent)
-    : QDialog(parent), m_user(new QLineEdit(question.user, this)), m_password(new QLineEdit(this)),
-      m_showPassword(new QCheckBox(u"Kennwort &anzeigen"_s, this))
+    : QDialog(parent), m_user(new QLineEdit(question.user)), m_password(new QLineEdit),
+      m_showPassword(new QCheckBox(u"Kennwort &anzeigen"_s))
 {
     setObjectName(u"LogInDialog"_s);
     setWindowTitle(u"Anmeldung"_s);
@@ -40,10 +40,10 @@ LogInDialog::LogInDialog(const LogInQuestion& question, QWidget* parent)
     layout->setSizeConstraint(QLayout::SetFixedSize);
     auto* const text = new PageTextLabel(explanation(question), this);
     text->setObjectName(u"lblText"_s);
-    layout->addWidget(text);
+    layout->addWidget(text->fitted());
     auto* const fields = new QFormLayout;
+    layout->addLayout(fields); // now, or its labels would come after all fields
     addFields(*fields, question);
-    layout->addLayout(fields);
 
     auto* const buttons = new QDialogButtonBox(this);
     QPushButton* const accept = buttons->addButton(u"Anmelden"_s, QDialogButtonBox::AcceptRole);

@@ -39,6 +39,14 @@ private:
     std::function<void()> m_closed;
 };
 
+/// A widget that is taken away passes its focus on as the Tab key does, and the page
+/// would go on to its next control.
+void dropFocus(const QWebEngineView& view)
+{
+    if (QWidget* const picture = view.focusProxy())
+        picture->clearFocus();
+}
+
 QString hintFor(const QString& site)
 {
     return u"%1 zeigt ein Vollbild. Esc beendet die Vollbildanzeige."_s.arg(site);
@@ -88,6 +96,7 @@ void PageFullScreen::enter()
     addPageKeys(m_screen, {Qt::Key_Escape, Qt::Key_F11}, this, [this] { endIt(); });
     m_standIn = std::make_unique<QWebEnginePage>(m_page->profile());
     m_standIn->setBackgroundColor(Qt::black);
+    dropFocus(*m_view);
     m_view->setPage(m_standIn.get());
     m_screen->setPage(m_page);
     m_screen->showFullScreen();
@@ -113,6 +122,7 @@ void PageFullScreen::leave()
     emit leaving();
     QWebEngineView* const screen = m_screen;
     m_screen = nullptr;
+    dropFocus(*screen);
     screen->hide();
     if (m_view)
         m_view->setPage(m_page);

@@ -1,6 +1,7 @@
 #include "browser/services/PagePrinter.h"
 
 #include "base/Prompt.h"
+#include "base/StaysOnScreen.h"
 #include "base/WindowGuards.h"
 #include "browser/WebEnginePage.h"
 #include "browser/services/DownloadFailures.h"
@@ -199,6 +200,7 @@ void PagePrinter::choosePrinter()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
     m_job->dialog = dialog;
+    new StaysOnScreen(dialog); // its options unfold downwards
     const auto drops = std::make_shared<DropsDisabled>(m_shell);
     const auto decided = [this, drops, printer = m_job->printer](int result) {
         QTimer::singleShot(0, this, [this, result] {

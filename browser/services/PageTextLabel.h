@@ -8,4 +8,8 @@ class PageTextLabel : public QLabel {
     Q_OBJECT
 public:
     explicit PageTextLabel(const QString& text, QWidget* parent);
+
+    /// What a dialog is to show: the label, or one that scrolls it where the text is
+    /// too long for the screen. Belongs to the label's parent.
+    QWidget* fitted();
 };

@@ -18,7 +18,7 @@ QuestionDialog::QuestionDialog(const PageQuestion& question, QWidget* parent) : 
     layout->setSizeConstraint(QLayout::SetFixedSize);
     auto* const text = new PageTextLabel(question.text, this);
     text->setObjectName(u"lblText"_s);
-    layout->addWidget(text);
+    layout->addWidget(text->fitted());
     if (question.input) {
         m_input = new QLineEdit(*question.input, this);
         m_input->setObjectName(u"txtInput"_s);

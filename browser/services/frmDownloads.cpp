@@ -61,7 +61,7 @@ public:
 } // namespace
 
 frmDownloads::frmDownloads(Shell& shell, QWidget* owner, DownloadTable& table, Opener open)
-    : QWidget(owner, freeWindow), m_shell(shell), m_table(table), m_open(std::move(open))
+    : QDialog(owner, freeWindow), m_shell(shell), m_table(table), m_open(std::move(open))
 {
     setObjectName(u"frmDownloads"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -97,7 +97,8 @@ void frmDownloads::buildControls()
     layout->addLayout(buttons);
     m_list->setFocus();
     constexpr QSize firstSize(820, 240);
-    resize(firstSize);
+    resize(firstSize.boundedTo(screen()->availableSize() * 9 / 10));
+    m_list->horizontalHeader()->resizeSection(DownloadTable::Name, width() / 4);
 }
 
 void frmDownloads::buildList()
@@ -119,7 +120,6 @@ void frmDownloads::buildList()
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
     constexpr int air = 24;
-    header->resizeSection(DownloadTable::Name, 220);
     header->resizeSection(DownloadTable::Progress, 100);
     header->resizeSection(DownloadTable::Size,
                           fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
@@ -252,6 +252,6 @@ void frmDownloads::keyPressEvent(QKeyEvent* event)
     } else if (isEnterKey(*event) && m_list->hasFocus() && m_openFile->isEnabled()) {
         openFile();
     } else {
-        QWidget::keyPressEvent(event);
+        QDialog::keyPressEvent(event);
     }
 }

@@ -2,7 +2,7 @@
 
 #include "browser/services/DownloadTable.h"
 
-#include <QWidget>
+#include <QDialog>
 
 #include <functional>
 
@@ -14,7 +14,7 @@ class Shell;
 /// The downloads window: how the downloads of this run stand, with what can be
 /// done about those selected. A free window above its owner that deletes itself
 /// when it closes; the downloads go on without it.
-class frmDownloads : public QWidget {
+class frmDownloads : public QDialog {
     Q_OBJECT
 public:
     /// Has the desktop open a file or a folder; false if it cannot.

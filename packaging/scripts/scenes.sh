@@ -35,7 +35,7 @@ page() {
     picture suchen $((left - border)) $((top - title_bar)) 902 300
     keys Escape
     click $((left + 420)) $((top + 230)) 3
-    picture menue-seite $((left + 400)) $((top + 170)) 340 440
+    picture menue-seite $((left + 400)) $((top + 170)) 420 440
     keys Escape
     click $((left + 88)) $((top + 223)) 3
     picture menue-link "$left" $((top + 150)) 420 240

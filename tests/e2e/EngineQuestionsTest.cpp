@@ -135,28 +135,27 @@ private slots:
 
     void leavingTwo()
     {
-        m_world->asker.onAsk = [](QWidget* parent, const PageQuestion&) {
+        m_world.asker.onAsk = [](QWidget* parent, const PageQuestion&) {
             QDialog dialog(parent);
             QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
             dialog.exec();
             return PageAnswer();
         };
-        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+        EngineWindow* const other = m_world.open();
+        for (EngineWindow* const window : {m_window.get(), other}) {
             window->raise();
-            load(window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
-            QTRY_COMPARE(window->visits.size(), 1);
+            window->visitAndWait(
+                page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
             click(window);
-            connect(&window->engine(), &EngineControl::WindowClosing, this,
-                    [this] { m_isClosing = true; });
         }
         QVERIFY(m_window->engine().AskToClose());
-        QVERIFY(m_other->engine().AskToClose());
-        QTRY_COMPARE_WITH_TIMEOUT(m_world->asker.questions.size(), 2, 10000);
+        QVERIFY(other->engine().AskToClose());
+        QTRY_COMPARE_WITH_TIMEOUT(m_world.asker.questions.size(), 2, 10000);
         QTest::qWait(2500);
-        QVERIFY(!m_isClosing);
-        QVERIFY(m_other->engine().AskToClose());
-        QTRY_COMPARE(m_world->asker.questions.size(), 3);
-        QVERIFY(!m_isClosing);
+        QCOMPARE(m_world.closings, 0);
+        QVERIFY(other->engine().AskToClose());
+        QTRY_COMPARE(m_world.asker.questions.size(), 3);
+        QCOMPARE(m_world.closings, 0);
     }
 
     void hungPage()

@@ -4,6 +4,7 @@
 #include "browser/services/PagePrinter.h"
 #include "tests/Files.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -32,6 +33,13 @@ private slots:
         QTRY_VERIFY(m_window->isActiveWindow());
     }
     void cleanup() { m_world.closeWindows(); }
+
+    void assistiveToolsSeeThePage()
+    {
+        QAccessibleInterface* const view = QAccessible::queryAccessibleInterface(m_host);
+        QTRY_VERIFY(view->childCount() == 1 && view->child(0)->childCount() > 0);
+        QCOMPARE(view->child(0)->text(QAccessible::Name), u"Seite"_s);
+    }
 
     void savesAPdf()
     {
@@ -149,6 +157,8 @@ private:
         QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
     }
 
+    // Before the engine starts: else it describes its pages to nobody.
+    const bool m_isAssisted = qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
     EngineWorld m_world;
     QPointer<EngineWindow> m_window;
     QPointer<QWebEngineView> m_host;

@@ -33,7 +33,7 @@ private slots:
         QStringList nameless;
         const QWidgetList controls = QApplication::allWidgets();
         for (QWidget* control : controls) {
-            const bool isNamedElsewhere = control->isWindow() || control->focusProxy() != nullptr ||
+            const bool isNamedElsewhere = control->isWindow() ||
                                           control->inherits("QMdiSubWindow") ||
                                           control->inherits("QComboBoxListView");
             if ((control->focusPolicy() & Qt::TabFocus) == 0 || isNamedElsewhere)

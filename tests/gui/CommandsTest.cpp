@@ -190,6 +190,19 @@ private slots:
         QCOMPARE(f.keys(), QString());
     }
 
+    void pageKeepsTheFocusWhenTheEngineChangesItsWidget()
+    {
+        Started f;
+        QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
+        QWidget* host = f.engine(0)->host();
+        const auto old = std::make_unique<QWidget>(host);
+        old->show();
+        old->setFocus();
+        QVERIFY(old->hasFocus());
+        old->clearFocus();
+        QTRY_VERIFY(host->hasFocus());
+    }
+
     void eachWindowRemembersWhereItsFocusWas()
     {
         Started f;

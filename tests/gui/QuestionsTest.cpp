@@ -34,6 +34,20 @@ private slots:
         }
     }
 
+    void everyTextFits()
+    {
+        const QString lines = u"Zeile mit Worten "_s.repeated(20).append(u'\n').repeated(40);
+        whileOpen([](QDialog& dialog) {
+            QVERIFY(dialog.height() < dialog.screen()->availableSize().height());
+            const auto* text = dialog.findChild<QLabel*>(u"lblText"_s);
+            const QStringList words = text->text().split(u'\n');
+            for (const QString& word : words.last(3))
+                QVERIFY(text->fontMetrics().horizontalAdvance(word) <= text->width());
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+        QVERIFY(m_dialogs.ask(&m_window, {.text = lines + u"Wort"_s.repeated(99)}).isAccepted);
+    }
+
     void input()
     {
         whileOpen([](QDialog& dialog) {
