@@ -10,7 +10,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QMdiSubWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -21,9 +20,8 @@ constexpr int handOverMessage = 1025;
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
                  BrowserParts parts)
-    : m_programFolder(programFolder), m_licencePath(Prefer::defaultHomeUrl(programFolder)),
-      m_title(QStringLiteral("Tessera " TESSERA_VERSION)), m_frameIcon(u":/icons/frame.svg"_s),
-      m_childIcon(u":/icons/child.svg"_s),
+    : m_programFolder(programFolder), m_title(QStringLiteral("Tessera " TESSERA_VERSION)),
+      m_frameIcon(u":/icons/frame.svg"_s), m_childIcon(u":/icons/child.svg"_s),
       m_frame(std::make_unique<MDIForm1>(*this, prompt, std::move(parts)))
 {
     auto* commands = new FrameCommands(*m_frame, starter);

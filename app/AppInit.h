@@ -26,9 +26,6 @@ public:
     void Main(const QString& startAddress);
     MDIForm1& frame() const { return *m_frame; }
 
-    /// The path of the licence text, the default start address.
-    const QString& licencePath() const { return m_licencePath; }
-
     const QString& programFolder() const override { return m_programFolder; }
     const QString& title() const override { return m_title; }
     QIcon frameIcon() const override { return m_frameIcon; }
@@ -50,7 +47,6 @@ private:
     void openFirstBrowser(const QString& startAddress);
 
     QString m_programFolder;
-    QString m_licencePath;
     QString m_title;
     QIcon m_frameIcon;
     QIcon m_childIcon;

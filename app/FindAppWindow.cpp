@@ -1,6 +1,7 @@
 #include "app/FindAppWindow.h"
 
 #include <cstddef>
+#include <string_view>
 
 namespace {
 

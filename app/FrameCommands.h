@@ -12,7 +12,6 @@
 class ProgramStarter;
 class MDIForm1;
 class QAction;
-class QMenu;
 struct DroppedAddress;
 
 /// What the items of the frame's menus do, under the names of the menu bar's

@@ -7,7 +7,6 @@
 class FrameCommands;
 class MDIForm1;
 class QKeySequence;
-class QShortcut;
 
 /// The keys of the frame: they act on the active browser window wherever inside
 /// the frame the focus is, and whatever state the menu items are in.

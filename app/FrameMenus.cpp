@@ -9,20 +9,10 @@
 
 using namespace Qt::StringLiterals;
 
-struct FrameMenus::Entry {
-    QStringView name;
-    QStringView caption;
-    /// The menu it belongs to; empty for the top level.
-    QStringView under;
-    Kind kind = {};
-    /// The menu-bar item that does the same; empty: the item itself.
-    QStringView role = {};
-};
-
 namespace {
-using Kind = FrameMenus::Kind;
+using Kind = MenuEntry::Kind;
 
-constexpr std::array<FrameMenus::Entry, 26> menuBarEntries{{
+constexpr std::array<MenuEntry, 26> menuBarEntries{{
     {u"mn_Datei", u"&Datei", u"", Kind::Menu},
     {u"mn_Browser", u"&Neuer Browser", u"mn_Datei", Kind::Item},
     {u"mn_Einstellungen", u"Browser &Einstellungen...", u"mn_Datei", Kind::Item},
@@ -51,7 +41,7 @@ constexpr std::array<FrameMenus::Entry, 26> menuBarEntries{{
     {u"mn_t4", u"-", u"mn_Info", Kind::Separator},
 }};
 
-constexpr std::array<FrameMenus::Entry, 23> contextEntries{{
+constexpr std::array<MenuEntry, 23> contextEntries{{
     {u"mn_ctxtBrowser", u"Neuer Browser", u"", Kind::Item, u"mn_Browser"},
     {u"mn_ctxtEinstell", u"Browser Einstellungen...", u"", Kind::Item, u"mn_Einstellungen"},
     {u"mn_ctxtIEProp", u"Microsoft Internet Eigenschaften...", u"", Kind::Item, u"mn_IEProp"},
@@ -86,53 +76,19 @@ constexpr std::array<std::pair<QStringView, Arrangement>, 3> arrangementItems{{
 }};
 } // namespace
 
-FrameMenus::FrameMenus(QMainWindow* frame, const QString& makerAddress)
-    : QObject(frame), m_frame(frame)
+FrameMenus::FrameMenus(QMainWindow* frame, const QString& makerAddress) : NamedMenus(frame)
 {
-    frame->menuBar()->setNativeMenuBar(false);
-    for (const Entry& entry : menuBarEntries)
-        add(entry);
-    add({u"mn_loomwork", makerAddress, u"mn_Info", Kind::Item});
+    const auto addAll = [this](const auto& entries, QWidget* top) {
+        for (const MenuEntry& entry : entries)
+            m_byRole.insert(entry.reportedRole(), add(entry, top));
+    };
+    addAll(menuBarEntries, frame->menuBar());
+    add({u"mn_loomwork", makerAddress, u"mn_Info", Kind::Item}, frame->menuBar());
 
     m_context = new QMenu(u"CtxtMenu"_s, frame);
     m_context->setObjectName(u"mn_ctxt"_s);
     connect(m_context, &QMenu::aboutToShow, this, [this] { emit opening(u"mn_Fenster"_s); });
-    for (const Entry& entry : contextEntries)
-        add(entry);
-}
-
-void FrameMenus::add(const Entry& entry)
-{
-    const QString name = entry.name.toString();
-    const QString role = entry.role.isEmpty() ? name : entry.role.toString();
-    QMenu* under = menu(entry.under.toString());
-    QAction* action = nullptr;
-    if (entry.kind == Kind::Menu) {
-        auto* sub = new QMenu(entry.caption.toString(), m_frame);
-        sub->setObjectName(name);
-        connect(sub, &QMenu::aboutToShow, this, [this, role] { emit opening(role); });
-        action = sub->menuAction();
-    } else {
-        const bool isLine = entry.kind == Kind::Separator; // the style would show its text
-        action = new QAction(isLine ? QString() : entry.caption.toString(), this);
-        action->setSeparator(isLine);
-        action->setCheckable(entry.kind == Kind::CheckItem);
-        connect(action, &QAction::triggered, this, [this, role] { emit chosen(role); });
-    }
-    action->setObjectName(name);
-    if (under != nullptr)
-        under->addAction(action);
-    else
-        m_frame->menuBar()->addAction(action);
-    m_items.insert(name, action);
-    m_byRole.insert(role, action);
-}
-
-QMenu* FrameMenus::menu(const QString& name) const
-{
-    if (name.isEmpty())
-        return m_context;
-    return m_items.value(name)->menu();
+    addAll(contextEntries, m_context);
 }
 
 void FrameMenus::check(const QString& role, bool checked)

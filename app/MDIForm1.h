@@ -67,7 +67,6 @@ public:
 
     FrameMenus& menus() const { return *m_menus; }
     ChildArea& area() const { return *m_area; }
-    FrameStatusBar& statusPanels() const { return *m_statusBar; }
     /// The browser window that is active inside the frame, or null.
     frmBrowser* activeBrowser() const;
     /// Lays out the children by the arrangement that is checked.

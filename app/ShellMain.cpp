@@ -20,6 +20,8 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {

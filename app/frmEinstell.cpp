@@ -2,6 +2,7 @@
 
 #include "app/Prefer.h"
 #include "base/DialogKeys.h"
+#include "base/FormParts.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "base/WholeNumber.h"
@@ -14,6 +15,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <type_traits>
+
 namespace {
 template <typename Control>
 Control* named(const char16_t* name, const QString& caption = {})
@@ -23,15 +26,6 @@ Control* named(const char16_t* name, const QString& caption = {})
     if constexpr (std::is_base_of_v<QAbstractButton, Control>)
         control->setText(caption);
     return control;
-}
-
-/// A button that only a click presses: Enter is the key table's business.
-QPushButton* button(const char16_t* name, const QString& caption)
-{
-    auto* result = named<QPushButton>(name, caption);
-    result->setAutoDefault(false);
-    result->setDefault(false);
-    return result;
 }
 } // namespace
 
@@ -58,9 +52,9 @@ void frmEinstell::buildControls()
     addChecks(*grid);
     grid->setColumnStretch(2, 1);
 
-    m_standard = button(u"Standard", QStringLiteral("&Standard"));
-    m_save = button(u"Save", QStringLiteral("OK"));
-    m_quit = button(u"Quit", QStringLiteral("Abbruch"));
+    m_standard = makeButton(QStringLiteral("Standard"), QStringLiteral("&Standard"));
+    m_save = makeButton(QStringLiteral("Save"), QStringLiteral("OK"));
+    m_quit = makeButton(QStringLiteral("Quit"), QStringLiteral("Abbruch"));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(m_standard);
     buttons->addStretch();
@@ -74,23 +68,13 @@ void frmEinstell::buildControls()
     all->addLayout(buttons);
 }
 
-QLabel* frmEinstell::addLabel(QGridLayout& grid, int row, const QString& name,
-                              const QString& caption, QWidget* buddy)
-{
-    auto* label = new QLabel(caption);
-    label->setObjectName(name);
-    label->setBuddy(buddy);
-    grid.addWidget(label, row, 0);
-    return label;
-}
-
 void frmEinstell::addTexts(QGridLayout& grid)
 {
     m_text1 = named<QLineEdit>(u"Text1");
     m_text2 = named<QLineEdit>(u"Text2");
     m_text3 = named<QLineEdit>(u"Text3");
     m_text1->setMinimumWidth(50 * fontMetrics().averageCharWidth());
-    m_command2 = button(u"Command2", QStringLiteral("Suchen..."));
+    m_command2 = makeButton(QStringLiteral("Command2"), QStringLiteral("Suchen..."));
     addLabel(grid, 0, QStringLiteral("Label1"), QStringLiteral("Startadresse:"), m_text1);
     grid.addWidget(m_text1, 0, 1, 1, 3);
     addLabel(grid, 1, QStringLiteral("Label2"), QStringLiteral("Suchmaschine:"), m_text2);

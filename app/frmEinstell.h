@@ -5,7 +5,6 @@
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class Shell;
@@ -23,8 +22,6 @@ private:
     void buildControls();
     void addTexts(QGridLayout& grid);
     void addChecks(QGridLayout& grid);
-    QLabel* addLabel(QGridLayout& grid, int row, const QString& name, const QString& caption,
-                     QWidget* buddy);
     void setKeys();
     void setTabs();
 

@@ -3,6 +3,7 @@
 #include "base/Errors.h"
 #include "base/Prompt.h"
 
+#include <exception>
 #include <utility>
 
 /// Runs `command` at the edge of the program, where no exception may leave a

@@ -21,13 +21,6 @@ char toByte(char16_t unit)
 }
 } // namespace
 
-QByteArray toWindows1252(QStringView text)
-{
-    QByteArray bytes;
-    appendWindows1252(bytes, text);
-    return bytes;
-}
-
 void appendWindows1252(QByteArray& bytes, QStringView text)
 {
     const qsizetype start = bytes.size();

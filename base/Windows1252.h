@@ -8,7 +8,5 @@
 /// The single-byte code page of all files. Every byte survives the way to text
 /// and back (the five unassigned ones as U+0081, U+008D, U+008F, U+0090 and
 /// U+009D); a character that has no byte becomes one "?".
-QByteArray toWindows1252(QStringView text);
-/// The same at the end of `bytes`.
 void appendWindows1252(QByteArray& bytes, QStringView text);
 QString fromWindows1252(QByteArrayView bytes);

@@ -8,6 +8,7 @@
 #include <QWebEngineView>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdio>
 
 void SoakObjects::watch(const MDIForm1& frame)

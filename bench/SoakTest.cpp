@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;

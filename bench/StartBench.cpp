@@ -19,6 +19,8 @@
 #include <QSize>
 #include <QTimer>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {

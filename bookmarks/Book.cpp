@@ -5,8 +5,6 @@
 #include "base/WholeNumber.h"
 #include "bookmarks/ArchiveRecords.h"
 
-#include <QFile>
-
 #include <algorithm>
 
 namespace {

@@ -10,20 +10,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-enum class Kind { Menu, Item, Separator };
+using Kind = MenuEntry::Kind;
 } // namespace
 
-struct BookMenus::Entry {
-    QStringView name;
-    QStringView caption;
-    /// The menu it belongs to; empty for the menu bar.
-    QStringView under;
-    Kind kind = Kind::Item;
-};
-
-BookMenus::BookMenus(QMainWindow* window) : QObject(window), m_window(window)
+BookMenus::BookMenus(QMainWindow* window) : NamedMenus(window)
 {
-    static constexpr std::array<Entry, 32> entries{{
+    static constexpr std::array<MenuEntry, 32> entries{{
         {u"mn_Archive", u"&Archiv", u"", Kind::Menu},
         {u"mn_Laden", u"&Laden", u"mn_Archive", Kind::Item},
         {u"mn_Speichern", u"&Speichern", u"mn_Archive", Kind::Item},
@@ -58,33 +50,8 @@ BookMenus::BookMenus(QMainWindow* window) : QObject(window), m_window(window)
         {u"mn_Loeschen", u"&Löschen", u"mn_Bookmark", Kind::Item},
         {u"mn_Eigenschaften", u"&Eigenschaften", u"mn_Bookmark", Kind::Item},
     }};
-    window->menuBar()->setNativeMenuBar(false);
-    for (const Entry& entry : entries)
-        add(entry);
-}
-
-void BookMenus::add(const Entry& entry)
-{
-    const QString name = entry.name.toString();
-    QAction* action = nullptr;
-    if (entry.kind == Kind::Menu) {
-        auto* menu = new QMenu(entry.caption.toString(), m_window);
-        menu->setObjectName(name);
-        connect(menu, &QMenu::aboutToShow, this, [this, name] { emit opening(name); });
-        action = menu->menuAction();
-    } else {
-        // Some styles would write a separator's text beside its line.
-        const bool isLine = entry.kind == Kind::Separator;
-        action = new QAction(isLine ? QString() : entry.caption.toString(), this);
-        action->setSeparator(isLine);
-        connect(action, &QAction::triggered, this, [this, name] { emit chosen(name); });
-    }
-    action->setObjectName(name);
-    m_items.insert(name, action);
-    if (entry.under.isEmpty())
-        m_window->menuBar()->addAction(action);
-    else
-        item(entry.under.toString())->menu()->addAction(action);
+    for (const MenuEntry& entry : entries)
+        add(entry, window->menuBar());
 }
 
 void BookMenus::set(const std::vector<MenuState>& states)

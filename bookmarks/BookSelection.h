@@ -4,7 +4,6 @@
 
 #include <QString>
 
-class Book;
 class Bookmark;
 class Thema;
 

@@ -1,5 +1,6 @@
 #include "bookmarks/NodeDelegate.h"
 
+#include "base/OneLineText.h"
 #include "bookmarks/ArchiveTree.h"
 
 #include <QLineEdit>
@@ -33,14 +34,7 @@ void NodeDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
 
 QString NodeDelegate::displayText(const QVariant& value, const QLocale& /*locale*/) const
 {
-    // A title can be any text that was dropped: megabytes with line breaks.
-    constexpr qsizetype visibleAtMost = 1000;
-    QString text = value.toString().left(visibleAtMost);
-    for (QChar& c : text) {
-        if (c.isSpace() || c.category() == QChar::Other_Control)
-            c = u' ';
-    }
-    return text;
+    return oneLineText(value.toString());
 }
 
 void NodeDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& node) const

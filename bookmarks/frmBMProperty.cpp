@@ -1,6 +1,7 @@
 #include "bookmarks/frmBMProperty.h"
 
 #include "base/DialogKeys.h"
+#include "base/FormParts.h"
 #include "base/Guarded.h"
 #include "base/Prompt.h"
 #include "bookmarks/BookSelection.h"
@@ -8,7 +9,6 @@
 
 #include <QGridLayout>
 #include <QIcon>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -51,24 +51,6 @@ QLineEdit* lineEdit(const QString& name, const QString& insteadOfBreaks)
     edit->setValidator(new OneLine(insteadOfBreaks, edit));
     return edit;
 }
-
-/// A button that only a click presses: Enter is the key table's business.
-QPushButton* button(const QString& name, const QString& caption)
-{
-    auto* result = new QPushButton(caption);
-    result->setObjectName(name);
-    result->setAutoDefault(false);
-    return result;
-}
-
-void addLabel(QGridLayout& grid, int row, const QString& name, const QString& caption,
-              QWidget* buddy)
-{
-    auto* label = new QLabel(caption);
-    label->setObjectName(name);
-    label->setBuddy(buddy);
-    grid.addWidget(label, row, 0, row == 2 ? Qt::AlignTop : Qt::Alignment());
-}
 } // namespace
 
 frmBMProperty::frmBMProperty(BookSelection& archive, Prompt& prompt, const QIcon& icon,
@@ -102,12 +84,12 @@ void frmBMProperty::buildControls()
     grid->addWidget(m_text1, 0, 1);
     addLabel(*grid, 1, u"Label2"_s, u"URL:"_s, m_text2);
     grid->addWidget(m_text2, 1, 1);
-    addLabel(*grid, 2, u"Label3"_s, u"Beschreibung:"_s, m_text3);
+    addLabel(*grid, 2, u"Label3"_s, u"Beschreibung:"_s, m_text3, Qt::AlignTop);
     grid->addWidget(m_text3, 2, 1);
     grid->setRowStretch(2, 1);
 
-    m_ok = button(u"Ok"_s, u"Ok"_s);
-    m_cancel = button(u"Cancel"_s, u"Abbruch"_s);
+    m_ok = makeButton(u"Ok"_s, u"Ok"_s);
+    m_cancel = makeButton(u"Cancel"_s, u"Abbruch"_s);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_ok);

@@ -1,5 +1,6 @@
 #include "bookmarks/frmBook.h"
 
+#include "base/ElidedLabel.h"
 #include "base/FreeWindow.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
@@ -9,13 +10,12 @@
 #include "bookmarks/BookCommands.h"
 #include "bookmarks/BookMenus.h"
 #include "bookmarks/NodeKeys.h"
-#include "bookmarks/StatusPanel.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>
 #include <QIcon>
-#include <QMenuBar>
 #include <QScreen>
+#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
@@ -51,8 +51,11 @@ void frmBook::buildControls()
     m_view = new ArchiveView(m_tree, m_client);
     m_view->setObjectName(u"TreeView1"_s);
     m_view->setAccessibleName(windowTitle());
-    m_status = new StatusPanel(this);
-    setStatusBar(m_status);
+    auto* status = new QStatusBar(this);
+    status->setObjectName(u"StatusBar1"_s);
+    m_statusPanel = new ElidedLabel(u"panel1"_s, status);
+    status->addPermanentWidget(m_statusPanel, 1);
+    setStatusBar(status);
     m_client->installEventFilter(this);
     m_view->setFocus();
 }
@@ -67,7 +70,7 @@ QSize frmBook::firstSize() const
 
 void frmBook::Form_Resize()
 {
-    const int status = m_status->isHidden() ? 0 : m_status->height();
+    const int status = statusBar()->isHidden() ? 0 : statusBar()->height();
     const QSize scale = (m_client->size() + QSize(0, status)) * twipsPerPixel;
     if (const auto size = archiveTreeSize(scale, m_view->pos() * twipsPerPixel, toTwips(status)))
         m_view->resize(*size / twipsPerPixel);

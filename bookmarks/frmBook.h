@@ -14,7 +14,7 @@ class ArchiveView;
 class BookCommands;
 class BookMenus;
 class Shell;
-class StatusPanel;
+class ElidedLabel;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
 /// window above its owner that deletes itself when it closes.
@@ -90,7 +90,7 @@ private:
     ArchiveTree m_tree;
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
-    StatusPanel* m_status = nullptr;
+    ElidedLabel* m_statusPanel = nullptr;
     BookMenus* m_menus = nullptr;
     std::unique_ptr<BookCommands> m_commands;
     QHash<QString, std::function<void()>> m_byItem;

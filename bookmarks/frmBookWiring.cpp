@@ -1,9 +1,9 @@
+#include "base/ElidedLabel.h"
 #include "base/Shell.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/BookCommands.h"
 #include "bookmarks/BookExport.h"
 #include "bookmarks/BookMenus.h"
-#include "bookmarks/StatusPanel.h"
 #include "bookmarks/TreeDrops.h"
 #include "bookmarks/TreeMouse.h"
 #include "bookmarks/frmBook.h"
@@ -72,8 +72,7 @@ void frmBook::connectMouse()
     };
     const auto url = [this](const QModelIndex& node) { return m_commands->url(node); };
     const auto* mouse = new TreeMouse(*m_view, {tag, url});
-    connect(mouse, &TreeMouse::statusText, m_status,
-            qOverload<const QString&>(&StatusPanel::panelText));
+    connect(mouse, &TreeMouse::statusText, m_statusPanel, &ElidedLabel::showText);
     connect(mouse, &TreeMouse::contextMenuWanted, this, &frmBook::popUpMenu);
     connect(mouse, &TreeMouse::folderMenuWanted, this,
             [this](const QPoint& pos) { run([this, pos] { m_menus->popUpWhole(pos); }); });

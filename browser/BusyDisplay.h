@@ -17,7 +17,6 @@ public:
     void stop();
     /// One step of the bar: from its minimum to its maximum, then again.
     void advance();
-    bool isOn() const { return m_timer.isActive(); }
 
 signals:
     void tick();

@@ -7,6 +7,8 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace {
 // Beyond this the toolkit cannot make a window.
 constexpr qint64 largestSide = QWIDGETSIZE_MAX;

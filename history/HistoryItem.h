@@ -25,7 +25,7 @@ private:
     // Compare `a` and `b` by this entry's SortSel; texts by character code.
     bool IsEqual(const HistoryItem& a, const HistoryItem& b) const;
     bool IsLess(const HistoryItem& a, const HistoryItem& b) const;
-    friend class HistoryItemTest;
+    friend class HistoryTest;
 
     QString m_url;
     QString m_title;

@@ -3,6 +3,7 @@
 #include "base/DialogKeys.h"
 #include "base/FreeWindow.h"
 #include "base/Guarded.h"
+#include "base/OneLineText.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
 
@@ -19,20 +20,13 @@
 #include <algorithm>
 
 namespace {
-/// Shows every text on one line; a page may have any text as its title.
 class OneLineDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
     {
-        constexpr qsizetype visibleAtMost = 1000;
-        QString text = value.toString().left(visibleAtMost);
-        for (QChar& c : text) {
-            if (c.isSpace() || c.category() == QChar::Other_Control)
-                c = QLatin1Char(' ');
-        }
-        return text;
+        return oneLineText(value.toString());
     }
 };
 } // namespace

@@ -8,7 +8,6 @@
 class QWebEngineFullScreenRequest;
 class QWebEnginePage;
 class QWebEngineView;
-class QUrl;
 
 /// Shows a page on the whole screen when it asks for that. A view of its own
 /// takes the page over meanwhile, so that its window stays as it is.

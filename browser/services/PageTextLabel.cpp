@@ -1,5 +1,7 @@
 #include "browser/services/PageTextLabel.h"
 
+#include <algorithm>
+
 PageTextLabel::PageTextLabel(const QString& text, QWidget* parent) : QLabel(parent)
 {
     constexpr int charactersPerLine = 70;

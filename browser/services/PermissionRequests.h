@@ -3,7 +3,8 @@
 #include "browser/services/PermissionMemory.h"
 
 #include <QObject>
-#include <QWebEnginePage>
+
+#include <functional>
 
 class AskingPage;
 class QWebEngineProfile;

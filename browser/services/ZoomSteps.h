@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 /// The steps in which a page is made larger and smaller, in percent of its
 /// own size: from 25 to 500, as users know them from elsewhere.
 

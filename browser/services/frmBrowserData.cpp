@@ -1,6 +1,7 @@
 #include "browser/services/frmBrowserData.h"
 
 #include "base/DialogKeys.h"
+#include "base/FormParts.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -52,17 +53,11 @@ QCheckBox* frmBrowserData::addCheck(QVBoxLayout& layout, const QString& name,
 void frmBrowserData::addButtons(QVBoxLayout& layout)
 {
     auto* const row = new QHBoxLayout;
-    m_delete = new QPushButton(u"&Löschen"_s);
-    m_delete->setObjectName(u"cmdDelete"_s);
-    m_delete->setToolTip(u"Löscht, was oben gewählt ist"_s);
-    m_quit = new QPushButton(u"&Abbrechen"_s);
-    m_quit->setObjectName(u"cmdQuit"_s);
-    m_quit->setToolTip(u"Löscht nichts"_s);
+    m_delete = makeButton(u"cmdDelete"_s, u"&Löschen"_s, u"Löscht, was oben gewählt ist"_s);
+    m_quit = makeButton(u"cmdQuit"_s, u"&Abbrechen"_s, u"Löscht nichts"_s);
     row->addStretch();
-    for (QPushButton* button : {m_delete, m_quit}) {
-        button->setAutoDefault(false);
-        row->addWidget(button);
-    }
+    row->addWidget(m_delete);
+    row->addWidget(m_quit);
     layout.addLayout(row);
     connect(m_delete, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_quit, &QPushButton::clicked, this, &QDialog::reject);

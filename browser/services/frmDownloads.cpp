@@ -1,6 +1,7 @@
 #include "browser/services/frmDownloads.h"
 
 #include "base/DialogKeys.h"
+#include "base/FormParts.h"
 #include "base/FreeWindow.h"
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
@@ -79,13 +80,13 @@ void frmDownloads::buildControls()
     m_list = new QTableView;
     buildList();
     auto* const buttons = new QHBoxLayout;
-    m_cancel = addButton(u"cmdCancel"_s, u"&Abbrechen"_s,
-                         u"Bricht die ausgewählten Downloads ab und entfernt, was schon da ist"_s);
-    m_openFile = addButton(u"cmdOpen"_s, u"Ö&ffnen"_s, u"Öffnet die ausgewählte Datei"_s);
-    m_showFolder = addButton(u"cmdFolder"_s, u"&Ordner anzeigen"_s,
-                             u"Zeigt den Ordner, in dem die Datei liegt"_s);
-    m_clear = addButton(u"cmdClear"_s, u"&Liste leeren"_s,
-                        u"Nimmt die beendeten Downloads aus der Liste; die Dateien bleiben"_s);
+    m_cancel = makeButton(u"cmdCancel"_s, u"&Abbrechen"_s,
+                          u"Bricht die ausgewählten Downloads ab und entfernt, was schon da ist"_s);
+    m_openFile = makeButton(u"cmdOpen"_s, u"Ö&ffnen"_s, u"Öffnet die ausgewählte Datei"_s);
+    m_showFolder = makeButton(u"cmdFolder"_s, u"&Ordner anzeigen"_s,
+                              u"Zeigt den Ordner, in dem die Datei liegt"_s);
+    m_clear = makeButton(u"cmdClear"_s, u"&Liste leeren"_s,
+                         u"Nimmt die beendeten Downloads aus der Liste; die Dateien bleiben"_s);
     for (QPushButton* button : {m_cancel, m_openFile, m_showFolder}) {
         buttons->addWidget(button);
     }
@@ -122,16 +123,6 @@ void frmDownloads::buildList()
     header->resizeSection(DownloadTable::Progress, 100);
     header->resizeSection(DownloadTable::Size,
                           fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
-}
-
-QPushButton* frmDownloads::addButton(const QString& name, const QString& caption,
-                                     const QString& toolTip)
-{
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setAutoDefault(false);
-    return button;
 }
 
 void frmDownloads::connectControls()

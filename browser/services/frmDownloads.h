@@ -32,7 +32,6 @@ protected:
 private:
     void buildControls();
     void buildList();
-    QPushButton* addButton(const QString& name, const QString& caption, const QString& toolTip);
     void connectControls();
     void followNew(int row);
     void updateButtons();

@@ -1,33 +1,16 @@
 #include "browser/AddressResolver.h"
-#include "browser/DriveList.h"
 #include "browser/MovedProgram.h"
+#include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-const FakeFileTable& disk()
-{
-    static const FakeFileTable files(
-        {u"/home/"_s, u"/home/u/"_s, u"/home/u/a.htm"_s, u"/home/u/a b.htm"_s, u"/home/u/Ä.htm"_s,
-         u"/home/u/100%.htm"_s, u"/home/u/c#1?.htm"_s, u"/home/u/x%20y"_s, u"/home/u/re\\al"_s,
-         u"/home/u/end "_s, u"/opt/"_s, u"/opt/Tessera/"_s, u"/opt/Tessera/Lizenz.txt"_s,
-         u"/opt/Tessera/README"_s, u"/opt/Tessera/Readme"_s, u"/mnt/"_s, u"/mnt/Stick/"_s,
-         u"/mnt/Stick/Liste.htm"_s, u"/www.example.net"_s});
-    return files;
-}
-
-struct Known {
-    const char* typed;
-    const char* url;
-};
+using Known = std::pair<const char*, const char*>;
 const std::array known{
     // Schemes and what only looks like one.
     Known{"http://example.org/a b%", "http://example.org/a%20b%25"},
@@ -63,15 +46,9 @@ const std::array known{
     Known{"file:///D:/Liste.htm#top", "file:///mnt/Stick/Liste.htm#top"},
     Known{"file://server/share/x", "file://server/share/x"},
     Known{"file:///home/u/%E4.htm", "file:///home/u/%E4.htm"}, Known{"file:", "file:///"}};
-
-const DriveList& drives()
-{
-    static const DriveList list({{u"/mnt/Stick"_s, u"Data"_s, u"vfat"_s}});
-    return list;
-}
 } // namespace
 
-class AddressTest : public QObject {
+class AddressTest : public TestCase {
     Q_OBJECT
 private slots:
     void resolves()
@@ -133,18 +110,16 @@ private slots:
 
     void thisMachine()
     {
-        QTemporaryDir folder;
-        const QString root = folder.path();
+        const QString root = path();
         QVERIFY(QDir(root).mkpath(u"Sub"_s));
-        QFile file(root + u"/Sub/Ä 100%#.txt"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-
+        const QString file = root + u"/Sub/Ä 100%#.txt"_s;
+        writeBytes(file, {});
         const LinuxFileTable files;
         const DriveList mounted = mountedDrives();
         const auto resolved = [&](const QString& typed) {
             return resolveAddress(typed, files, mounted).toLocalFile();
         };
-        QCOMPARE(resolved(root + u"\\sub\\ä 100%#.TXT"_s), file.fileName());
+        QCOMPARE(resolved(root + u"\\sub\\ä 100%#.TXT"_s), file);
         QCOMPARE(resolved(root.sliced(1) + u"/SUB/"_s), root + u"/Sub/"_s);
         QCOMPARE(mounted.rootOf(u'C'), u"/"_s);
     }

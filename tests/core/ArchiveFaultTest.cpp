@@ -1,10 +1,8 @@
 #include "SampleArchive.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <csignal>
-#include <memory>
 #include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
@@ -31,14 +29,12 @@ private:
 
 } // namespace
 
-class ArchiveFaultTest : public QObject {
+class ArchiveFaultTest : public TestCase {
     Q_OBJECT
 private slots:
-    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
     void init()
     {
-        // One level down, so that a file that escapes its folder is seen.
-        m_folder = std::make_unique<QTemporaryDir>();
+        TestCase::init();
         QVERIFY(QDir().mkpath(path()));
     }
 
@@ -65,7 +61,7 @@ private slots:
     {
         for (const QString& name : {u"../x.bkm"_s, u"Book.bkm"_s}) {
             init();
-            writeBytes(m_folder->filePath(u"x.bkm"_s), "outside");
+            writeBytes(TestCase::path(u"x.bkm"_s), "outside");
             const QByteArray index = writeThemaRecords({{1, 1, u"Ordner"_s, name}});
             writeBytes(file(u"Book.bkm"_s), index);
             Book book(path());
@@ -81,7 +77,7 @@ private slots:
             QVERIFY(QDir::setCurrent(path()));
             book.DeleteThema(1);
             QVERIFY(QDir::setCurrent(before));
-            QCOMPARE(bytesOf(m_folder->filePath(u"x.bkm"_s)), "outside"_ba);
+            QCOMPARE(bytesOf(TestCase::path(u"x.bkm"_s)), "outside"_ba);
             QCOMPARE(bytesOf(file(u"Book.bkm"_s)), QByteArray());
         }
     }
@@ -139,7 +135,8 @@ private slots:
     }
 
 private:
-    QString path() const { return m_folder->filePath(u"program"_s); }
+    // One level down, so that a file that escapes its folder is seen.
+    QString path() const { return TestCase::path(u"program"_s); }
     QString file(const QString& name) const { return path() + u'/' + name; }
     static QStringList notWritten(const Book& book)
     {
@@ -148,8 +145,6 @@ private:
             names << fault.fileName;
         return names;
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 QTEST_APPLESS_MAIN(ArchiveFaultTest)

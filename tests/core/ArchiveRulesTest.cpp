@@ -1,36 +1,35 @@
 #include "SampleArchive.h"
+#include "base/DroppedAddress.h"
 #include "bookmarks/ArchiveMenuStates.h"
 #include "bookmarks/ArchiveTree.h"
+#include "bookmarks/DropRules.h"
 #include "bookmarks/FolderNames.h"
 
 #include <QAbstractItemModelTester>
+#include <QMimeData>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using Selection = ArchiveSelection;
 
-class ArchiveRulesTest : public QObject {
+class ArchiveRulesTest : public TestCase {
     Q_OBJECT
 private slots:
-    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-
     void menus()
     {
-        const auto with = [](ArchiveSelection selection, bool enabled) {
+        const auto states = [](ArchiveSelection selection) {
             QStringList items;
-            for (const auto& states : {folderMenuStates(selection), bookmarkMenuStates(selection)})
-                for (const MenuState& state : states)
-                    if (state.enabled == enabled)
-                        items << state.item.toString();
+            for (const auto& menu : {folderMenuStates(selection), bookmarkMenuStates(selection)})
+                for (const MenuState& state : menu)
+                    items << (state.enabled ? u'+' : u'-') + state.item.toString().mid(3);
             return items.join(u' ');
         };
-        QCOMPARE(with(Selection::EmptyFolder, true),
-                 u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_OpenAllBkm mn_Hinzufügen"_s);
-        QCOMPARE(with(Selection::EmptyFolder, false),
-                 u"mn_exportdetail mn_OpenBkm mn_Loeschen mn_Eigenschaften"_s);
-        QCOMPARE(with(Selection::Bookmark, true),
-                 u"mn_OpenBkm mn_Hinzufügen mn_Loeschen mn_Eigenschaften"_s);
-        QCOMPARE(with(Selection::Bookmark, false),
-                 u"mn_AddOrdner mn_DelOrdner mn_AttrOrdner mn_exportdetail mn_OpenAllBkm"_s);
+        QCOMPARE(states(Selection::EmptyFolder),
+                 u"+AddOrdner +DelOrdner +AttrOrdner -exportdetail +OpenAllBkm -OpenBkm "
+                 "+Hinzufügen -Loeschen -Eigenschaften"_s);
+        QCOMPARE(states(Selection::Bookmark),
+                 u"-AddOrdner -DelOrdner -AttrOrdner -exportdetail -OpenAllBkm +OpenBkm "
+                 "+Hinzufügen +Loeschen +Eigenschaften"_s);
     }
 
     void names()
@@ -72,6 +71,41 @@ private slots:
         QCOMPARE(shown(tree), u"0@ 13@ 13@2 13@1 6@ 9@ 12@ 12@5"_s);
         QCOMPARE(ArchiveTree::key(last), u"12@5"_s);
         QCOMPARE(folder->colBookmark()->Item(2)->Titel(), u"b"_s);
+    }
+
+    void droppedTexts()
+    {
+        HistoryCollection history;
+        for (const QString& title : {u"first visit"_s, u"second visit"_s}) {
+            history.Add(std::make_shared<HistoryItem>());
+            history.Item(history.Count())->SetItem(u"http://visited/page"_s, title, {});
+        }
+        const auto check = [&](const QString& text, const QString& url, const QString& title) {
+            const DroppedBookmark asText = droppedBookmark({text, {}}, history);
+            QCOMPARE(asText.url + u'|' + asText.title, url + u'|' + title);
+            const DroppedBookmark asFile = droppedBookmark({u"text"_s, {text, u"/b"_s}}, history);
+            QCOMPARE(asFile.url + u'|' + asFile.title, url + u'|' + title); // the first file wins
+        };
+        check({}, {}, {});
+        check(u"http://h/docs/"_s, u"http://h/docs/"_s, u"docs"_s);
+        check(u" http://h/x "_s, u" http://h/x "_s, u"x"_s); // the blanks stay in the address
+        check(u"a\\b/c"_s, u"a\\b/c"_s, u"b/c"_s);           // the backslash has the last word
+        check(u"http://visited/page"_s, u"http://visited/page"_s, u"first visit"_s);
+        check(u"http://visited/PAGE"_s, u"http://visited/PAGE"_s, u"PAGE"_s);
+        check(u"file:///C:/Daten/liste.htm"_s, u"C:\\Daten\\liste.htm"_s, u"liste.htm"_s);
+        check(u"file:///home/u/a%20b.htm"_s, u"home\\u\\a%20b.htm"_s, u"a%20b.htm"_s);
+    }
+
+    void droppedOffers()
+    {
+        QMimeData data;
+        QVERIFY(!droppedAddress(data).text.has_value());
+        data.setUrls({QUrl(u"file:///d/a%20b"_s), QUrl(u"file:///d/c"_s)});
+        data.setText(u"/d/a b\r\n/d/c"_s); // only repeats the files
+        QVERIFY(!droppedAddress(data).text.has_value());
+        QCOMPARE(droppedAddress(data).files.join(u'|'), u"/d/a b|/d/c"_s);
+        data.setText(u"/d/c\nx"_s);
+        QCOMPARE(droppedAddress(data).text.value_or(u"-"_s), u"/d/c\nx"_s);
     }
 
 private:

@@ -1,37 +1,38 @@
 #include "SampleArchive.h"
+#include "base/SafeFile.h"
 #include "bookmarks/DefaultArchive.h"
+#include "bookmarks/ExportHtml.h"
+#include "bookmarks/ExportNetscape.h"
+#include "bookmarks/ExportText.h"
 
 #include <QDir>
-#include <QTemporaryDir>
-
-#include <memory>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 
-class ArchiveTest : public QObject {
+class ArchiveTest : public TestCase {
     Q_OBJECT
 private slots:
-    void initTestCase() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+    void initTestCase() { fillSample(m_book, u"/nowhere"_s); }
 
     void savesGoldenFiles()
     {
         Book book(path());
         fillSample(book, path());
-        writeBytes(file(u"6.bkm"_s), "old"); // a folder without bookmarks loses its file
+        writeBytes(path(u"6.bkm"_s), "old"); // a folder without bookmarks loses its file
         book.IsEdit(true);
         book.SaveAllThema();
         QVERIFY(book.filesNotWritten().empty());
         const QStringList names{u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s};
         QCOMPARE(QDir(path()).entryList(QDir::Files, QDir::Name), names);
         for (const QString& name : names)
-            QCOMPARE(bytesOf(file(name)), golden(name));
+            QCOMPARE(bytesOf(path(name)), golden(name));
     }
 
     void loadsGoldenFiles()
     {
         for (const QString& name : {u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s})
-            writeBytes(file(name), golden(name));
+            writeBytes(path(name), golden(name));
         Book book(path());
         QVERIFY(book.LoadAllThema());
         book.loadFolders();
@@ -41,13 +42,13 @@ private slots:
         QCOMPARE(first.colBookmark()->Item(1)->Info(), u"Preis: 5 €\r\nzweite Zeile\r\n"_s);
         QCOMPARE(first.colBookmark()->Item(2)->Titel(), u"?? ? </A>"_s);
         QCOMPARE(first.colBookmark()->Item(3)->Info(), QString(319, u'i') + u'\r');
-        QCOMPARE(bytesOf(file(u"6.bkm"_s)), QByteArray()); // created empty
+        QCOMPARE(bytesOf(path(u"6.bkm"_s)), QByteArray()); // created empty
     }
 
     void numbersOnDiskAreTrusted()
     {
         const QByteArray text(720, 'a');
-        writeBytes(file(u"4.bkm"_s), "\x07\x00"_ba + text + "\xF7\xFF" + text + "rest");
+        writeBytes(path(u"4.bkm"_s), "\x07\x00"_ba + text + "\xF7\xFF" + text + "rest");
         Thema folder(path());
         folder.FileName(u"4.bkm"_s);
         folder.Nr(4);
@@ -63,8 +64,8 @@ private slots:
         folder.FileName(u"1.bkm"_s);
         folder.colBookmark(std::make_shared<BookmarkCollection>());
         for (const bool edit : {false, true}) {
-            writeBytes(file(u"1.bkm"_s), "old");
-            writeBytes(file(u"1.bkm.bak"_s), "older");
+            writeBytes(path(u"1.bkm"_s), "old");
+            writeBytes(path(u"1.bkm.bak"_s), "older");
             folder.IsEdit(edit);
             folder.SaveBookmarks();
             const QStringList left = edit ? QStringList{u"1.bkm"_s} : QStringList{};
@@ -83,11 +84,11 @@ private slots:
         writeBytes(u"3.bkm"_s, "in the way");
         book.DeleteThema(1);
         QVERIFY(!QFile::exists(elsewhere.filePath(u"3.bkm"_s)));
-        QVERIFY(QFile::exists(file(u"3.bkm"_s)));
+        QVERIFY(QFile::exists(path(u"3.bkm"_s)));
         QVERIFY(QDir::setCurrent(path()));
         book.DeleteThema(3);
         QVERIFY(QDir::setCurrent(before));
-        QVERIFY(!QFile::exists(file(u"12.bkm"_s)));
+        QVERIFY(!QFile::exists(path(u"12.bkm"_s)));
 
         Book again(path());
         QVERIFY(again.LoadAllThema());
@@ -96,19 +97,61 @@ private slots:
 
     void defaultArchiveKeepsOldFiles()
     {
-        writeBytes(file(u"1.bkm.bak"_s), "old");
-        writeBytes(file(u"12.bkm"_s), "older");
+        writeBytes(path(u"1.bkm.bak"_s), "old");
+        writeBytes(path(u"12.bkm"_s), "older");
         Book book(path());
         createDefaultArchive(book, path());
-        QCOMPARE(bytesOf(file(u"1.bkm.alt"_s)), "old"_ba);
-        QCOMPARE(bytesOf(file(u"12.bkm.alt"_s)), "older"_ba);
+        QCOMPARE(bytesOf(path(u"1.bkm.alt"_s)), "old"_ba);
+        QCOMPARE(bytesOf(path(u"12.bkm.alt"_s)), "older"_ba);
+    }
+
+    void exportsGoldenFiles()
+    {
+        const Thema& first = *m_book.colThema()->Item(1);
+        QCOMPARE(exportFolderText(first), golden(u"folder.txt"_s));
+        QCOMPARE(exportArchiveText(m_book), golden(u"archive.txt"_s));
+        QCOMPARE(exportFolderHtml(first), golden(u"folder.htm"_s));
+        QCOMPARE(exportArchiveHtml(m_book), golden(u"archive.htm"_s));
+        QCOMPARE(exportFolderNetscape(first, german), golden(u"folder-netscape.htm"_s));
+        QCOMPARE(exportArchiveNetscape(m_book, german), golden(u"archive-netscape.htm"_s));
+    }
+
+    void exportsHeadingFirst()
+    {
+        QVERIFY(exportArchiveText(m_book, u"Übersicht"_s)
+                    .startsWith("\xDC"
+                                "bersicht\n\n\r\nThema: "));
+    }
+
+    void exportsTimes()
+    {
+        const auto bytes = [](const QDateTime& now, QLocale::Language language) {
+            return exportFolderNetscape(Thema(u"/nowhere"_s), {now, QLocale(language)});
+        };
+        // The zone has no part in it.
+        const QDateTime tokyo(QDate(2026, 11, 5), QTime(0, 0, 7), QTimeZone("Asia/Tokyo"));
+        QVERIFY(bytes(tokyo, QLocale::English).contains("(5. Nov 2026, 00:00:07)"));
+        QVERIFY(bytes(tokyo, QLocale::English).contains("ADD_DATE=\"1793836807\">"));
+        const QDateTime early(QDate(1969, 12, 31), QTime(23, 59, 59));
+        QVERIFY(bytes(early, QLocale::German).contains("(31. Dez 1969, 23:59:59)"));
+        QVERIFY(bytes(early, QLocale::German).contains("ADD_DATE=\"-1\">"));
+        const QDateTime late(QDate(2038, 1, 19), QTime(3, 14, 8));
+        QVERIFY_THROWS_EXCEPTION(OverflowError, bytes(late, QLocale::German));
+    }
+
+    void exportWritesOverWhatIsThere()
+    {
+        const QString file = path(u"Export ü.txt"_s);
+        writeBytes(file, QByteArray(1000, 'x'));
+        writeFile(file, "kurz");
+        QCOMPARE(bytesOf(file), "kurz"_ba);
+        QVERIFY_THROWS_EXCEPTION(FileError, writeFile(u"/dev/full"_s, QByteArray(100000, 'x')));
     }
 
 private:
-    QString path() const { return m_folder->path(); }
-    QString file(const QString& name) const { return m_folder->filePath(name); }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
+    const ExportTime german{QDateTime(QDate(2026, 3, 5), QTime(14, 3, 9)),
+                            QLocale(QLocale::German, QLocale::Germany)};
+    Book m_book{u"/nowhere"_s};
 };
 
 QTEST_APPLESS_MAIN(ArchiveTest)

@@ -1,12 +1,11 @@
 #include "app/Arrangement.h"
 #include "browser/BrowserLayout.h"
 #include "browser/PageTexts.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
-class BrowserRulesTest : public QObject {
+class BrowserRulesTest : public TestCase {
     Q_OBJECT
 private slots:
     void quotes()

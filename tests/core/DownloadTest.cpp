@@ -1,20 +1,16 @@
 #include "browser/services/DownloadNames.h"
 #include "browser/services/DownloadTable.h"
 #include "browser/services/StoredWebData.h"
+#include "tests/TestCase.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
-class DownloadTest : public QObject {
+class DownloadTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
-
     void safeNames()
     {
         const auto check = [](const QString& suggested, const QString& safe) {
@@ -50,17 +46,14 @@ private slots:
 
     void programs()
     {
-        const QTemporaryDir folder;
         for (const auto& [name, content, runs] :
              {std::tuple{u"a.txt"_s, "text"_ba, false},
               {u"a.DESKTOP"_s, ""_ba, true},
               {u"setup.exe"_s, ""_ba, true},
               {u"program"_s, "\x7f"_ba + "ELF\2\1\1" + QByteArray(9, '\0') + "\2", true},
               {u"script"_s, "#!/bin/sh\necho\n"_ba, true}}) {
-            QFile file(folder.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-            file.close();
-            QVERIFY2(runsWhenOpened(file.fileName()) == runs, qPrintable(name));
+            writeBytes(path(name), content);
+            QVERIFY2(runsWhenOpened(path(name)) == runs, qPrintable(name));
         }
     }
 
@@ -107,13 +100,12 @@ private slots:
 
     void storedDataGoesWhenMarkedOnly()
     {
-        const QTemporaryDir folder;
-        const QDir data(folder.path());
+        const QDir data(path());
         QVERIFY(data.mkpath(u"Local Storage/leveldb"_s) && data.mkpath(u"Cookies"_s));
-        removeMarkedWebData(folder.path());
+        removeMarkedWebData(path());
         QVERIFY(data.exists(u"Local Storage"_s));
-        QVERIFY(markStoredWebData(folder.path()));
-        removeMarkedWebData(folder.path());
+        QVERIFY(markStoredWebData(path()));
+        removeMarkedWebData(path());
         QCOMPARE(data.entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList{u"Cookies"_s});
     }

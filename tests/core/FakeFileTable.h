@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/DriveList.h"
 #include "browser/FileTable.h"
 
 #include <utility>
@@ -32,3 +33,25 @@ public:
 private:
     QStringList m_paths;
 };
+
+inline const FakeFileTable& disk()
+{
+    static const FakeFileTable files(
+        {QStringLiteral("/home/"), QStringLiteral("/home/u/"), QStringLiteral("/home/u/a.htm"),
+         QStringLiteral("/home/u/a b.htm"), QStringLiteral("/home/u/Ä.htm"),
+         QStringLiteral("/home/u/100%.htm"), QStringLiteral("/home/u/c#1?.htm"),
+         QStringLiteral("/home/u/x%20y"), QStringLiteral("/home/u/re\\al"),
+         QStringLiteral("/home/u/end "), QStringLiteral("/opt/"), QStringLiteral("/opt/Tessera/"),
+         QStringLiteral("/opt/Tessera/Lizenz.txt"), QStringLiteral("/opt/Tessera/README"),
+         QStringLiteral("/opt/Tessera/Readme"), QStringLiteral("/mnt/"),
+         QStringLiteral("/mnt/Stick/"), QStringLiteral("/mnt/Stick/Liste.htm"),
+         QStringLiteral("/www.example.net")});
+    return files;
+}
+
+inline const DriveList& drives()
+{
+    static const DriveList list(
+        {{QStringLiteral("/mnt/Stick"), QStringLiteral("Data"), QStringLiteral("vfat")}});
+    return list;
+}

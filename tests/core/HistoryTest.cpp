@@ -1,13 +1,27 @@
+#include "history/HistoryColumns.h"
 #include "history/HistoryList.h"
+#include "history/HistoryTable.h"
+#include "tests/TestCase.h"
 
-#include <QtTest>
+#include <QAbstractItemModelTester>
+#include <QMimeData>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
 
 using namespace Qt::StringLiterals;
 
-class HistoryItemTest : public QObject {
+namespace {
+void add(HistoryCollection& history, const QString& url, const QString& title, const QDate& day)
+{
+    addVisit(history, url, title, QDateTime(day, QTime(14, 7, 9)), 100);
+}
+} // namespace
+
+class HistoryTest : public TestCase {
     Q_OBJECT
 private slots:
-
     void comparesByTheSelector()
     {
         HistoryItem a;
@@ -31,14 +45,69 @@ private slots:
         // With a lowered limit only one goes for each that comes.
         QCOMPARE(after(u"ABCDE"_s, u"FG"_s, 3), u"C3 D4 E5 F1 G2"_s);
         QCOMPARE(after(u"ABC"_s, u"B"_s, 0), u"A1 B1 C3"_s);
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, after({}, u"A"_s, -3)); // no history at all
     }
 
-    void noLimitMeansNoHistory()
+    void showsTextsAndDragsTheAddress()
     {
-        for (const int rows : {0, -3}) {
-            HistoryCollection history;
-            QVERIFY_THROWS_EXCEPTION(NotFoundError, addVisit(history, u"A"_s, u"t"_s, at(1), rows));
-            QCOMPARE(history.Count(), 0);
+        HistoryTable table;
+        const QAbstractItemModelTester tester(&table);
+        HistoryCollection history;
+        add(history, u"http://a/"_s, u"<b>A & B</b>\nC"_s, {2000, 3, 5});
+        table.fill(history);
+        QCOMPARE(table.index(0, 1).data().toString(), u"<b>A & B</b>\nC"_s);
+        QCOMPARE(table.index(0, 2).data().toString(), u"05.03.2000 - 14:07:09"_s);
+        const std::unique_ptr<QMimeData> mime(table.mimeData({table.index(0, 1)}));
+        QCOMPARE(mime->formats(), QStringList(u"text/plain"_s));
+        QCOMPARE(mime->text(), u"http://a/"_s);
+        table.fill({});
+        table.sortBy(HistoryColumn::Date);
+        QCOMPARE(table.address(0), QString());
+    }
+
+    void sorts()
+    {
+        HistoryCollection history;
+        add(history, u"http://B"_s, u"a"_s, {2000, 2, 15});
+        add(history, u"http://a"_s, u"ä"_s, {2000, 3, 2});
+        add(history, u"http://b"_s, u"Z"_s, {2000, 1, 31});
+        add(history, u"http://ü"_s, u"B"_s, {2000, 3, 1});
+        HistoryTable table;
+        table.fill(history);
+        const auto sorted = [&table](HistoryColumn column) {
+            table.sortBy(column);
+            QString titles;
+            for (int row = 0; row < table.rowCount(); ++row)
+                titles += table.index(row, 1).data().toString();
+            return titles;
+        };
+        QCOMPARE(sorted(static_cast<HistoryColumn>(0)), u"äaZB"_s); // ignores case, stable
+        QCOMPARE(sorted(static_cast<HistoryColumn>(1)), u"BZaä"_s); // by code
+        table.fill(history);
+        QCOMPARE(sorted(HistoryColumn::Date), u"ZaäB"_s); // as text, descending
+    }
+
+    /// Against the plain way: long common beginnings, characters of every length,
+    /// many equal texts.
+    void sortsAnyTexts()
+    {
+        std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts every time
+        const QString letters = u"aAbB\u00e4\u00c4\u0416\u4e2d\uffee"_s + QChar(0xD83D);
+        std::vector<QString> texts(3000);
+        for (QString& text : texts) {
+            text.fill(u'x', static_cast<qsizetype>(random() % 40));
+            for (auto length = random() % 12; length > 0; --length)
+                text += letters[static_cast<qsizetype>(random()) % letters.size()];
+        }
+        for (const auto sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+            RowOrder order(texts.size());
+            std::iota(order.rbegin(), order.rend(), std::size_t{0});
+            RowOrder plain = order;
+            sortByText(order, {texts.begin(), texts.end()}, sensitivity);
+            std::stable_sort(plain.begin(), plain.end(), [&](std::size_t a, std::size_t b) {
+                return texts[a].compare(texts[b], sensitivity) < 0;
+            });
+            QVERIFY(order == plain);
         }
     }
 
@@ -65,5 +134,5 @@ private:
     }
 };
 
-QTEST_APPLESS_MAIN(HistoryItemTest)
+QTEST_GUILESS_MAIN(HistoryTest)
 #include "HistoryTest.moc"

@@ -1,10 +1,9 @@
 #include "app/InstanceClient.h"
 #include "app/InstanceMessage.h"
 #include "app/InstanceServer.h"
+#include "tests/TestCase.h"
 
 #include <QLocalSocket>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <algorithm>
 #include <csignal>
@@ -29,13 +28,13 @@ const QByteArray acknowledgement = bytesOf({});
 
 } // namespace
 
-class InstanceTest : public QObject {
+class InstanceTest : public TestCase {
     Q_OBJECT
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_place = {m_folder->path().toStdString(), {}};
+        TestCase::init();
+        m_place = {path().toStdString(), {}};
         QCOMPARE(m_lock.acquire(m_place.lockPath()), InstanceLock::State::Held);
         m_got.clear();
         m_onMessage = [] {};
@@ -164,7 +163,6 @@ private:
         QCOMPARE(m_got.last().address, QString::fromStdString(address));
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
     InstanceFolder m_place;
     InstanceLock m_lock;
     QList<HandOver> m_got;

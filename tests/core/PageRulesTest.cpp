@@ -4,14 +4,13 @@
 #include "browser/services/PopupLimit.h"
 #include "browser/services/QuestionQueue.h"
 #include "browser/services/SiteText.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 /// The rules about what pages may say, ask and open.
-class PageRulesTest : public QObject {
+class PageRulesTest : public TestCase {
     Q_OBJECT
 private slots:
     void texts()

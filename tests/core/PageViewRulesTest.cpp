@@ -2,14 +2,13 @@
 #include "browser/services/PdfFileName.h"
 #include "browser/services/SpellLanguages.h"
 #include "browser/services/ZoomSteps.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 using enum PageMenuItem;
 
 /// The rules behind what can be done with a page.
-class PageViewRulesTest : public QObject {
+class PageViewRulesTest : public TestCase {
     Q_OBJECT
 private slots:
     void zoom()

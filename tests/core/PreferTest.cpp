@@ -1,30 +1,19 @@
 #include "app/Prefer.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include <memory>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
-class PreferTest : public QObject {
+class PreferTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_path = m_folder->path() + u"/Pref.tsp"_s;
-    }
-
     void firstStartWritesTheDefaults()
     {
-        Prefer pref(m_folder->path());
+        Prefer pref(path());
         pref.LoadPref();
-        QCOMPARE(pref.HomeUrl(), m_folder->path() + u"\\Lizenz.txt"_s);
+        QCOMPARE(pref.HomeUrl(), path() + u"\\Lizenz.txt"_s);
 
         QByteArray expected("\xFF\xFF\xFF\xFF\x32\x00\x80\x25\x20\x1C\x00\x00\x01\x00", 14);
-        expected += (m_folder->path().toLatin1() + "\\Lizenz.txt").leftJustified(200);
+        expected += (path().toLatin1() + "\\Lizenz.txt").leftJustified(200);
         expected += QByteArray("https://duckduckgo.com/").leftJustified(200);
         expected += QByteArray(200, ' ') + "\xFF\xFF\xFF\xFF";
         QCOMPARE(content(), expected);
@@ -33,10 +22,10 @@ private slots:
     void brokenFilesAreReplaced()
     {
         const QByteArray good = goodFile();
-        for (const QByteArray& file : {QByteArray(618, '\0'), good.left(414), // no mail client
-                                       QByteArray(good).replace(414, 1, "\0"_ba)}) {
-            write(file);
-            Prefer pref(m_folder->path());
+        for (const QByteArray& bytes : {QByteArray(618, '\0'), good.left(414), // no mail client
+                                        QByteArray(good).replace(414, 1, "\0"_ba)}) {
+            writeBytes(file(), bytes);
+            Prefer pref(path());
             pref.LoadPref();
             QCOMPARE(int{pref.HistoryRows()}, 50);
             QCOMPARE(content().size(), 618);
@@ -46,8 +35,8 @@ private slots:
 
     void shortButGoodFilesLoad()
     {
-        write(goodFile().left(415));
-        Prefer pref(m_folder->path());
+        writeBytes(file(), goodFile().left(415));
+        Prefer pref(path());
         pref.LoadPref();
         QCOMPARE(int{pref.HistoryRows()}, -3);
         QCOMPARE(int{pref.Toolbar()}, 0);
@@ -56,8 +45,8 @@ private slots:
 
     void oddValuesAreKept()
     {
-        write(goodFile() + "tail");
-        Prefer pref(m_folder->path());
+        writeBytes(file(), goodFile() + "tail");
+        Prefer pref(path());
         pref.LoadPref();
         QCOMPARE(int{pref.StartBrowser()}, 5);
         QCOMPARE(int{pref.MdiWidth()}, 0);
@@ -73,7 +62,7 @@ private slots:
 
     void textsAreCutInTheFileOnly()
     {
-        Prefer pref(m_folder->path());
+        Prefer pref(path());
         pref.LoadPref();
         pref.MailClient(u"  "_s + QString(248, u'ä'));
         pref.SavePref();
@@ -90,19 +79,8 @@ private:
                QByteArray("\xA0s").leftJustified(200) + QByteArray("mail").leftJustified(200) +
                QByteArray("\x00\x00\x09\x00", 4);
     }
-    void write(const QByteArray& bytes)
-    {
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    QByteArray content()
-    {
-        QFile file(m_path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_path;
+    QString file() const { return path(u"Pref.tsp"_s); }
+    QByteArray content() const { return bytesOf(file()); }
 };
 
 QTEST_APPLESS_MAIN(PreferTest)

@@ -2,9 +2,7 @@
 
 #include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/Book.h"
-
-#include <QFile>
-#include <QtTest>
+#include "tests/TestCase.h"
 
 /// What the golden files hold.
 inline std::shared_ptr<Bookmark> makeBookmark(qint16 nr, const QString& titel, const QString& url,
@@ -51,18 +49,6 @@ inline void fillSample(Book& book, const QString& path)
     auto only = std::make_shared<BookmarkCollection>();
     only->Add(second);
     addThema(book, path, 12, QString(203, u'D'))->colBookmark(only);
-}
-
-inline void writeBytes(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
-
-inline QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
 
 inline QByteArray golden(const QString& name)

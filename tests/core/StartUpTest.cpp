@@ -2,23 +2,17 @@
 #include "app/FindAppWindow.h"
 #include "app/InstanceFolder.h"
 #include "app/InstanceMessage.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "tests/TestCase.h"
 
 #include <array>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using State = InstanceReader::State;
 
-class StartUpTest : public QObject {
+class StartUpTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-
     void readerTakesPiecesOfAnySize()
     {
         const std::string good("TSR1\x0F\0\0\0\x03\0\x01\0\0\0t\0\0\0\0\0\0\0\0", 23);
@@ -62,8 +56,7 @@ private slots:
 
     void filesBecomeAbsolute()
     {
-        QVERIFY(
-            QFile(m_folder->path() + QStringLiteral("/ä b%20#?.htm")).open(QIODevice::WriteOnly));
+        writeBytes(TestCase::path(QStringLiteral("ä b%20#?.htm")), {});
         makeFolder("localhost", 0700);
         QCOMPARE(absoluteIfFile("ä b%20#?.htm", path()), path("ä b%20#?.htm"));
         for (const std::string same : {"missing", "localhost", "http://x/"})
@@ -89,15 +82,13 @@ private:
     }
     std::string path(const std::string& name = {}) const
     {
-        return m_folder->path().toStdString() + (name.empty() ? "" : "/") + name;
+        return TestCase::path().toStdString() + (name.empty() ? "" : "/") + name;
     }
     void makeFolder(const std::string& name, int mode) const
     {
         QCOMPARE(::mkdir(path(name).c_str(), 0700), 0);
         QCOMPARE(::chmod(path(name).c_str(), static_cast<mode_t>(mode)), 0);
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 QTEST_APPLESS_MAIN(StartUpTest)

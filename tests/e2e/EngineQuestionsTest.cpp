@@ -29,91 +29,75 @@ public slots:
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/plain"_s, "<title>Frei</title>");
+        m_world.server.page(u"/plain"_s, "<title>Frei</title>");
         QDesktopServices::setUrlHandler(u"mailto"_s, this, "openOnDesktop");
     }
     void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"mailto"_s); }
     void init()
     {
-        m_world->asker.questions.clear();
-        m_world->asker.onAsk = {};
-        m_world->asker.onLogIn = {};
+        m_world.asker.questions.clear();
+        m_world.asker.onAsk = {};
+        m_world.asker.onLogIn = {};
         m_opened.clear();
-        m_window = m_world->open();
-        m_isClosing = false;
-        connect(&m_window->engine(), &EngineControl::WindowClosing, this,
-                [this] { m_isClosing = true; });
-        m_other = m_world->open();
-        m_window->raise();
+        m_window = m_world.open();
+        m_world.closings = 0;
     }
-    void cleanup()
-    {
-        delete m_window;
-        delete m_other;
-    }
+    void cleanup() { m_world.closeWindows(); }
 
     void logIn()
     {
-        m_world->server.answer(u"/locked"_s,
-                               {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
+        m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
         for (const auto& last : LogIns{{}, LogIn{u"ich"_s, u"geheim"_s}}) {
             LogIns answers{LogIn{u"ich"_s, u"falsch"_s}, last};
-            m_world->asker.questions.clear();
-            m_world->asker.onLogIn = [&] { return answers.takeFirst(); };
-            show(m_window, u"/locked"_s);
+            m_world.asker.questions.clear();
+            m_world.asker.onLogIn = [&] { return answers.takeFirst(); };
+            m_window->visit(u"/locked"_s);
             QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
-            const QString question = m_world->address({}) + u"|Keller"_s;
-            QCOMPARE(m_world->asker.questions, QStringList({question, question}));
+            const QString question = m_world.server.address({}) + u"|Keller"_s;
+            QCOMPARE(m_world.asker.questions, QStringList({question, question}));
         }
     }
 
     void scripts()
     {
-        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
             return PageAnswer{.isAccepted = true,
                               .input = question.input.value_or(QString()) + u'!'};
         };
         load(m_window, "<script>alert('a\\u202Eb'); document.title = confirm('c') + "
                        "prompt('d', 'vor')</script>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"truevor!"_s);
-        const QString site = m_world->address({}) + u" meldet:\n\n"_s;
-        QCOMPARE(m_world->asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
+        const QString site = m_world.server.address({}) + u" meldet:\n\n"_s;
+        QCOMPARE(m_world.asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
     }
 
     void silenced()
     {
-        m_world->asker.onAsk = [](QWidget*, const PageQuestion& question) {
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
             return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
         };
         load(m_window, "<script>for (i = 0; i < 200; ++i) alert(i);"
                        "history.pushState(0, '', '/elsewhere'); alert('more')</script>"
                        "<title>Ruhe</title>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"Ruhe"_s);
-        QCOMPARE(m_world->asker.questions.size(), 2);
+        QCOMPARE(m_world.asker.questions.size(), 2);
         load(m_window, "<script>alert('again')</script>");
-        QTRY_COMPARE(m_world->asker.questions.size(), 3);
+        QTRY_COMPARE(m_world.asker.questions.size(), 3);
     }
 
-    void windowGoes_data()
-    {
-        QTest::addColumn<QByteArray>("html");
-        QTest::newRow("alert") << "<script>alert(1)</script>"_ba;
-        QTest::newRow("location")
-            << "<script>navigator.geolocation.getCurrentPosition(() => {})</script>"_ba;
-    }
     void windowGoes()
     {
-        QFETCH(QByteArray, html);
-        m_world->asker.onAsk = [this](QWidget*, const PageQuestion&) {
+        m_world.asker.onAsk = [this](QWidget*, const PageQuestion&) {
             delete m_window;
             QTest::qWait(50);
             return PageAnswer{.isAccepted = true};
         };
-        load(m_window, html);
+        load(m_window, "<script>alert(1)</script>");
         QTRY_VERIFY(!m_window);
-        show(m_other, u"/plain"_s);
-        QTRY_COMPARE(m_other->engine().LocationName(), u"Frei"_s);
+        m_window = m_world.open();
+        load(m_window, "<script>navigator.geolocation.getCurrentPosition(() => {})</script>");
+        QTRY_VERIFY(!m_window);
+        QCOMPARE(m_world.open(u"/plain"_s)->engine().LocationName(), u"Frei"_s);
     }
 
     void permissions()
@@ -124,96 +108,83 @@ private slots:
                                 "  navigator.geolocation.getCurrentPosition(say, say);"
                                 "Notification.requestPermission()"
                                 "  .then(answer => { document.title += answer[0] })</script>";
-        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+        for (EngineWindow* const window : {m_window.get(), m_world.open()}) {
             load(window, "<title>x</title>" + html);
             QTRY_COMPARE(window->engine().LocationName().size(), 4);
             QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
         }
-        QCOMPARE(m_world->asker.questions.size(), 2);
-        QVERIFY(m_world->asker.questions.constFirst().contains(u"Standort"_s));
+        QCOMPARE(m_world.asker.questions.size(), 2);
+        QVERIFY(m_world.asker.questions.constFirst().contains(u"Standort"_s));
     }
 
     void leaving()
     {
         QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
-        load(m_window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
-        QTRY_COMPARE(m_window->visits.size(), 1);
+        m_window->visitAndWait(
+            page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
         click(m_window);
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world->asker.questions.size(), 1);
-        QVERIFY(m_world->asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
+        QTRY_COMPARE(m_world.asker.questions.size(), 1);
+        QVERIFY(m_world.asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
         QTest::qWait(2500); // longer than a page that does not answer is waited for
-        QVERIFY(!m_isClosing);
-        m_world->asker.onAsk = agree;
+        QCOMPARE(m_world.closings, 0);
+        m_world.asker.onAsk = agree;
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_VERIFY(m_isClosing);
+        QTRY_COMPARE(m_world.closings, 1);
     }
 
     void leavingTwo()
     {
-        m_world->asker.onAsk = [](QWidget* parent, const PageQuestion&) {
+        m_world.asker.onAsk = [](QWidget* parent, const PageQuestion&) {
             QDialog dialog(parent);
             QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
             dialog.exec();
             return PageAnswer();
         };
-        for (EngineWindow* const window : {m_window.get(), m_other.get()}) {
+        EngineWindow* const other = m_world.open();
+        for (EngineWindow* const window : {m_window.get(), other}) {
             window->raise();
-            load(window, "<title>Formular</title><script>onbeforeunload = () => 'x'</script>");
-            QTRY_COMPARE(window->visits.size(), 1);
+            window->visitAndWait(
+                page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
             click(window);
-            connect(&window->engine(), &EngineControl::WindowClosing, this,
-                    [this] { m_isClosing = true; });
         }
         QVERIFY(m_window->engine().AskToClose());
-        QVERIFY(m_other->engine().AskToClose());
-        QTRY_COMPARE_WITH_TIMEOUT(m_world->asker.questions.size(), 2, 10000);
+        QVERIFY(other->engine().AskToClose());
+        QTRY_COMPARE_WITH_TIMEOUT(m_world.asker.questions.size(), 2, 10000);
         QTest::qWait(2500);
-        QVERIFY(!m_isClosing);
-        QVERIFY(m_other->engine().AskToClose());
-        QTRY_COMPARE(m_world->asker.questions.size(), 3);
-        QVERIFY(!m_isClosing);
+        QVERIFY(other->engine().AskToClose());
+        QTRY_COMPARE(m_world.asker.questions.size(), 3);
+        QCOMPARE(m_world.closings, 0);
     }
 
     void hungPage()
     {
-        load(m_window, "<title>Hängt</title>");
-        QTRY_COMPARE(m_window->visits.size(), 1);
+        m_window->visitAndWait(page("<title>Hängt</title>"));
         m_window->run(u"for (;;) {}"_s);
         QTest::qWait(200);
         QVERIFY(m_window->engine().AskToClose());
-        QTRY_VERIFY(m_isClosing);
-        ::kill(pid(m_window), SIGKILL);
+        QTRY_COMPARE(m_world.closings, 1);
+        ::kill(static_cast<pid_t>(m_window->view()->page()->renderProcessPid()), SIGKILL);
     }
 
-    void desktopLinks_data()
-    {
-        QTest::addColumn<QByteArray>("html");
-        QTest::addColumn<bool>("isClicked");
-        const QByteArray link = "<a style='display:block;height:900px' "
-                                "href='mailto:x@y' ";
-        QTest::newRow("link") << link + ">x</a>" << true;
-        QTest::newRow("link into a new window") << link + "target=_blank>x</a>" << true;
-        QTest::newRow("script") << "<script>location = 'mailto:x@y'</script>"_ba << false;
-        QTest::newRow("script clicks") << link + "id=a>x</a><script>a.click()</script>" << false;
-        QTest::newRow("frame") << "<iframe src='mailto:x@y'></iframe>"_ba << false;
-    }
     void desktopLinks()
     {
-        QFETCH(QByteArray, html);
-        QFETCH(bool, isClicked);
-        m_world->asker.onAsk = agree;
-        load(m_window, "<title>Verweis</title>" + html);
-        QTRY_COMPARE(m_window->visits.size(), 1);
-        QTRY_VERIFY(!m_window->engine().Busy());
-        if (isClicked) {
-            click(m_window);
-        } else {
-            QTest::qWait(500);
-        }
-        QTRY_COMPARE(m_opened, isClicked ? QList<QUrl>{QUrl(u"mailto:x@y"_s)} : QList<QUrl>());
-        QCOMPARE(m_world->asker.questions.size(), m_opened.size());
-        QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
+        const auto check = [this](const QByteArray& html, bool isClicked) {
+            m_opened.clear();
+            m_world.asker.questions.clear();
+            m_window->visitAndWait(page("<title>Verweis</title>" + html));
+            isClicked ? click(m_window) : QTest::qWait(500);
+            QTRY_COMPARE(m_opened, QList<QUrl>(isClicked ? 1 : 0, QUrl(u"mailto:x@y"_s)));
+            QCOMPARE(m_world.asker.questions.size(), m_opened.size());
+            QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
+        };
+        m_world.asker.onAsk = agree;
+        const QByteArray link = "<a style='display:block;height:900px' href='mailto:x@y' ";
+        check(link + ">x</a>", true);
+        check(link + "target=_blank>x</a>", true);
+        check("<script>location = 'mailto:x@y'</script>", false);
+        check(link + "id=a>x</a><script>a.click()</script>", false);
+        check("<iframe src='mailto:x@y'></iframe>", false);
     }
 
     void manyWindows()
@@ -233,36 +204,26 @@ private slots:
     }
 
 private:
-    void show(EngineWindow* window, const QString& path)
-    {
-        window->engine().Navigate(m_world->address(path));
-    }
-    void load(EngineWindow* window, const QByteArray& html)
+    QString page(const QByteArray& html)
     {
         const QString path = u"/page%1"_s.arg(++m_pages);
-        m_world->server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
-        show(window, path);
+        m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+        return path;
     }
-    void click(EngineWindow* window) const
+    void load(EngineWindow* window, const QByteArray& html) { window->visit(page(html)); }
+    static void click(EngineWindow* window)
     {
         QWidget* const host = window->engine().host();
         // Until it has been painted a page takes no input.
-        QTRY_COMPARE(m_world->colourOf(*window), QColor(Qt::blue));
+        QTRY_COMPARE(window->colour(), QColor(Qt::blue));
         QTest::qWait(500);
         QTest::mouseClick(host->focusProxy(), Qt::LeftButton, {}, host->rect().center());
         QTest::qWait(100);
     }
-    static pid_t pid(EngineWindow* window)
-    {
-        return static_cast<pid_t>(
-            qobject_cast<QWebEngineView*>(window->engine().host())->page()->renderProcessPid());
-    }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_window;
-    QPointer<EngineWindow> m_other;
     QList<QUrl> m_opened;
-    bool m_isClosing = false;
     int m_pages = 0;
 };
 

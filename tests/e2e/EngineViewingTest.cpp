@@ -2,12 +2,12 @@
 
 #include "browser/services/FindBar.h"
 #include "browser/services/PagePrinter.h"
+#include "tests/Files.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QWebEngineView>
-#include <QtTest>
 
 #include <csignal>
 
@@ -19,36 +19,30 @@ class EngineViewingTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
-                                         "'this.requestFullscreen()'>Wort wort anderes");
-        m_world->server.page(u"/next"_s, "<title>Nächste</title>Wort");
+        m_world.server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
+                                        "'this.requestFullscreen()'>Wort wort anderes");
+        m_world.server.page(u"/next"_s, "<title>Nächste</title>Wort");
     }
     void init()
     {
-        m_window = m_world->open();
-        m_host = qobject_cast<QWebEngineView*>(m_window->engine().host());
+        m_window = m_world.open(u"/page"_s);
+        m_host = m_window->view();
         m_page = m_host->page();
-        go(u"/page"_s);
         m_window->window()->activateWindow();
         QTRY_VERIFY(m_window->isActiveWindow());
     }
-    void cleanup() { delete m_window; }
+    void cleanup() { m_world.closeWindows(); }
 
     void savesAPdf()
     {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(u"seite.pdf"_s));
-        QVERIFY(file.open(QIODevice::ReadWrite)); // its name without suffix is asked about again
-        m_world->shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
-        m_world->shell.fakePrompt.answerFileName(file.fileName());
+        const QString file = folder.filePath(u"seite.pdf"_s);
+        writeBytes(file, {}); // its name without suffix is asked about again
+        m_world.shell.fakePrompt.answerFileName(folder.filePath(u"seite"_s));
+        m_world.shell.fakePrompt.answerFileName(file);
         m_page->findChild<PagePrinter*>()->savePdf();
-        const auto content = [&file] {
-            QFile written(file.fileName()); // another one than that which was opened
-            return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
-        };
-        QTRY_VERIFY(content().startsWith("%PDF") && content().contains("%%EOF"));
-        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 2);
+        QTRY_VERIFY(bytesOf(file).startsWith("%PDF") && bytesOf(file).contains("%%EOF"));
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
     }
 
     void crashesWhilePrinting()
@@ -60,30 +54,27 @@ private slots:
         QTRY_VERIFY(!dialog);
     }
 
-    void fullScreen_data()
-    {
-        QTest::addColumn<std::function<void()>>("end");
-        const auto row = [](const char* name, const auto& end) {
-            QTest::newRow(name) << std::function<void()>(end);
-        };
-        row("Escape", [this] { QTest::keyClick(screen(), Qt::Key_Escape); });
-        row("closed", [this] { screen()->close(); });
-        row("by the page", [this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
-        row("navigation", [this] { m_page->runJavaScript(u"location = '/next'"_s); });
-        row("crash", [this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
-    }
     void fullScreen()
     {
-        QFETCH(std::function<void()>, end);
-        const QRect place = m_host->geometry();
-        enterFullScreen();
-        end();
-        QTRY_VERIFY(screen() == nullptr);
-        QCOMPARE(m_host->page(), m_page);
-        QCOMPARE(m_host->geometry(), place);
-        if (m_host->focusProxy() != nullptr) { // the crash leaves none
-            QTRY_COMPARE(QApplication::focusWidget(), m_host->focusProxy());
-        }
+        const auto endsBy = [this](const auto& end) {
+            m_window->visitAndWait(u"/page"_s);
+            const QRect place = m_host->geometry();
+            enterFullScreen();
+            end();
+            QTRY_VERIFY(screen() == nullptr);
+            QCOMPARE(m_host->page(), m_page);
+            QCOMPARE(m_host->geometry(), place);
+            if (m_host->focusProxy() != nullptr) // the crash leaves none
+                QTRY_COMPARE(QApplication::focusWidget(), m_host->focusProxy());
+        };
+        endsBy([this] { QTest::keyClick(screen(), Qt::Key_Escape); });
+        endsBy([this] { screen()->close(); });
+        endsBy([this] { m_page->runJavaScript(u"document.exitFullscreen()"_s); });
+        endsBy([this] {
+            m_page->runJavaScript(u"location = '/next'"_s);
+            QTRY_COMPARE(m_window->visits.last(), u"Nächste @ H/next"_s);
+        });
+        endsBy([this] { ::kill(pid_t(m_page->renderProcessPid()), SIGKILL); });
     }
     void windowGoesInFullScreen()
     {
@@ -105,7 +96,7 @@ private slots:
         QTRY_COMPARE(hits->text(), u"1 von 2"_s);
         QTest::keyClick(m_window, Qt::Key_F3);
         QTRY_COMPARE(hits->text(), u"2 von 2"_s);
-        go(u"/next"_s);
+        m_window->visitAndWait(u"/next"_s);
         QTRY_COMPARE(hits->text(), u"1 von 1"_s);
     }
 
@@ -127,30 +118,20 @@ private slots:
 
     void zoomIsTheWindowsOwn()
     {
-        EngineWindow* const other = m_world->open();
-        other->engine().Navigate(m_world->address(u"/page"_s));
-        QTRY_COMPARE(other->visits.size(), 1);
+        EngineWindow* const other = m_world.open(u"/page"_s);
         m_host->setFocus();
         QTest::keyClick(m_window, Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(m_page->zoomFactor(), 1.1);
-        go(u"/next"_s);
-        m_window->engine().Navigate(m_world->server.address(u"/next"_s, u"localhost"_s));
+        m_window->visitAndWait(u"/next"_s);
+        m_window->engine().Navigate(m_world.server.address(u"/next"_s, u"localhost"_s));
         QTRY_COMPARE(m_window->visits.size(), 3);
         QTRY_COMPARE(m_page->zoomFactor(), 1.1);
         other->engine().Refresh();
         QTRY_COMPARE(other->visits.size(), 2);
-        QCOMPARE(qobject_cast<QWebEngineView*>(other->engine().host())->page()->zoomFactor(), 1.0);
-        delete other;
+        QCOMPARE(other->view()->zoomFactor(), 1.0);
     }
 
 private:
-    void go(const QString& path)
-    {
-        const qsizetype before = m_window->visits.size();
-        m_window->engine().Navigate(m_world->address(path));
-        QTRY_COMPARE(m_window->visits.size(), before + 1);
-        QTRY_VERIFY(!m_window->engine().Busy());
-    }
     QWidget* screen() const
     {
         return m_window ? m_window->findChild<QWidget*>(u"FullScreen"_s) : nullptr;
@@ -168,7 +149,7 @@ private:
         QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
     }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_window;
     QPointer<QWebEngineView> m_host;
     QWebEnginePage* m_page = nullptr;

@@ -10,73 +10,79 @@ class EngineVisitsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/start"_s, "<title>Start</title>");
-        m_world->server.page(u"/end"_s, "<title>Ende</title>");
-        m_world->server.page(u"/plain"_s, "<title>Frame</title>");
-        m_world->server.answer(
+        m_world.server.page(u"/start"_s, "<title>Start</title>");
+        m_world.server.page(u"/end"_s, "<title>Ende</title>");
+        m_world.server.page(u"/plain"_s, "<title>Frame</title>");
+        m_world.server.answer(
             u"/half"_s, {.body = "<title>Halb</title>" + QByteArray(9000, ' '), .sent = 8000});
     }
     void init()
     {
-        m_window.reset(m_world->open());
-        visit(u"/start"_s);
-        QTRY_COMPARE(visits(), QStringList{u"Start @ H/start"_s});
+        m_window.reset(m_world.open(u"/start"_s));
+        QCOMPARE(m_window->visits, QStringList{u"Start @ H/start"_s});
     }
 
-    void answers_data();
     void answers()
     {
-        QFETCH(LoopbackServer::Answer, answer);
-        QFETCH(QStringList, expected);
-        m_world->server.answer(u"/page"_s, answer);
-        const bool isDownload = answer.headers.contains("attachment");
-        if (isDownload)
-            m_world->shell.fakePrompt.answerFileName({}); // refused
-        visit(u"/page"_s);
-        expectExactly(expected);
-        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), isDownload ? 1 : 0);
+        const auto check = [this](const LoopbackServer::Answer& answer,
+                                  const QStringList& expected) {
+            init();
+            m_world.server.answer(u"/page"_s, answer);
+            m_window->visit(u"/page"_s);
+            expectExactly(expected);
+        };
+        const QStringList titled{u"Titel @ H/page"_s};
+        const QByteArray page = "<title>Titel</title>";
+        const QByteArray frames = "<iframe src=/plain></iframe><iframe></iframe>"
+                                  "<iframe srcdoc=x></iframe><iframe src=/plain?2></iframe>";
+        check({.body = page + frames},
+              {u"Frame @ H/plain"_s, u"Frame @ H/plain?2"_s, u"Titel @ H/page"_s});
+        check({.body = page + "<iframe src='http://127.0.0.1:1/'></iframe>"}, titled);
+        check({.body = "Text", .type = "text/plain"}, {u" @ H/page"_s});
+        check({.status = 302, .headers = "Location: /plain\r\n"}, {u"Frame @ H/plain"_s});
+        check({.body = page, .status = 404}, titled);
+        check({.status = 404}, {u"- @ H/page"_s});
+        check({.status = 204}, {});
+        m_world.shell.fakePrompt.answerFileName({}); // refuses the download
+        check({.body = "x",
+               .type = "application/octet-stream",
+               .headers = "Content-Disposition: attachment; filename=x.bin\r\n"},
+              {});
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 1);
     }
 
-    void movesWithinAPage_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("pushState") << u"history.pushState(0, '', '/pushed?ä')"_s
-                                   << QStringList{u"Start @ H/pushed?%C3%A4"_s};
-        QTest::newRow("new title, then a fragment")
-            << u"document.title = 'Neu'; setTimeout(() => { location.hash = 'x' }, 200)"_s
-            << QStringList{u"Neu @ H/start#x"_s};
-        // The engine announces no second load while the first one is running.
-        m_world->server.answer(u"/never"_s, {.status = 0});
-        QTest::newRow("fragment, then another page, while an image loads")
-            << u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
-               "setTimeout(() => { location.href = '/plain' }, 200)"_s
-            << QStringList{u"Frame @ H/plain"_s, u"Start @ H/start#x"_s};
-    }
     void movesWithinAPage()
     {
-        QFETCH(QString, script);
-        QFETCH(QStringList, expected);
-        QTRY_VERIFY(!m_window->engine().Busy());
-        m_window->run(script);
-        expectExactly(expected);
+        const auto check = [this](const QString& script, const QStringList& expected) {
+            init();
+            m_window->run(script);
+            expectExactly(expected);
+        };
+        check(u"history.pushState(0, '', '/pushed?ä')"_s, {u"Start @ H/pushed?%C3%A4"_s});
+        // A new title, then a fragment.
+        check(u"document.title = 'Neu'; setTimeout(() => { location.hash = 'x' }, 200)"_s,
+              {u"Neu @ H/start#x"_s});
+        // The engine announces no second load while the first one is running.
+        m_world.server.answer(u"/never"_s, {.status = 0});
+        check(u"document.body.innerHTML = '<img src=/never>'; location.hash = 'x';"
+              "setTimeout(() => { location.href = '/plain' }, 200)"_s,
+              {u"Frame @ H/plain"_s, u"Start @ H/start#x"_s});
     }
 
     void backAndReload()
     {
-        visit(u"/plain"_s);
-        QTRY_COMPARE(visits().last(), u"Frame @ H/plain"_s);
+        m_window->visit(u"/plain"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Frame @ H/plain"_s);
         m_window->engine().GoBack();
-        QTRY_COMPARE(visits().mid(2), QStringList{u"Start @ H/start"_s});
+        QTRY_COMPARE(m_window->visits.mid(2), QStringList{u"Start @ H/start"_s});
         m_window->engine().Refresh();
-        QTRY_COMPARE(visits().mid(3), QStringList{u"Start @ H/start"_s});
+        QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"Start @ H/start"_s});
     }
 
     void slowPageReportsWithinASecondAndStops()
     {
-        visit(u"/half"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(visits().mid(1), QStringList{u"Halb @ H/half"_s}, 2500);
+        m_window->visit(u"/half"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->visits.mid(1), QStringList{u"Halb @ H/half"_s}, 2500);
         QVERIFY(m_window->engine().Busy());
         m_window->engine().Stop();
         QTRY_VERIFY(!m_window->engine().Busy());
@@ -91,8 +97,8 @@ private slots:
         QCOMPARE(m_window->engine().LocationURL(), typed);
         QCOMPARE(m_window->engine().LocationName(), u"Keine gültige Adresse"_s);
         QVERIFY(!m_window->engine().Document());
-        visit(u"/end"_s);
-        QTRY_COMPARE(visits().last(), u"Ende @ H/end"_s);
+        m_window->visit(u"/end"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Ende @ H/end"_s);
         m_window->engine().GoBack();
         QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"- @ "_s + typed});
         QCOMPARE(m_window->engine().LocationURL(), typed);
@@ -101,60 +107,30 @@ private slots:
     void deadServerAndEncoding()
     {
         m_window->engine().Navigate(u"http://127.0.0.1:1/ä b"_s.replace(u' ', u"%20"_s));
-        QTRY_COMPARE(visits().mid(1), QStringList{u"- @ http://127.0.0.1:1/%C3%A4%20b"_s});
+        QTRY_COMPARE(m_window->visits.mid(1), QStringList{u"- @ http://127.0.0.1:1/%C3%A4%20b"_s});
         QCOMPARE(m_window->engine().LocationURL(), u"http://127.0.0.1:1/%C3%A4%20b"_s);
     }
 
 private:
-    void visit(const QString& path) { m_window->engine().Navigate(m_world->address(path)); }
-    QStringList visits() const { return m_world->shortened(m_window->visits); }
     /// Waits for the visits after the start page, in alphabetical order, then for one more page, so
     /// that a visit too many would have come in between.
     void expectExactly(const QStringList& expected)
     {
         const auto sorted = [this] {
-            QStringList list = visits().mid(1);
+            QStringList list = m_window->visits.mid(1);
             list.sort();
             return list;
         };
         QTRY_COMPARE(sorted().join(u'\n'), expected.join(u'\n'));
         QTRY_VERIFY(!m_window->engine().Busy());
-        visit(u"/end"_s);
-        QTRY_VERIFY(visits().last() == u"Ende @ H/end"_s);
-        QCOMPARE(visits().mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
+        m_window->visit(u"/end"_s);
+        QTRY_VERIFY(m_window->visits.last() == u"Ende @ H/end"_s);
+        QCOMPARE(m_window->visits.mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
     }
 
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     std::unique_ptr<EngineWindow> m_window;
 };
-
-void EngineVisitsTest::answers_data()
-{
-    using Answer = LoopbackServer::Answer;
-    QTest::addColumn<Answer>("answer");
-    QTest::addColumn<QStringList>("expected");
-    const auto row = [](const char* name, const Answer& answer, const QStringList& expected) {
-        QTest::newRow(name) << answer << expected;
-    };
-    const QStringList titled{u"Titel @ H/page"_s};
-    const QByteArray page = "<title>Titel</title>";
-    row("frames with and without a source",
-        {.body = page + "<iframe src=/plain></iframe><iframe></iframe><iframe srcdoc=x></iframe>"
-                        "<iframe src=/plain?2></iframe>"},
-        {u"Frame @ H/plain"_s, u"Frame @ H/plain?2"_s, u"Titel @ H/page"_s});
-    row("frame that cannot be loaded",
-        {.body = page + "<iframe src='http://127.0.0.1:1/'></iframe>"}, titled);
-    row("text", {.body = "Text", .type = "text/plain"}, {u" @ H/page"_s});
-    row("redirect", {.status = 302, .headers = "Location: /plain\r\n"}, {u"Frame @ H/plain"_s});
-    row("404 with a page", {.body = page, .status = 404}, titled);
-    row("404 without", {.status = 404}, {u"- @ H/page"_s});
-    row("204", {.status = 204}, {});
-    row("download",
-        {.body = "x",
-         .type = "application/octet-stream",
-         .headers = "Content-Disposition: attachment; filename=x.bin\r\n"},
-        {});
-}
 
 ENGINE_TEST_MAIN(EngineVisitsTest)
 #include "EngineVisitsTest.moc"

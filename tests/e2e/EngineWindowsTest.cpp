@@ -12,53 +12,37 @@ class EngineWindowsTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_world = std::make_unique<EngineWorld>();
-        m_world->server.page(u"/opener"_s, "<title>Opener</title><a id=a href='/target' "
-                                           "target=_blank style='font-size:300px'>link</a>");
-        m_world->server.page(u"/target"_s, "<title>Ziel</title><body style='background:#0000ff'>");
-        m_world->server.page(u"/home"_s, "<title>Heim</title>");
+        m_world.server.page(u"/opener"_s, "<title>Opener</title><a id=a href='/target' "
+                                          "target=_blank style='font-size:300px'>link</a>");
+        m_world.server.page(u"/target"_s, "<title>Ziel</title><body style='background:#0000ff'>");
+        m_world.server.page(u"/home"_s, "<title>Heim</title>");
     }
     void init()
     {
-        m_lent = nullptr;
-        m_opener = m_world->open();
+        m_opener = m_world.open(u"/opener"_s);
         m_opener->makeWindow = [this] {
-            m_lent = m_world->open();
-            m_lent->engine().Navigate(m_world->address(u"/home"_s)); // must not win
+            m_lent = m_world.open();
+            m_lent->visit(u"/home"_s); // must not win
             return m_lent;
         };
-        m_opener->engine().Navigate(m_world->address(u"/opener"_s));
-        QTRY_COMPARE(m_opener->visits.size(), 1);
-        QTRY_VERIFY(!m_opener->engine().Busy());
     }
-    void cleanup()
-    {
-        delete m_opener;
-        delete m_lent;
-    }
+    void cleanup() { m_world.closeWindows(); }
 
-    void lentPageWins_data()
-    {
-        QTest::addColumn<QString>("script");
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("sized") << u"window.open('/target', '', 'width=320,height=210')"_s
-                               << QSize(320, 210);
-        QTest::newRow("link") << u"document.getElementById('a').click()"_s << QSize();
-        QTest::newRow("led on later")
-            << u"w = window.open(''); setTimeout(() => { w.location = '/target' }, 50)"_s
-            << QSize();
-    }
     void lentPageWins()
     {
-        QFETCH(QString, script);
-        QFETCH(QSize, size);
-        m_opener->run(script);
-        QTRY_VERIFY(m_lent);
-        QTRY_COMPARE(m_world->shortened(m_lent->visits), QStringList{u"Ziel @ H/target"_s});
-        QTRY_COMPARE(m_world->colourOf(*m_lent), QColor(Qt::blue));
-        QTRY_VERIFY(!m_lent->engine().Busy());
-        QCOMPARE(m_lent->requestedSize, size);
-        QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+        const auto check = [this](const QString& script, const QSize& size) {
+            m_lent.clear();
+            m_opener->run(script);
+            QTRY_VERIFY(m_lent);
+            QTRY_COMPARE(m_lent->visits, QStringList{u"Ziel @ H/target"_s});
+            QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
+            QTRY_VERIFY(!m_lent->engine().Busy());
+            QCOMPARE(m_lent->requestedSize, size);
+            QCOMPARE(m_world.server.requests(u"/home"_s), 0);
+        };
+        check(u"window.open('/target', '', 'width=320,height=210')"_s, {320, 210});
+        check(u"document.getElementById('a').click()"_s, {});
+        check(u"w = window.open(''); setTimeout(() => { w.location = '/target' }, 50)"_s, {});
     }
 
     void writtenWindow()
@@ -66,11 +50,11 @@ private slots:
         m_opener->run(u"w = window.open(''); setTimeout(() => { w.document.write("
                       "'<title>Text</title><body style=\"background:#00ff00\">') }, 300)"_s);
         QTRY_VERIFY(m_lent);
-        QTRY_COMPARE(m_world->colourOf(*m_lent), QColor(Qt::green));
+        QTRY_COMPARE(m_lent->colour(), QColor(Qt::green));
         QTRY_COMPARE(m_lent->engine().LocationName(), u"Text"_s);
         QTRY_VERIFY(!m_lent->engine().Busy());
         QCOMPARE(m_lent->visits, QStringList());
-        QCOMPARE(m_world->server.requests(u"/home"_s), 0);
+        QCOMPARE(m_world.server.requests(u"/home"_s), 0);
     }
 
     void engineGoes()
@@ -79,8 +63,8 @@ private slots:
         engineGoesDuring(&EngineControl::NavigateComplete2, "<iframe src=/home></iframe>");
         engineGoesDuring(&EngineControl::WindowClosing, "<script>window.close()</script>");
         // The others live on.
-        m_opener->engine().Navigate(m_world->address(u"/target"_s));
-        QTRY_COMPARE(m_world->shortened(m_opener->visits).last(), u"Ziel @ H/target"_s);
+        m_opener->visit(u"/target"_s);
+        QTRY_COMPARE(m_opener->visits.last(), u"Ziel @ H/target"_s);
     }
 
     void focus()
@@ -102,10 +86,10 @@ private:
     template <typename Signal>
     void engineGoesDuring(Signal signal, const QByteArray& html)
     {
-        m_world->server.page(u"/victim"_s, html);
+        m_world.server.page(u"/victim"_s, html);
         bool isGone = false;
         m_opener->makeWindow = [&] {
-            m_lent = m_world->open();
+            m_lent = m_world.open();
             connect(&m_lent->engine(), signal, this, [&] {
                 isGone = true;
                 delete std::exchange(m_lent, nullptr);
@@ -115,7 +99,7 @@ private:
         m_opener->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
         QTRY_VERIFY(isGone);
     }
-    std::unique_ptr<EngineWorld> m_world;
+    EngineWorld m_world;
     QPointer<EngineWindow> m_opener;
     QPointer<EngineWindow> m_lent;
 };

@@ -6,25 +6,29 @@
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QWebEngineView>
+#include <QtTest>
 
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
-EngineWindow::EngineWindow(const EngineFactory& factory, QWidget* parent)
-    : QWidget(parent), m_engine(factory(this))
+EngineWindow::EngineWindow(EngineWorld& world, const EngineFactory& factory)
+    : QWidget(&world.frame), m_world(world), m_engine(factory(this))
 {
     (new QHBoxLayout(this))->addWidget(m_engine->host());
     connect(m_engine.get(), &EngineControl::NavigateComplete2, this,
-            [this](const EngineFrame& frame, const QString& url) {
-                visits << (frame.Document ? frame.Document->Title : u"-"_s) + u" @ "_s + url;
+            [this](const EngineFrame& frame, QString url) {
+                visits << (frame.Document ? frame.Document->Title : u"-"_s) + u" @ "_s +
+                              url.replace(m_world.server.address({}), u"H"_s);
             });
     connect(m_engine.get(), &EngineControl::WindowSetHeight, this,
             [this](int height) { requestedSize.setHeight(height); });
     connect(m_engine.get(), &EngineControl::WindowSetWidth, this,
             [this](int width) { requestedSize.setWidth(width); });
-    connect(m_engine.get(), &EngineControl::WindowClosing, this,
-            [](bool, bool& cancel) { cancel = true; });
+    connect(m_engine.get(), &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
+        cancel = true;
+        ++m_world.closings;
+    });
     connect(m_engine.get(), &EngineControl::NewWindow2, this,
             [this](EngineControl*& engine, bool& cancel) {
                 EngineWindow* const window = makeWindow ? makeWindow() : nullptr;
@@ -33,9 +37,33 @@ EngineWindow::EngineWindow(const EngineFactory& factory, QWidget* parent)
             });
 }
 
+QWebEngineView* EngineWindow::view() const
+{
+    return qobject_cast<QWebEngineView*>(m_engine->host());
+}
+
+void EngineWindow::visit(const QString& path)
+{
+    m_engine->Navigate(m_world.server.address(path));
+}
+
+void EngineWindow::visitAndWait(const QString& path)
+{
+    const qsizetype before = visits.size();
+    visit(path);
+    QTRY_COMPARE(visits.size(), before + 1);
+    QTRY_VERIFY(!m_engine->Busy());
+}
+
 void EngineWindow::run(const QString& script)
 {
-    qobject_cast<QWebEngineView*>(m_engine->host())->page()->runJavaScript(script);
+    view()->page()->runJavaScript(script);
+}
+
+QColor EngineWindow::colour() const
+{
+    const QPoint centre = mapTo(window(), rect().center());
+    return screen()->grabWindow(window()->winId()).toImage().pixelColor(centre);
 }
 
 EngineWorld::EngineWorld()
@@ -44,9 +72,9 @@ EngineWorld::EngineWorld()
       })
 {
     m_folder.setAutoRemove(false); // goes with the folder of the whole run
-    m_host.serve(shell, &m_frame, asker);
-    m_frame.resize(800, 600);
-    m_frame.show();
+    m_host.serve(shell, &frame, asker);
+    frame.resize(800, 600);
+    frame.show();
 }
 
 EngineWorld::~EngineWorld()
@@ -54,23 +82,19 @@ EngineWorld::~EngineWorld()
     m_host.endService();
 }
 
-EngineWindow* EngineWorld::open()
+EngineWindow* EngineWorld::open(const QString& path)
 {
-    auto* const window = new EngineWindow(m_host.factory(), &m_frame);
-    window->setGeometry(m_frame.rect());
+    auto* const window = new EngineWindow(*this, m_host.factory());
+    window->setGeometry(frame.rect());
     window->show();
+    if (!path.isEmpty())
+        window->visitAndWait(path);
     return window;
 }
 
-QColor EngineWorld::colourOf(const EngineWindow& window) const
+void EngineWorld::closeWindows()
 {
-    const QPoint centre = window.mapTo(&m_frame, window.rect().center());
-    return m_frame.screen()->grabWindow(m_frame.winId()).toImage().pixelColor(centre);
-}
-
-QStringList EngineWorld::shortened(QStringList texts) const
-{
-    return texts.replaceInStrings(server.address({}), u"H"_s);
+    qDeleteAll(frame.findChildren<EngineWindow*>());
 }
 
 int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)

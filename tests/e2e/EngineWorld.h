@@ -1,27 +1,58 @@
 #pragma once
 
-#include "FakeAsker.h"
 #include "LoopbackServer.h"
 
 #include "browser/EngineControl.h"
 #include "browser/WebEngineHost.h"
+#include "browser/services/PageAsker.h"
 #include "tests/gui/FakeShell.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
+class EngineWorld;
+class QWebEngineView;
+
+/// Answers the questions of pages for the user: by `onAsk` and `onLogIn`, or
+/// by refusing. The texts are written down.
+class FakeAsker : public PageAsker {
+public:
+    PageAnswer ask(QWidget* parent, const PageQuestion& question) override
+    {
+        questions << question.text;
+        return onAsk ? onAsk(parent, question) : PageAnswer();
+    }
+    std::optional<LogIn> logIn(QWidget* /*parent*/, const LogInQuestion& question) override
+    {
+        questions << question.site + u'|' + question.realm;
+        return onLogIn ? onLogIn() : std::nullopt;
+    }
+
+    QStringList questions;
+    std::function<PageAnswer(QWidget*, const PageQuestion&)> onAsk;
+    std::function<std::optional<LogIn>()> onLogIn;
+};
+
 /// A bare window around one engine, which writes down what the engine tells.
-/// Visits read "title @ address", with "-" for a frame without a document.
+/// Visits read "title @ address", with "-" for a frame without a document, and
+/// "H" for the server.
 class EngineWindow : public QWidget {
     Q_OBJECT
 public:
-    EngineWindow(const EngineFactory& factory, QWidget* parent);
+    EngineWindow(EngineWorld& world, const EngineFactory& factory);
 
     EngineControl& engine() { return *m_engine; }
+    QWebEngineView* view() const;
+    /// Goes to a path of the server.
+    void visit(const QString& path);
+    void visitAndWait(const QString& path);
     /// Runs a script in the page.
     void run(const QString& script);
+    /// The colour in the middle of the window as it is on the screen.
+    QColor colour() const;
 
     QStringList visits;
     QSize requestedSize;
@@ -29,6 +60,7 @@ public:
     std::function<EngineWindow*()> makeWindow;
 
 private:
+    EngineWorld& m_world;
     std::unique_ptr<EngineControl> m_engine;
 };
 
@@ -39,23 +71,25 @@ public:
     ~EngineWorld();
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
-    EngineWindow* open();
+    /// A new window; with a path it has the page when it is handed out.
+    EngineWindow* open(const QString& path = {});
+    void closeWindows();
     /// Whether the program may end, for the engines' part.
     bool mayEnd() { return m_host.mayEnd(); }
-    /// The colour in the middle of the window as it is on the screen.
-    QColor colourOf(const EngineWindow& window) const;
-    QString address(const QString& path) const { return server.address(path); }
-    /// The texts with the server's address cut down to "H".
-    QStringList shortened(QStringList texts) const;
 
     LoopbackServer server;
     FakeShell shell;
     FakeAsker asker;
+    /// How many windows were to close by the will of their pages; they stay.
+    int closings = 0;
 
 private:
     QTemporaryDir m_folder;
     WebEngineHost m_host;
-    QWidget m_frame;
+
+public:
+    /// All windows are in it, and what the engines open beside them.
+    QWidget frame;
 };
 
 /// Runs the tests of `Test` in an application that can show pages.

@@ -20,12 +20,6 @@ Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironm
         m_environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
 }
 
-QByteArray Installation::contents(const QString& name) const
-{
-    QFile kept(file(name));
-    return kept.open(QIODevice::ReadOnly) ? kept.readAll() : QByteArray();
-}
-
 void Installation::start(QProcess& process, const QStringList& arguments) const
 {
     process.setProcessEnvironment(m_environment);
@@ -34,13 +28,11 @@ void Installation::start(QProcess& process, const QStringList& arguments) const
     process.start(file(u"tessera"_s), arguments);
 }
 
-int Installation::startAndWait(const QStringList& arguments, QByteArray* output) const
+int Installation::startAndWait(const QStringList& arguments) const
 {
     QProcess process;
     start(process, arguments);
     if (!process.waitForFinished(patience))
         return -1;
-    if (output != nullptr)
-        *output = process.readAll();
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
 }

@@ -13,10 +13,9 @@ public:
 
     QString file(const QString& name) const { return m_folder.filePath(name); }
     QString home() const { return m_home.path(); }
-    QByteArray contents(const QString& name) const;
     void start(QProcess& process, const QStringList& arguments) const;
     /// Starts another copy and waits for its end: its exit code, or below 0.
-    int startAndWait(const QStringList& arguments, QByteArray* output = nullptr) const;
+    int startAndWait(const QStringList& arguments) const;
 
 private:
     QTemporaryDir m_folder;

@@ -1,5 +1,4 @@
 #include "browser/AddressResolver.h"
-#include "browser/DriveList.h"
 #include "tests/core/FakeFileTable.h"
 #include "tests/fuzz/Fuzz.h"
 
@@ -8,12 +7,7 @@ using namespace Qt::StringLiterals;
 namespace {
 void resolveOne(const QString& typed)
 {
-    static const FakeFileTable files({u"/home/"_s, u"/home/u/"_s, u"/home/u/a b.htm"_s,
-                                      u"/home/u/100%.htm"_s, u"/home/u/c#1?.htm"_s, u"/mnt/"_s,
-                                      u"/mnt/Stick/"_s, u"/mnt/Stick/Ä.htm"_s});
-    static const DriveList drives({{u"/mnt/Stick"_s, u"Data"_s, u"vfat"_s}});
-
-    const QUrl url = resolveAddress(typed, files, drives);
+    const QUrl url = resolveAddress(typed, disk(), drives());
     require(url.isValid() != url.isEmpty(), "valid, or nothing at all");
     require(url.isEmpty() || url.scheme().size() > 1, "a drive letter is no scheme");
     require((url.scheme() != "http"_L1 && url.scheme() != "https"_L1) || !url.host().isEmpty(),
@@ -24,7 +18,7 @@ void resolveOne(const QString& typed)
     const QString location = url.toString(QUrl::FullyEncoded);
     const bool isFile = url.scheme() == "file"_L1;
     if (!isFile || (url.host().isEmpty() && location.mid(9, 1) != u':'))
-        require(resolveAddress(location, files, drives).toString(QUrl::FullyEncoded) == location,
+        require(resolveAddress(location, disk(), drives()).toString(QUrl::FullyEncoded) == location,
                 "a resolved address resolves to itself");
 }
 } // namespace

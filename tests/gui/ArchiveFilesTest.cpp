@@ -3,11 +3,9 @@
 using namespace Qt::StringLiterals;
 
 // The archive window and files: what cannot be read or written, and the exports.
-class ArchiveFilesTest : public QObject {
+class ArchiveFilesTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void unreadableIndex()
     {
         ArchiveFixture f;

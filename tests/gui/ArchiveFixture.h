@@ -19,13 +19,8 @@ struct ArchiveFixture {
 
     explicit ArchiveFixture(bool sample = true)
     {
-        if (sample)
-            writeSample();
-    }
-    ~ArchiveFixture() { delete window; }
-
-    void writeSample()
-    {
+        if (!sample)
+            return;
         Book book(shell.programFolder());
         auto bookmarks = std::make_shared<BookmarkCollection>();
         for (const QString& title : {QStringLiteral("a1"), QStringLiteral("a2")})
@@ -34,6 +29,7 @@ struct ArchiveFixture {
         addThema(book, shell.programFolder(), 2, QStringLiteral("B"));
         book.SaveAllThema();
     }
+    ~ArchiveFixture() { delete window; }
 
     void open()
     {
@@ -79,10 +75,9 @@ struct ArchiveFixture {
         }
         return folders.join(u' ');
     }
-    void choose(const char16_t* item) { action(item)->trigger(); }
-    QAction* action(const char16_t* item)
+    void choose(const char16_t* item)
     {
-        return window->findChild<QAction*>(QString::fromUtf16(item));
+        window->findChild<QAction*>(QString::fromUtf16(item))->trigger();
     }
     QLineEdit* editor()
     {

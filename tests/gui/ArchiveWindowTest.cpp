@@ -6,11 +6,9 @@
 
 using namespace Qt::StringLiterals;
 
-class ArchiveWindowTest : public QObject {
+class ArchiveWindowTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void firstRun()
     {
         ArchiveFixture f(false);

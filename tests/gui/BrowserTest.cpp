@@ -11,16 +11,14 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QUrl>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 /// A frame with one window whose engine shows nothing yet.
-struct OneWindow : FrameFixture {
-    OneWindow()
+struct OneWindow : StartedFrame {
+    OneWindow() : StartedFrame(u"x"_s)
     {
-        start.Main(u"x"_s);
         engine(0)->calls();
         browser = window(1);
         combo = browser->findChild<QComboBox*>(u"cboAddress"_s);
@@ -41,11 +39,9 @@ struct OneWindow : FrameFixture {
 };
 } // namespace
 
-class BrowserTest : public QObject {
+class BrowserTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void enterOpensTheTextAsTyped()
     {
         OneWindow w;

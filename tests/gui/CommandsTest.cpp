@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A started frame with one window.
-struct Started : FrameFixture {
-    Started() { start.Main(u"x"_s); }
+struct Started : StartedFrame {
+    Started() : StartedFrame(u"x"_s) {}
 
     void choose(const char* name) { item(name)->trigger(); }
     void open(const char* menu) { emit item(menu)->menu()->aboutToShow(); }
@@ -27,11 +27,9 @@ struct Started : FrameFixture {
 
 } // namespace
 
-class CommandsTest : public QObject {
+class CommandsTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void arrangementsMarkBothMenus()
     {
         Started f;

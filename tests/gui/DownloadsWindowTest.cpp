@@ -4,19 +4,18 @@
 #include "tests/gui/GuiTest.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 #include <QTableView>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
 /// The downloads window, and the dialog that has browsing data deleted.
-class DownloadsWindowTest : public QObject {
+class DownloadsWindowTest : public WindowTest {
     Q_OBJECT
 private slots:
     void init()
     {
-        failOnWarnings();
+        TestCase::init();
         m_window.reset();
         m_table = std::make_unique<DownloadTable>();
         m_window =
@@ -25,8 +24,7 @@ private slots:
                 return m_canOpen;
             });
         m_window->setAttribute(Qt::WA_DeleteOnClose, false);
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        show(*m_window);
         m_opened.clear();
         m_canOpen = true;
     }
@@ -41,11 +39,11 @@ private slots:
         m_table->add({.path = u"/d/b"_s}, [&] { ++cancelled; });
         m_table->finish(first, DownloadState::Completed);
         QCOMPARE(enabled(), u"cmdOpen cmdFolder cmdClear"_s); // the first one is still selected
-        list()->selectAll();
+        find<QTableView>()->selectAll();
         QCOMPARE(enabled(), u"cmdCancel cmdClear"_s);
-        click(u"cmdCancel"_s);
+        press(u"cmdCancel"_s);
         QCOMPARE(cancelled, 1);
-        click(u"cmdClear"_s);
+        press(u"cmdClear"_s);
         QCOMPARE(m_table->rowCount(), 1);
         QCOMPARE(enabled(), u"cmdCancel cmdFolder"_s);
     }
@@ -62,48 +60,41 @@ private slots:
               {u"a.txt"_s, false, true, gone},
               {u"a.sh"_s, true, true, program}}) {
             init();
-            const QTemporaryDir folder;
-            QFile content(folder.filePath(file));
-            QVERIFY(!exists || content.open(QIODevice::WriteOnly));
+            if (exists)
+                writeBytes(path(file), {});
             m_canOpen = canOpen;
-            m_table->finish(m_table->add({.path = content.fileName()}), DownloadState::Completed);
-            QTest::keyClick(list(), Qt::Key_Return);
+            m_table->finish(m_table->add({.path = path(file)}), DownloadState::Completed);
+            QTest::keyClick(find<QTableView>(), Qt::Key_Return);
             QCOMPARE(m_opened.size(), exists && complaint != program ? 1 : 0);
             const QStringList texts = m_shell.fakePrompt.takeTexts();
             QCOMPARE(texts.join(u'\n').section(u'|', 2), complaint);
             m_canOpen = true;
-            click(u"cmdFolder"_s);
-            QCOMPARE(m_opened.last(), folder.path());
+            press(u"cmdFolder"_s);
+            QCOMPARE(m_opened.last(), path());
         }
     }
 
     void chosenData()
     {
         frmBrowserData dialog(nullptr);
-        dialog.show();
-        const auto check = [&](const QString& name) { return dialog.findChild<QCheckBox*>(name); };
-        check(u"chkCookies"_s)->click();
-        check(u"chkCache"_s)->click();
-        QTest::keyClick(check(u"chkCache"_s), Qt::Key_Return); // there is nothing to delete
+        show(dialog);
+        find<QCheckBox>(u"chkCookies"_s)->click();
+        find<QCheckBox>(u"chkCache"_s)->click();
+        QTest::keyClick(find(u"chkCache"_s), Qt::Key_Return); // there is nothing to delete
         QVERIFY(dialog.isVisible());
-        check(u"chkStorage"_s)->click();
-        QTest::keyClick(check(u"chkStorage"_s), Qt::Key_Return);
+        find<QCheckBox>(u"chkStorage"_s)->click();
+        QTest::keyClick(find(u"chkStorage"_s), Qt::Key_Return);
         QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
         const BrowserData data = dialog.chosen();
         QVERIFY(data.storage && !data.cookies && !data.cache && !data.permissions);
     }
 
 private:
-    QTableView* list() const { return m_window->findChild<QTableView*>(); }
-    void click(const QString& button) const
-    {
-        QTest::mouseClick(m_window->findChild<QPushButton*>(button), Qt::LeftButton);
-    }
     QString enabled() const
     {
         QStringList names;
         for (const auto& name : {u"cmdCancel"_s, u"cmdOpen"_s, u"cmdFolder"_s, u"cmdClear"_s}) {
-            if (m_window->findChild<QPushButton*>(name)->isEnabled())
+            if (find(name)->isEnabled())
                 names << name;
         }
         return names.join(u' ');

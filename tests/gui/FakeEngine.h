@@ -29,12 +29,7 @@ public:
     QWidget* host() override { return m_host; }
 
     /// What was called since the last look.
-    QString calls()
-    {
-        const QString all = m_calls.join(u'|');
-        m_calls.clear();
-        return all;
-    }
+    QString calls() { return std::exchange(m_calls, {}).join(u'|'); }
 
     /// The page arrives at `url` under `title`.
     void arrive(const QString& url, const QString& title)

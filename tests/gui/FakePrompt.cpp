@@ -45,13 +45,19 @@ void FakePrompt::tell(QWidget* /*parent*/, const QString& text, const QString& t
     opened({title, iconName(icon), text});
 }
 
+template <typename Answer>
+Answer FakePrompt::take(QList<Answer>& answers, const QString& question)
+{
+    if (!answers.isEmpty())
+        return answers.takeFirst();
+    fail(u"No answer"_s, question);
+    return {};
+}
+
 bool FakePrompt::askYesNo(QWidget* /*parent*/, const QString& text, const QString& title, Icon icon)
 {
     opened({title, iconName(icon), text});
-    if (!m_yesNo.isEmpty())
-        return m_yesNo.takeFirst();
-    fail(u"No answer"_s, text);
-    return false;
+    return take(m_yesNo, text);
 }
 
 bool FakePrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title, Icon icon)
@@ -62,19 +68,11 @@ bool FakePrompt::askOkCancel(QWidget* parent, const QString& text, const QString
 QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request)
 {
     opened({request.title});
-    return takeFileName(request.title);
+    return take(m_fileNames, request.title);
 }
 
 QString FakePrompt::saveFileAs(QWidget* /*parent*/, const QString& title, const QString& path)
 {
     opened({title, path});
-    return takeFileName(title);
-}
-
-QString FakePrompt::takeFileName(const QString& question)
-{
-    if (!m_fileNames.isEmpty())
-        return m_fileNames.takeFirst();
-    fail(u"No answer"_s, question);
-    return {};
+    return take(m_fileNames, title);
 }

@@ -12,7 +12,6 @@
 /// asked for or a text was not taken.
 class FakePrompt : public Prompt {
 public:
-    FakePrompt() = default;
     ~FakePrompt() override;
 
     /// True stands for "Ja" and "OK".
@@ -36,10 +35,11 @@ public:
 
 private:
     void opened(const QStringList& parts);
-    QString takeFileName(const QString& question);
+    template <typename Answer>
+    Answer take(QList<Answer>& answers, const QString& question);
 
     QStringList m_texts;
     QList<bool> m_yesNo;
-    QStringList m_fileNames;
+    QList<QString> m_fileNames;
     std::function<void()> m_whileOpen;
 };

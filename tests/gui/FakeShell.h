@@ -2,7 +2,7 @@
 
 #include "app/Prefer.h"
 #include "base/Shell.h"
-#include "history/HistoryItem.h"
+#include "history/HistoryList.h"
 #include "tests/gui/FakePrompt.h"
 
 #include <QIcon>
@@ -12,10 +12,13 @@
 /// A frame that only keeps what it is told. Its program folder is temporary.
 class FakeShell : public Shell {
 public:
-    FakeShell();
+    FakeShell() { pref.LoadPref(); }
 
     void VisitUrl(const QString& url) override { visited.append(url); }
-    void AddToHistory(const QString& url, const QString& title) override;
+    void AddToHistory(const QString& url, const QString& title) override
+    {
+        addVisit(history, url, title, QDateTime::currentDateTime(), pref.HistoryRows());
+    }
     frmBrowser* CreateBrowser() override { return nullptr; }
     void browserUnloaded(qint32 /*number*/) override {}
     const HistoryCollection& History() const override { return history; }
@@ -33,8 +36,8 @@ public:
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
     const QString& title() const override { return m_title; }
-    QIcon frameIcon() const override { return m_icon; }
-    QIcon childIcon() const override { return m_icon; }
+    QIcon frameIcon() const override { return {}; }
+    QIcon childIcon() const override { return {}; }
 
     QStringList visited;
     HistoryCollection history;
@@ -47,10 +50,9 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    QString m_programFolder;
-    QString m_title;
-    QIcon m_icon;
+    QString m_programFolder = m_folder.path();
+    QString m_title = QStringLiteral("Tessera");
 
 public:
-    Prefer pref;
+    Prefer pref{m_programFolder};
 };

@@ -10,12 +10,12 @@
 using namespace Qt::StringLiterals;
 
 /// The bar over a page, with the searches it asks for as "text[ back][ case]".
-class FindBarTest : public QObject {
+class FindBarTest : public WindowTest {
     Q_OBJECT
 private slots:
     void init()
     {
-        failOnWarnings();
+        TestCase::init();
         m_page = std::make_unique<QWidget>();
         m_page->resize(600, 400);
         m_bar = new FindBar(m_page.get());
@@ -23,9 +23,7 @@ private slots:
         connect(m_bar, &FindBar::find, this, [this](const QString& text, bool back, bool exact) {
             m_asked << text + (back ? u" back"_s : QString()) + (exact ? u" case"_s : QString());
         });
-        m_page->show();
-        m_page->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+        show(*m_page);
         m_bar->open();
         m_asked.clear();
     }
@@ -38,7 +36,7 @@ private slots:
         QTest::keyClick(m_text, Qt::Key_Enter, Qt::ShiftModifier | Qt::KeypadModifier);
         QCOMPARE(m_asked, (QStringList{u"a"_s, u"ab"_s, u"ab"_s, u"ab back"_s}));
         m_asked.clear();
-        QTest::keyClick(m_bar->findChild<QWidget*>(u"chkCase"_s), Qt::Key_Space);
+        QTest::keyClick(find(u"chkCase"_s), Qt::Key_Space);
         QCOMPARE(m_asked, (QStringList{{}, u"ab case"_s}));
     }
 

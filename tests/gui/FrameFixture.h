@@ -69,3 +69,8 @@ struct FrameFixture {
     std::vector<QPointer<FakeEngine>> engines;
     AppInit start;
 };
+
+/// The same, brought up with a start address.
+struct StartedFrame : FrameFixture {
+    explicit StartedFrame(const QString& address = {}) { start.Main(address); }
+};

@@ -5,7 +5,6 @@
 
 #include <QClipboard>
 #include <QFile>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -24,11 +23,9 @@ protected:
     }
 };
 
-class FrameTest : public QObject {
+class FrameTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void startOpensAMaximisedWindow()
     {
         for (const auto& [startBrowser, address, opened] :
@@ -54,6 +51,14 @@ private slots:
         }
     }
 
+    /// One whose file or whose image plug-in is missing stays empty without a word.
+    void iconsAreDrawn()
+    {
+        const FrameFixture f;
+        for (const QIcon& icon : {f.start.frameIcon(), f.start.childIcon()})
+            QCOMPARE(qAlpha(icon.pixmap(16).toImage().pixel(8, 8)), 255);
+    }
+
     void slowPaintsLeaveTime()
     {
         QCOMPARE(pauseAfterPaint(16), 0); // a display's beat
@@ -75,8 +80,7 @@ private slots:
 
     void numbersAreNeverUsedAgain()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         f.frame().VisitUrl(u"b"_s);
         f.frame().VisitUrl({}); // opens nothing
         QCOMPARE(f.keys(), u"1 2"_s);
@@ -90,8 +94,7 @@ private slots:
 
     void aWaitingAddressIsOpenedUntilAVisit()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         f.frame().HistoryUrl(u"waiting"_s);
         f.frame().NewBrowser();
         f.frame().VisitUrl({});
@@ -107,8 +110,7 @@ private slots:
         for (const auto& [state, stored, width] : {std::tuple{Qt::WindowNoState, 0, 700 * 15},
                                                    {Qt::WindowMinimized, 1, 9600},
                                                    {Qt::WindowMaximized, 2, 9600}}) {
-            FrameFixture f;
-            f.start.Main({});
+            StartedFrame f;
             f.frame().resize(700, 400);
             f.frame().setWindowState(state);
             f.frame().close();
@@ -127,8 +129,7 @@ private slots:
 
     void staysOpenWhenSomethingIsUnderWay()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         bool mayEnd = false;
         int asked = 0;
         f.frame().addEndCheck([&] { return ++asked > 0 && mayEnd; });
@@ -145,8 +146,7 @@ private slots:
 
     void aFailedSaveIsShown()
     {
-        FrameFixture f;
-        f.start.Main({});
+        StartedFrame f;
         // A folder in the file's place cannot be written, not even by root.
         QVERIFY(QFile::remove(f.folder.path() + u"/Pref.tsp"_s));
         QVERIFY(QDir(f.folder.path()).mkdir(u"Pref.tsp"_s));
@@ -164,8 +164,7 @@ private slots:
               {Qt::WindowNoState, true, false, u"1"_s}, // behind a dialog
               {Qt::WindowMinimized, true, false, u"1"_s},
               {Qt::WindowMinimized, false, true, u"1"_s}}) {
-            FrameFixture f;
-            f.start.Main({});
+            StartedFrame f;
             f.frame().setWindowState(state);
             f.start.SetDropDisabled(dropsOff);
             QGuiApplication::clipboard()->setText(u"before"_s);

@@ -1,16 +1,33 @@
 #pragma once
 
+#include "tests/TestCase.h"
+
 #include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QtTest>
+#include <QPointer>
 
-/// Makes the running test function fail on any warning but those of a platform
-/// without a screen.
-inline void failOnWarnings()
-{
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
-}
+/// A test case around one window at a time.
+class WindowTest : public TestCase {
+protected:
+    /// Shows the window, in which controls are looked for from now on.
+    void show(QWidget& window)
+    {
+        m_shown = &window;
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+    template <typename Control = QWidget>
+    Control* find(const QString& name = {}) const
+    {
+        return m_shown->findChild<Control*>(name);
+    }
+    void press(const QString& name) const { QTest::mouseClick(find(name), Qt::LeftButton); }
+
+private:
+    QPointer<QWidget> m_shown;
+};
 
 /// Drops as the toolkit does; true when the widget takes a copy.
 inline bool dropOn(QWidget* widget, const QPoint& place, const QMimeData& offered)

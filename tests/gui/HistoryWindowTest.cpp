@@ -8,11 +8,9 @@
 
 using namespace Qt::StringLiterals;
 
-class HistoryWindowTest : public QObject {
+class HistoryWindowTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void opensSortedByDateWithTheFirstRowSelected()
     {
         open();
@@ -69,12 +67,9 @@ private:
     {
         m_shell = std::make_unique<FakeShell>();
         const QStringList titles{u"t1"_s, u"t3"_s, u"t2"_s};
-        for (int i = 0; i < 3; ++i) {
-            auto item = std::make_shared<HistoryItem>();
-            item->SetItem(u"http://"_s + QChar(static_cast<char16_t>(u'a' + i)), titles[i],
-                          QDate(2000, 1, 1 + i).startOfDay());
-            m_shell->history.Add(item);
-        }
+        for (int i = 0; i < 3; ++i)
+            addVisit(m_shell->history, u"http://"_s + QChar(static_cast<char16_t>(u'a' + i)),
+                     titles[i], QDate(2000, 1, 1 + i).startOfDay(), 3);
         m_window = new frmHistory(*m_shell, nullptr);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window));

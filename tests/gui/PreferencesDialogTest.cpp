@@ -9,21 +9,19 @@
 
 using namespace Qt::StringLiterals;
 
-class PreferencesDialogTest : public QObject {
+class PreferencesDialogTest : public WindowTest {
     Q_OBJECT
 private slots:
     void init()
     {
-        failOnWarnings();
+        TestCase::init();
         m_dialog.reset(); // before its shell
         m_shell = std::make_unique<FakeShell>();
         m_shell->pref.HomeUrl(u"http://home/"_s);
         m_shell->pref.HistoryRows(-3);
         m_shell->pref.StatusBar(0);
         m_dialog = std::make_unique<frmEinstell>(*m_shell, nullptr);
-        m_dialog->show();
-        m_dialog->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        show(*m_dialog);
     }
 
     void standardSavesNothing()
@@ -72,12 +70,6 @@ private slots:
     }
 
 private:
-    template <typename Widget>
-    Widget* find(const QString& name) const
-    {
-        return m_dialog->findChild<Widget*>(name);
-    }
-    void press(const QString& name) { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
     void setHistoryRows(const QString& text) { find<QComboBox>(u"Combo1"_s)->setEditText(text); }
     /// Presses "OK": what comes before the failure stays in force, what comes
     /// behind it does not happen.

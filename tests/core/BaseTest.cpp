@@ -1,13 +1,40 @@
+#include "base/KeyedCollection.h"
 #include "base/RecordField.h"
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
 #include "base/Windows1252.h"
-
-#include <QtTest>
+#include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
 
-class RecordTest : public QObject {
+namespace {
+QByteArray encoded(QStringView text)
+{
+    QByteArray bytes;
+    appendWindows1252(bytes, text);
+    return bytes;
+}
+
+QString listed(const KeyedCollection<int>& list)
+{
+    QStringList parts;
+    for (int i = 1; i <= list.Count(); ++i)
+        parts << u"%1=%2"_s.arg(list.Key(i)).arg(list.Item(i));
+    return parts.join(u' ');
+}
+
+KeyedCollection<int> abc()
+{
+    KeyedCollection<int> list;
+    list.Add(1, u"a"_s);
+    list.Add(2, u"b"_s);
+    list.Add(3, u"c"_s);
+    return list;
+}
+} // namespace
+
+/// What the files and lists of every room are made of.
+class BaseTest : public TestCase {
     Q_OBJECT
 private slots:
     void everyByteSurvives()
@@ -15,14 +42,14 @@ private slots:
         QByteArray all;
         for (int i = 0; i < 256; ++i)
             all.append(static_cast<char>(i));
-        QCOMPARE(toWindows1252(fromWindows1252(all)), all);
+        QCOMPARE(encoded(fromWindows1252(all)), all);
     }
 
     void encodes()
     {
-        QCOMPARE(toWindows1252(u"äß€„“…™Ÿ"), "\xE4\xDF\x80\x84\x93\x85\x99\x9F"_ba);
-        QCOMPARE(toWindows1252(u"aЖ\U0001F600b"), "a??b"_ba); // one mark per code point
-        QCOMPARE(toWindows1252(QString(QChar(0xD83D)) + u'x'), "?x"_ba);
+        QCOMPARE(encoded(u"äß€„“…™Ÿ"), "\xE4\xDF\x80\x84\x93\x85\x99\x9F"_ba);
+        QCOMPARE(encoded(u"aЖ\U0001F600b"), "a??b"_ba); // one mark per code point
+        QCOMPARE(encoded(QString(QChar(0xD83D)) + u'x'), "?x"_ba);
     }
 
     void fieldsAreCutAndPadded()
@@ -74,7 +101,34 @@ private slots:
         QCOMPARE(int{toStoredTwips(2184)}, 32760);
         QCOMPARE(int{toStoredTwips(2185)}, 32767);
     }
+
+    void placesAndKeys()
+    {
+        KeyedCollection<int> list = abc();
+        list.AddBefore(1, 10, u"first"_s);
+        list.AddAfter(4, 40);
+        list.AddAfter(2, 20);
+        QCOMPARE(listed(list), u"first=10 a=1 =20 b=2 c=3 =40"_s);
+        list.Remove(u"b"_s);
+        list.Remove(1);
+        QCOMPARE(listed(list), u"a=1 =20 c=3 =40"_s);
+        QCOMPARE(list.Position(u"c"_s), 3);
+        list.Add(5, u"b"_s); // a removed key is free again
+        QCOMPARE(list.Item(5), 5);
+    }
+
+    void errorsLeaveTheListAlone()
+    {
+        KeyedCollection<int> list = abc();
+        QVERIFY_THROWS_EXCEPTION(DuplicateKeyError, list.Add(9, u"a"_s));
+        QVERIFY_THROWS_EXCEPTION(DuplicateKeyError, list.AddBefore(1, 9, u"c"_s));
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, list.AddBefore(4, 9, u"d"_s));
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, list.Remove(4));
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, list.Remove(u"A"_s));
+        QVERIFY_THROWS_EXCEPTION(NotFoundError, list.Item(0));
+        QCOMPARE(listed(list), u"a=1 b=2 c=3"_s);
+    }
 };
 
-QTEST_APPLESS_MAIN(RecordTest)
-#include "RecordTest.moc"
+QTEST_APPLESS_MAIN(BaseTest)
+#include "BaseTest.moc"

@@ -1,5 +1,6 @@
 #include "GuiTest.h"
 
+#include "base/MessagePrompt.h"
 #include "browser/services/PageDialogs.h"
 
 #include <QCheckBox>
@@ -10,12 +11,10 @@
 
 using namespace Qt::StringLiterals;
 
-/// The windows in which pages ask, answered by real keys.
-class PageDialogsTest : public QObject {
+/// The windows in which pages and the program ask, answered by real keys.
+class QuestionsTest : public TestCase {
     Q_OBJECT
 private slots:
-    void init() { failOnWarnings(); }
-
     void keys()
     {
         for (const auto& [isRisky, key, isAccepted] : {std::tuple{false, Qt::Key_Return, true},
@@ -70,11 +69,32 @@ private slots:
         QVERIFY(!m_dialogs.ask(window, {.text = u"x"_s}).isAccepted);
     }
 
+    // A question about unsaved changes is not to be answered by an Escape too many.
+    void messages()
+    {
+        QVERIFY(answer(&MessagePrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
+        QVERIFY(!answer(&MessagePrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
+        QVERIFY(!answer(&MessagePrompt::askOkCancel, {Qt::Key_Escape}));
+    }
+
 private:
+    template <typename Question>
+    bool answer(Question question, const QList<Qt::Key>& keys)
+    {
+        whileOpen([&keys](QDialog& box) {
+            for (const Qt::Key key : keys) {
+                if (box.isVisible()) // otherwise it has its answer already
+                    QTest::keyClick(box.focusWidget(), key);
+            }
+        });
+        MessagePrompt prompt;
+        return (prompt.*question)(nullptr, u"?"_s, u"Meldung"_s, Prompt::Icon::Question);
+    }
     void whileOpen(const std::function<void(QDialog&)>& act)
     {
         QTimer::singleShot(100, this, [act] {
-            if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dialog != nullptr && QTest::qWaitForWindowActive(dialog))
                 act(*dialog);
         });
     }
@@ -83,5 +103,5 @@ private:
     PageDialogs m_dialogs;
 };
 
-GUI_TEST_MAIN(PageDialogsTest)
-#include "PageDialogsTest.moc"
+GUI_TEST_MAIN(QuestionsTest)
+#include "QuestionsTest.moc"

@@ -1,0 +1,23 @@
+#include "base/FormParts.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+QPushButton* makeButton(const QString& name, const QString& caption, const QString& toolTip)
+{
+    auto* button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return button;
+}
+
+void addLabel(QGridLayout& grid, int row, const QString& name, const QString& caption,
+              QWidget* buddy, Qt::Alignment alignment)
+{
+    auto* label = new QLabel(caption);
+    label->setObjectName(name);
+    label->setBuddy(buddy);
+    grid.addWidget(label, row, 0, alignment);
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tests/Files.h"
+
+#include <QTemporaryDir>
+
+#include <optional>
+
+/// A test case whose functions fail on any warning, but those of a platform
+/// without a screen, and have a folder of their own.
+class TestCase : public QObject {
+    Q_OBJECT
+protected slots:
+    void init()
+    {
+        QTest::failOnWarning(
+            QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+        m_folder.emplace();
+    }
+
+protected:
+    QString path() const { return m_folder->path(); }
+    QString path(const QString& name) const { return m_folder->filePath(name); }
+
+private:
+    std::optional<QTemporaryDir> m_folder;
+};
