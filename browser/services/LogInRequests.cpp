@@ -46,7 +46,7 @@ std::optional<LogIn> LogInRequests::ask(const LogInQuestion& question)
     if (m_isRefused) {
         return std::nullopt;
     }
-    const std::optional<LogIn> logIn = m_asking.logIn(question);
+    std::optional<LogIn> logIn = m_asking.logIn(question);
     if (!logIn) {
         m_isRefused = true;
         m_sinceRefusal.start();
