@@ -1,6 +1,7 @@
 #include "app/DarkTitles.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QIcon>
 #include <QPainter>
 #include <QPainterPath>
@@ -46,9 +47,23 @@ QPainterPath sign(QStyle::StandardPixmap which)
 
 } // namespace
 
-void DarkTitles::install()
+DarkTitles::Watch::Watch(QWidget* frame) : QObject(frame)
 {
-    if (QStyle* const style = QApplication::style(); style->inherits("QFusionStyle"))
+    frame->installEventFilter(this);
+    look();
+}
+
+bool DarkTitles::Watch::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        QMetaObject::invokeMethod(this, &Watch::look, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
+void DarkTitles::Watch::look()
+{
+    QStyle* const style = QApplication::style();
+    if (isDark(QApplication::palette()) && style->inherits("QFusionStyle"))
         QApplication::setStyle(new DarkTitles(style));
 }
 

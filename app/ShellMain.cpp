@@ -104,6 +104,7 @@ int run(QApplication& application, const ShellStart& start)
     AppInit module(folder, prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
+    new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame, asker);
     frame.addEndCheck([&engines] { return engines.mayEnd(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
@@ -132,7 +133,6 @@ int tesseraMain(const ShellStart& start)
     std::array<char*, 2> arguments{start.programName, nullptr};
     QApplication application(count, arguments.data());
     describeProgram();
-    DarkTitles::install();
     installGermanTexts();
     return run(application, start);
 }
