@@ -7,14 +7,15 @@
 #include <optional>
 
 /// A test case whose functions fail on any warning, but those of a platform
-/// without a screen, and have a folder of their own.
+/// without a screen, and have a folder of their own. Newer model testers try out
+/// fonts and colours, which a program without windows has none of.
 class TestCase : public QObject {
     Q_OBJECT
 protected slots:
     void init()
     {
-        QTest::failOnWarning(
-            QRegularExpression(QStringLiteral("^(?!This plugin does not support)")));
+        QTest::failOnWarning(QRegularExpression(QStringLiteral(
+            "^(?!This plugin does not support|Trying to construct an instance of an invalid)")));
         m_folder.emplace();
     }
 
