@@ -70,8 +70,10 @@ void frmBrowser::connectControls()
     escape->setEnabled(false); // while nothing loads, the key belongs to the page
     connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
     connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget*, QWidget* now) { rememberFocus(now); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+        rememberFocus(now);
+        returnLostFocus(before, now);
+    });
     // A click gives the focus to what it meets, which activates the window before the
     // change is told.
     connect(this, &QMdiSubWindow::aboutToActivate, this,
@@ -264,12 +266,25 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     ignoringErrors([this] { m_shell.SetDropDisabled(false); });
 }
 
-void frmBrowser::returnLostFocus()
+void frmBrowser::returnLostFocus(const QWidget* before, const QWidget* now)
 {
-    const QWidget* now = window()->focusWidget();
-    const bool isLost = now == nullptr || now == this;
-    if (isLost && m_pageHadFocus && mdiArea() != nullptr && mdiArea()->currentSubWindow() == this)
-        m_engine->host()->setFocus();
+    // The engine hides a widget that it replaces. Where its focus goes then differs
+    // between the engine's versions: nowhere, or to the next control of the window.
+    const bool isTakenAway = before != nullptr && before->isHidden() && isOfPage(*before);
+    if (now != nullptr && !isTakenAway)
+        return;
+    QTimer::singleShot(0, this, [this, isTakenAway] {
+        const QWidget* const focus = window()->focusWidget();
+        const bool isLost = isTakenAway || focus == nullptr || focus == this;
+        if (isLost && m_pageHadFocus && mdiArea() && mdiArea()->currentSubWindow() == this)
+            m_engine->host()->setFocus();
+    });
+}
+
+bool frmBrowser::isOfPage(const QWidget& widget) const
+{
+    const QWidget* const page = m_engine->host();
+    return &widget == page || page->isAncestorOf(&widget);
 }
 
 void frmBrowser::windowClosing(bool& cancel)
@@ -301,13 +316,13 @@ void frmBrowser::refreshToolTips()
     m_toolbar->searchToolTip(m_shell.preferences().SearchEngine());
 }
 
-void frmBrowser::rememberFocus(QWidget* now)
+void frmBrowser::rememberFocus(const QWidget* now)
 {
     if (now == nullptr)
-        QTimer::singleShot(0, this, &frmBrowser::returnLostFocus);
-    else if (m_addressBar->isAncestorOf(now))
+        return;
+    if (m_addressBar->isAncestorOf(now))
         m_pageHadFocus = false;
-    else if (now == m_engine->host() || m_engine->host()->isAncestorOf(now))
+    else if (isOfPage(*now))
         m_pageHadFocus = true;
 }
 

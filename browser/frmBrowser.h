@@ -95,10 +95,11 @@ private:
     void layOut();
     BrowserBars bars() const;
     void unload();
-    void rememberFocus(QWidget* now);
+    void rememberFocus(const QWidget* now);
     /// For a page of another site the engine makes a new widget, and loses the focus
     /// that the old one had.
-    void returnLostFocus();
+    void returnLostFocus(const QWidget* before, const QWidget* now);
+    bool isOfPage(const QWidget& widget) const;
 
     Shell& m_shell;
     std::function<QStringList()> m_drives;

@@ -60,6 +60,8 @@ void CrashOverlay::appear(const QString& reason)
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
     const bool hadFocus = isFocusInside(*parentWidget());
+    // The widget of the page is of no use any more; the engine sets the next one itself.
+    parentWidget()->setFocusProxy(nullptr);
     show();
     raise();
     if (hadFocus) {

@@ -41,6 +41,14 @@ QByteArray coloured(const char* name, const char* colour)
     return QByteArray("<title>") + name + "</title><body style='background:" + colour + "'>";
 }
 
+/// Takes the key of a hexadecimal digit for the share of red in its colour.
+QByteArray painting(const char* name)
+{
+    return coloured(name, "#0000ff") +
+           "<script>onkeydown = e => { document.body.style.background = '#' + e.key + '00' }"
+           "</script>";
+}
+
 } // namespace
 
 // A caption comes and goes while a page is loading: once is enough.
@@ -57,6 +65,8 @@ private slots:
         m_server = std::make_unique<LoopbackServer>();
         m_server->page(u"/red"_s, coloured("Rot", "#ff0000"));
         m_server->page(u"/blue"_s, coloured("Blau", "#0000ff"));
+        m_server->page(u"/one"_s, painting("Eins"));
+        m_server->page(u"/two"_s, painting("Zwei"));
         m_program = std::make_unique<Installation>();
         m_run = std::make_unique<QProcess>();
     }
@@ -184,16 +194,40 @@ private slots:
         QTRY_SEES(maximised(u"Keller"_s));
     }
 
+    void keysStayWithThePage()
+    {
+        open(u"/one"_s, u"Eins"_s);
+        const QPoint middle = User::place(maximised(u"Eins"_s)).center();
+        const auto keysPaint = [&] {
+            QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(middle) != QColor(Qt::red), patience);
+            QTest::qWait(700);
+            User::press(u"f"_s);
+            QTRY_COLOUR(middle, Qt::red);
+        };
+        keysPaint();
+        User::press(u"ctrl+l"_s); // another site: the engine takes another widget for it
+        User::enter(m_server->address(u"/two"_s, u"localhost"_s));
+        QTRY_SEES(maximised(u"Zwei"_s));
+        keysPaint();
+        User::press(u"alt+Left"_s);
+        QTRY_SEES(maximised(u"Eins"_s));
+        keysPaint();
+    }
+
     void crashedPageIsLoadedAgain()
     {
-        open(u"/red"_s, u"Rot"_s);
-        const QPoint corner = User::place(maximised(u"Rot"_s)).center() - QPoint(200, 50);
+        open(u"/one"_s, u"Eins"_s);
+        const QPoint corner = User::place(maximised(u"Eins"_s)).center() - QPoint(200, 50);
+        User::press(u"f"_s);
         QTRY_COLOUR(corner, Qt::red);
         killRenderers(m_run->processId());
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
         User::press(u"space"_s); // the button of the notice has the focus
+        QTRY_COLOUR(corner, Qt::blue);
+        QCOMPARE(m_server->requests(u"/one"_s), 2);
+        QTest::qWait(700);
+        User::press(u"f"_s);
         QTRY_COLOUR(corner, Qt::red);
-        QCOMPARE(m_server->requests(u"/red"_s), 2);
     }
 
     void leavingIsAskedFor()
