@@ -47,7 +47,8 @@ std::string programFolder()
 int runShell(const ShellStart& start)
 {
     const std::string module = programFolder() + "/" TESSERA_SHELL;
-    void* library = ::dlopen(module.c_str(), RTLD_NOW | RTLD_GLOBAL);
+    // The module asks by itself to be bound at once; the rest is bound as for any program.
+    void* library = ::dlopen(module.c_str(), RTLD_LAZY | RTLD_GLOBAL);
     if (library == nullptr)
         return complain(::dlerror());
     const auto entry = reinterpret_cast<decltype(&tesseraMain)>(::dlsym(library, "tesseraMain"));

@@ -7,13 +7,18 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 
+#include <chrono>
 #include <limits>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int margin = 4;
+
+/// Until the first picture of a page that has come.
+constexpr std::chrono::milliseconds untilPicture(25);
 } // namespace
 
 AddressBar::AddressBar(QWidget* parent)
@@ -48,6 +53,10 @@ QString AddressBar::text() const
 
 void AddressBar::visited(const QString& current, const QString& location)
 {
+    // A paint composes the frame with all its pages, and holds up the new one in the
+    // middle of its load: the address shares the paint of its first picture.
+    setUpdatesEnabled(false);
+    QTimer::singleShot(untilPicture, this, [this] { setUpdatesEnabled(true); });
     const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0)
         m_address->removeItem(found);
