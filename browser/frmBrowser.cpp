@@ -283,8 +283,8 @@ void frmBrowser::returnLostFocus(const QWidget* before, const QWidget* now)
 
 bool frmBrowser::isOfPage(const QWidget& widget) const
 {
-    const QWidget* const page = m_engine->host();
-    return &widget == page || page->isAncestorOf(&widget);
+    return m_client->isAncestorOf(&widget) && !m_addressBar->isAncestorOf(&widget) &&
+           !m_toolbar->isAncestorOf(&widget);
 }
 
 void frmBrowser::windowClosing(bool& cancel)

@@ -9,18 +9,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool isFocusInside(const QWidget& widget)
-{
-    const QWidget* const focus = widget.window()->focusWidget();
-    return focus == &widget || widget.isAncestorOf(focus);
-}
-
-} // namespace
-
 CrashOverlay::CrashOverlay(QWidget* view)
-    : QFrame(view), m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
+    : QFrame(OverPage::parentFor(view)), m_view(view),
+      m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
       m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
 {
     setObjectName(u"CrashOverlay"_s);
@@ -44,13 +35,13 @@ CrashOverlay::CrashOverlay(QWidget* view)
     connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
     hide();
     view->installEventFilter(this);
-    new OverPage(this, [this] { setGeometry(parentWidget()->rect()); });
+    new OverPage(view, this, [this](const QRect& area) { setGeometry(area); });
 }
 
 bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
 {
     // The view has nothing to show that could take keys.
-    if (watched == parentWidget() && event->type() == QEvent::FocusIn && isVisible())
+    if (watched == m_view && event->type() == QEvent::FocusIn && isVisible())
         m_reload->setFocus();
     return QFrame::eventFilter(watched, event);
 }
@@ -59,9 +50,9 @@ void CrashOverlay::appear(const QString& reason)
 {
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
-    const bool hadFocus = isFocusInside(*parentWidget());
+    const bool hadFocus = isFocusUnder();
     // The widget of the page is of no use any more; the engine sets the next one itself.
-    parentWidget()->setFocusProxy(nullptr);
+    m_view->setFocusProxy(nullptr);
     show();
     raise();
     if (hadFocus) {
@@ -71,10 +62,18 @@ void CrashOverlay::appear(const QString& reason)
 
 void CrashOverlay::vanish()
 {
-    const bool hadFocus =
-        parentWidget()->window()->focusWidget() == parentWidget() || isFocusInside(*this);
+    const QWidget* const focus = window()->focusWidget();
+    const bool hadFocus = focus == m_view || isAncestorOf(focus);
     hide();
     if (hadFocus) {
-        parentWidget()->setFocus();
+        m_view->setFocus();
     }
+}
+
+/// In the page, or in what else lies over it.
+bool CrashOverlay::isFocusUnder() const
+{
+    const QWidget* const focus = window()->focusWidget();
+    return focus != nullptr && parentWidget()->isAncestorOf(focus) &&
+           geometry().contains(focus->mapTo(parentWidget(), QPoint()));
 }

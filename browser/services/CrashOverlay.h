@@ -6,10 +6,11 @@ class QLabel;
 class QPushButton;
 
 /// Covers the view of a page that can no longer be shown, says why, and offers
-/// to load the page again. It keeps to the size of its parent.
+/// to load the page again.
 class CrashOverlay : public QFrame {
     Q_OBJECT
 public:
+    /// Over `view`, with which it goes.
     explicit CrashOverlay(QWidget* view);
 
     void appear(const QString& reason);
@@ -24,6 +25,9 @@ signals:
     void reloadWanted();
 
 private:
+    bool isFocusUnder() const;
+
+    QWidget* m_view;
     QLabel* m_headline;
     QLabel* m_reason;
     QPushButton* m_reload;

@@ -29,7 +29,7 @@ QColor warningColour(const QColor& field)
 } // namespace
 
 FindBar::FindBar(QWidget* page)
-    : QFrame(page), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
+    : QFrame(OverPage::parentFor(page)), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
       m_case(new QCheckBox(u"&Groß-/Kleinschreibung"_s, this)),
       m_previous(addButton(u"cmdPrevious"_s, u"chevron-up"_s, u"Vorherige Stelle (Umschalt+F3)"_s)),
       m_next(addButton(u"cmdNext"_s, u"chevron-down"_s, u"Nächste Stelle (F3)"_s)),
@@ -49,7 +49,7 @@ FindBar::FindBar(QWidget* page)
     m_case->setObjectName(u"chkCase"_s);
     m_case->setToolTip(u"Groß- und Kleinbuchstaben unterscheiden"_s);
     hide();
-    layOut();
+    layOut(page);
 
     connect(m_text, &QLineEdit::textChanged, this, &FindBar::textChanged);
     connect(m_case, &QCheckBox::toggled, this, &FindBar::again);
@@ -70,7 +70,7 @@ QToolButton* FindBar::addButton(const QString& name, const QString& icon, const 
     return button;
 }
 
-void FindBar::layOut()
+void FindBar::layOut(QWidget* page)
 {
     // Two rows, so that the bar fits into a small window.
     auto* grid = new QGridLayout(this);
@@ -89,14 +89,15 @@ void FindBar::layOut()
     // Room for the longest result: the bar is not to jump while one types.
     m_hits->setMinimumWidth(fontMetrics().horizontalAdvance(u"9999 von 9999"_s));
     m_hits->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    new OverPage(this, [this] { place(); });
+    m_over = new OverPage(page, this, [this](const QRect& area) { place(area); });
 }
 
-void FindBar::place()
+void FindBar::place(const QRect& area)
 {
     const QSize wanted = sizeHint();
-    const int width = qMax(1, qMin(wanted.width(), parentWidget()->width() - 2 * distance));
-    setGeometry(parentWidget()->width() - width - distance, distance, width, wanted.height());
+    const int width = qMax(1, qMin(wanted.width(), area.width() - 2 * distance));
+    setGeometry(area.x() + area.width() - width - distance, area.y() + distance, width,
+                wanted.height());
 }
 
 QString FindBar::text() const
@@ -112,7 +113,7 @@ bool FindBar::isCaseSensitive() const
 void FindBar::open()
 {
     const bool wasHidden = isHidden();
-    place();
+    m_over->place();
     show();
     raise();
     m_text->setFocus(Qt::ShortcutFocusReason);

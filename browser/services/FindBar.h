@@ -6,12 +6,14 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QToolButton;
+class OverPage;
 
 /// The bar for searching in a page, over its upper right corner. It knows no
 /// page: it asks for each search, and is told what came of it.
 class FindBar : public QFrame {
     Q_OBJECT
 public:
+    /// Over `page`, with which it goes.
     explicit FindBar(QWidget* page);
 
     QString text() const;
@@ -40,9 +42,9 @@ protected:
 
 private:
     QToolButton* addButton(const QString& name, const QString& icon, const QString& text);
-    void layOut();
+    void layOut(QWidget* page);
     void textChanged();
-    void place();
+    void place(const QRect& area);
     void markMissing(bool missing);
 
     QLineEdit* m_text;
@@ -51,4 +53,5 @@ private:
     QToolButton* m_previous;
     QToolButton* m_next;
     QToolButton* m_close;
+    OverPage* m_over = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "browser/services/PageFind.h"
 
 #include "browser/services/FindBar.h"
+#include "browser/services/OverPage.h"
 #include "browser/services/PageKeys.h"
 
 #include <QWebEngineFindTextResult>
@@ -38,7 +39,7 @@ void PageFind::close()
 FindBar* PageFind::bar()
 {
     QWebEngineView* const view = QWebEngineView::forPage(m_page);
-    if (!view || (m_bar && m_bar->parent() == view))
+    if (!view || OverPage::isOver(m_bar, view))
         return m_bar;
     delete m_bar;
     m_bar = new FindBar(view);

@@ -8,7 +8,9 @@ namespace {
 constexpr int distance = 12;
 } // namespace
 
-PageHint::PageHint(QWidget* page) : QLabel(page)
+PageHint::PageHint(QWidget* page)
+    : QLabel(OverPage::parentFor(page)),
+      m_over(new OverPage(page, this, [this](const QRect& area) { place(area); }))
 {
     setObjectName(u"lblHint"_s);
     setTextFormat(Qt::PlainText);
@@ -21,7 +23,6 @@ PageHint::PageHint(QWidget* page) : QLabel(page)
     setAutoFillBackground(true);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
-    new OverPage(this, [this] { place(); });
     m_end.setSingleShot(true);
     connect(&m_end, &QTimer::timeout, this, &QWidget::hide);
 }
@@ -30,15 +31,15 @@ void PageHint::showFor(std::chrono::milliseconds time, const QString& text)
 {
     setText(text);
     setAccessibleName(text);
-    place();
+    m_over->place();
     show();
     raise();
     m_end.start(time);
 }
 
-void PageHint::place()
+void PageHint::place(const QRect& area)
 {
-    const int room = qMax(1, parentWidget()->width() - 2 * distance);
+    const int room = qMax(1, area.width() - 2 * distance);
     setWordWrap(false);
     int width = sizeHint().width();
     if (width > room) {
@@ -46,5 +47,5 @@ void PageHint::place()
         width = room;
     }
     const int height = hasHeightForWidth() ? heightForWidth(width) : sizeHint().height();
-    setGeometry((parentWidget()->width() - width) / 2, distance, width, height);
+    setGeometry(area.x() + (area.width() - width) / 2, area.y() + distance, width, height);
 }

@@ -1,5 +1,6 @@
 #include "browser/services/PageZoom.h"
 
+#include "browser/services/OverPage.h"
 #include "browser/services/PageHint.h"
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfWatch.h"
@@ -104,7 +105,7 @@ void PageZoom::zoom(int percent)
     QWebEngineView* const view = QWebEngineView::forPage(m_page);
     if (view == nullptr)
         return;
-    if (!m_hint || m_hint->parentWidget() != view) {
+    if (!OverPage::isOver(m_hint, view)) {
         delete m_hint;
         m_hint = new PageHint(view);
     }

@@ -97,8 +97,10 @@ private slots:
     {
         m_host->setFocus();
         QTest::keyClick(m_window, Qt::Key_F, Qt::ControlModifier);
-        auto* const bar = m_host->findChild<FindBar*>();
+        auto* const bar = m_window->findChild<FindBar*>();
         QVERIFY(bar);
+        QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(bar);
+        QVERIFY(told->parent()->indexOfChild(told) >= 0); // found from above, too
         const auto* const hits = bar->findChild<QLabel*>(u"lblHits"_s);
         QTest::keyClicks(bar->findChild<QLineEdit*>(), u"wort"_s);
         QTRY_COMPARE(hits->text(), u"1 von 2"_s);
@@ -121,7 +123,7 @@ private slots:
         screen()->close();
         QTRY_VERIFY(!bar);
         QTest::keyClick(m_window, Qt::Key_F3);
-        QVERIFY(m_host->findChild<FindBar*>()->isVisible());
+        QVERIFY(m_window->findChild<FindBar*>()->isVisible());
     }
 
     void zoomIsTheWindowsOwn()
