@@ -28,7 +28,7 @@ namespace {
 constexpr int patience = 60000;
 constexpr int settling = 3000;
 constexpr size_t memoryRuns = 5; // memory varies less than time
-constexpr int rest = 1500; // the processes of the run before go, and the disk calms down
+constexpr int rest = 1500;       // the processes of the run before go, and the disk calms down
 
 /// Room for many windows one under the other, the same on both sides.
 constexpr QSize manyWindows(1200, 2184);
