@@ -9,6 +9,8 @@
 #include <QScreen>
 #include <QTreeView>
 
+#include <algorithm>
+
 namespace {
 QMessageBox::Icon boxIcon(Prompt::Icon icon)
 {
@@ -59,6 +61,19 @@ QString nameFilter(const QString& filter)
     QString patterns = filter.mid(bar + 1);
     patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
     return filter.left(bar) + QStringLiteral(" (") + patterns + QLatin1Char(')');
+}
+
+/// What a dialog that saves a file of this suffix shows: files of its kind, or all.
+QStringList kindFilters(const QString& suffix)
+{
+    QStringList filters{QStringLiteral("Alle Dateien (*)")};
+    // Others could mean something in a pattern.
+    const bool isPlain =
+        !suffix.isEmpty() &&
+        std::all_of(suffix.begin(), suffix.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    if (isPlain)
+        filters.prepend(QStringLiteral("%1-Dateien (*.%2)").arg(suffix.toUpper(), suffix));
+    return filters;
 }
 
 /// Makes room for whole names, and for types and dates in German.
@@ -134,7 +149,7 @@ QString MessagePrompt::saveFileAs(QWidget* parent, const QString& title, const Q
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setNameFilter(QStringLiteral("Alle Dateien (*)"));
+    dialog.setNameFilters(kindFilters(file.suffix()));
     dialog.selectFile(file.fileName());
     return chosenFile(dialog);
 }

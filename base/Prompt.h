@@ -36,7 +36,7 @@ public:
     /// A save dialog that neither asks before overwriting nor adds a suffix.
     /// Returns the full path, or an empty text when the user cancels.
     virtual QString saveFileName(QWidget* parent, const SaveRequest& request) = 0;
-    /// A save dialog for files of any kind that starts with `path` chosen and
+    /// A save dialog that starts with `path` chosen, shows files of its kind or all, and
     /// asks before an existing file is chosen. Returns the full path, or an
     /// empty text when the user cancels.
     virtual QString saveFileAs(QWidget* parent, const QString& title, const QString& path) = 0;

@@ -5,8 +5,10 @@
 
 #include <QCheckBox>
 #include <QDialog>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -89,6 +91,29 @@ private slots:
         QVERIFY(answer(&MessagePrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
         QVERIFY(!answer(&MessagePrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
         QVERIFY(!answer(&MessagePrompt::askOkCancel, {Qt::Key_Escape}));
+    }
+
+    void savedFiles_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("filters");
+        const QString all = u"Alle Dateien (*)"_s;
+        QTest::newRow("document") << u"a.b.pdf"_s << QStringList{u"PDF-Dateien (*.pdf)"_s, all};
+        QTest::newRow("none") << u"a"_s << QStringList{all};
+        QTest::newRow("pattern") << u"a.p*"_s << QStringList{all};
+    }
+    void savedFiles()
+    {
+        QFETCH(const QString, name);
+        QStringList filters;
+        whileOpen([&filters](QDialog& dialog) {
+            filters = qobject_cast<QFileDialog*>(&dialog)->nameFilters();
+            dialog.accept();
+        });
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(name);
+        QCOMPARE(MessagePrompt().saveFileAs(nullptr, u"Sichern"_s, path), path);
+        QTEST(filters, "filters");
     }
 
 private:
