@@ -96,9 +96,10 @@ private:
     BrowserBars bars() const;
     void unload();
     void rememberFocus(const QWidget* now);
-    /// For a page of another site the engine makes a new widget, and loses the focus
-    /// that the old one had.
+    /// The engine takes its widget away for a page of another site, or when the page's
+    /// process dies, and loses the focus that it had.
     void returnLostFocus(const QWidget* before, const QWidget* now);
+    /// Whether it is the page, a part of it, or lies over it; the bars do not.
     bool isOfPage(const QWidget& widget) const;
 
     Shell& m_shell;
