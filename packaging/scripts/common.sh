@@ -15,7 +15,7 @@ program_packages=(
 )
 # A display where there is none, a window manager that activates windows, and
 # tools that look at the picture.
-display_packages=(xvfb openbox xdotool imagemagick)
+display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the checks need besides. Their results differ from version to version, so
 # the format and lint tools are only wanted where version 14 is to be had.
 check_packages=(git clang libclang-rt-dev desktop-file-utils appstream libglib2.0-bin)

@@ -1,23 +1,13 @@
-#include "tests/Files.h"
-#include "tests/e2e/Installation.h"
-#include "tests/e2e/LoopbackServer.h"
-#include "tests/e2e/User.h"
+#include "tests/e2e/Scenario.h"
 
 #include <QDir>
+#include <QtTest>
 
 #include <csignal>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString title = u"Tessera 5.3.5"_s;
-
-/// The caption of the frame while the window with this page fills it.
-QString maximised(const QString& page)
-{
-    return title + u" - ["_s + page + u']';
-}
 
 int parentOf(int process)
 {
@@ -36,49 +26,12 @@ void killRenderers(qint64 program)
     }
 }
 
-QByteArray coloured(const char* name, const char* colour)
-{
-    return QByteArray("<title>") + name + "</title><body style='background:" + colour + "'>";
-}
-
-/// Takes the key of a hexadecimal digit for the share of red in its colour.
-QByteArray painting(const char* name)
-{
-    return coloured(name, "#0000ff") +
-           "<script>onkeydown = e => { document.body.style.background = '#' + e.key + '00' }"
-           "</script>";
-}
-
 } // namespace
 
-// A caption comes and goes while a page is loading: once is enough.
-#define QTRY_SEES(what) QVERIFY(QTest::qWaitFor([&] { return User::sees(what); }, patience))
-#define QTRY_COLOUR(place, colour)                                                                 \
-    QTRY_COMPARE_WITH_TIMEOUT(User::colourAt(place), QColor(colour), patience)
-
 /// What a user does with the real program, by keys, clicks and what the display shows.
-class ScenarioTest : public QObject {
+class ScenarioTest : public Scenario {
     Q_OBJECT
 private slots:
-    void init()
-    {
-        m_server = std::make_unique<LoopbackServer>();
-        m_server->page(u"/red"_s, coloured("Rot", "#ff0000"));
-        m_server->page(u"/blue"_s, coloured("Blau", "#0000ff"));
-        m_server->page(u"/one"_s, painting("Eins"));
-        m_server->page(u"/two"_s, painting("Zwei"));
-        m_program = std::make_unique<Installation>();
-        m_run = std::make_unique<QProcess>();
-    }
-    void cleanup()
-    {
-        User::keepPictureOfFailure();
-        if (m_run->state() != QProcess::NotRunning) {
-            m_run->kill();
-            m_run->waitForFinished();
-        }
-    }
-
     void typedAddressesKeysAndHistory()
     {
         open(u"/red"_s, u"Rot"_s);
@@ -119,7 +72,7 @@ private slots:
         };
         QTRY_COLOUR(part(7), Qt::blue);
         QTRY_COLOUR(part(3), Qt::red);
-        QVERIFY(User::sees(title)); // none is maximised any more
+        QVERIFY(User::sees(title())); // none is maximised any more
         User::press(u"ctrl+w"_s);
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(part(7)) != QColor(Qt::blue), patience);
         QTRY_COLOUR(part(3), Qt::red);
@@ -131,7 +84,7 @@ private slots:
         User::minimise(maximised(u"Rot"_s));
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(maximised(u"Rot"_s)), patience);
         QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
-        QTRY_SEES(title);
+        QTRY_SEES(title());
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/blue"_s), 1, patience);
     }
 
@@ -152,7 +105,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(file), patience);
         QTRY_SEES(u"Meldung"_s); // whether to show the file
         User::press(u"Return"_s);
-        QTRY_SEES(title);
+        QTRY_SEES(title());
     }
 
     void sizeOutlivesTheRun()
@@ -248,21 +201,8 @@ private slots:
         User::press(u"ctrl+w"_s);
         QTRY_SEES(question);
         User::press(u"shift+Tab Return"_s); // past the offer to be silenced, the second time
-        QTRY_SEES(title);
+        QTRY_SEES(title());
     }
-
-private:
-    /// Starts the program with a page and waits until it is there.
-    void open(const QString& path, const QString& pageTitle)
-    {
-        m_program->start(*m_run, {m_server->address(path)});
-        QTRY_SEES(maximised(pageTitle));
-        QTest::qWait(700); // the engine drops clicks on a page that has just come up
-    }
-
-    std::unique_ptr<LoopbackServer> m_server;
-    std::unique_ptr<Installation> m_program;
-    std::unique_ptr<QProcess> m_run;
 };
 
 QTEST_MAIN(ScenarioTest)

@@ -12,24 +12,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tool(const QStringList& arguments)
+QString outputOf(const QString& program, const QStringList& arguments)
 {
     QProcess process;
-    process.start(u"xdotool"_s, arguments);
+    process.start(program, arguments);
     process.waitForFinished();
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString tool(const QStringList& arguments)
+{
+    return outputOf(u"xdotool"_s, arguments);
 }
 
 QString windowOf(const QString& title)
 {
     const QString pattern = u'^' + QRegularExpression::escape(title) + u'$';
     return tool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, pattern}).section(u'\n', 0, 0);
-}
-
-void moveTo(const QPoint& place)
-{
-    // Not to be waited for: a pointer that is there already never moves.
-    tool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
 }
 
 QPixmap picture()
@@ -61,6 +60,14 @@ QColor User::colourAt(const QPoint& place)
     return picture().toImage().pixelColor(place);
 }
 
+QString User::property(const QString& title, const QString& name)
+{
+    const QString window = windowOf(title);
+    if (name.isEmpty() || window.isEmpty())
+        return window;
+    return outputOf(u"xprop"_s, {u"-id"_s, window, name}).section(u'=', 1).trimmed();
+}
+
 void User::press(const QString& keys)
 {
     tool(QStringList{u"key"_s, u"--delay"_s, u"250"_s} + keys.split(u' '));
@@ -76,6 +83,25 @@ void User::click(const QPoint& place, int times)
 {
     moveTo(place);
     tool({u"click"_s, u"--repeat"_s, QString::number(times), u"--delay"_s, u"80"_s, u"1"_s});
+}
+
+void User::moveTo(const QPoint& place)
+{
+    // Not to be waited for: a pointer that is there already never moves.
+    tool({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
+}
+
+void User::drag(const QPoint& from, const QPoint& to)
+{
+    constexpr int steps = 12;
+    moveTo(from);
+    tool({u"mousedown"_s, u"1"_s});
+    for (int i = 1; i <= steps; ++i) {
+        moveTo(from + (to - from) * i / steps);
+        QTest::qWait(60);
+    }
+    QTest::qWait(300);
+    tool({u"mouseup"_s, u"1"_s});
 }
 
 void User::minimise(const QString& title)

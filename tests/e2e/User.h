@@ -14,6 +14,9 @@ public:
     /// The place of that window's content on the display, in pixels; empty if there is none.
     static QRect place(const QString& title);
     static QColor colourAt(const QPoint& place);
+    /// What the display says of the window with exactly this title, as "_NET_WM_STATE"
+    /// or "WM_CLASS"; its number where `name` is empty.
+    static QString property(const QString& title, const QString& name);
 
     /// Presses keys one after the other, as "ctrl+l Tab Return", so slowly that a menu
     /// has opened before its next key comes.
@@ -21,6 +24,10 @@ public:
     /// Types a text and ends it with Enter.
     static void enter(const QString& text);
     static void click(const QPoint& place, int times = 1);
+    static void moveTo(const QPoint& place);
+    /// Drags with the left button held, slowly enough for every window underway to
+    /// answer; rests for a moment before it lets go.
+    static void drag(const QPoint& from, const QPoint& to);
     static void minimise(const QString& title);
     static void resize(const QString& title, const QSize& size);
 
