@@ -72,18 +72,19 @@ void AppInit::SetDropDisabled(bool disable)
     m_frame->dropMode(m_dropEnabled);
 }
 
-void AppInit::takeOver(const HandOver& handOver)
+bool AppInit::takeOver(const HandOver& handOver)
 {
-    if (!m_hooked)
-        return;
+    if (!m_hooked || m_frame->isUnloading())
+        return false;
     // Under Wayland the toolkit looks here when it activates a window.
     qputenv("XDG_ACTIVATION_TOKEN", handOver.activationToken.toUtf8());
     if (handOver.toFront) {
         m_frame->bringToFront();
-        return;
+        return true;
     }
     QGuiApplication::clipboard()->setText(handOver.address);
     WindowProc(handOverMessage, handOver.address);
+    return true;
 }
 
 bool AppInit::WindowProc(int uMsg, const QString& address)

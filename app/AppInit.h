@@ -34,8 +34,9 @@ public:
     bool previousInstance() const override { return m_previousInstance; }
     void SetDropDisabled(bool disable) override;
     /// Takes what a second start hands over. The address also goes to the
-    /// clipboard; a start without an address brings the frame to the front.
-    void takeOver(const HandOver& handOver);
+    /// clipboard; a start without an address brings the frame to the front. False, with
+    /// nothing done, when the frame is closing: the second start takes its place.
+    bool takeOver(const HandOver& handOver);
     /// The frame's hook: handles the message 1025 and returns true; any other
     /// message is not its business. While drops are off the address is lost.
     bool WindowProc(int uMsg, const QString& address);

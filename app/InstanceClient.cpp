@@ -61,13 +61,13 @@ public:
         return true;
     }
 
-    bool receive(Number expected, InstanceMessage& message)
+    bool receive(InstanceMessage& message)
     {
         std::array<char, 4096> buffer = {};
         for (;;) {
             const InstanceReader::State state = m_reader.next(message);
             if (state != InstanceReader::State::Incomplete)
-                return state == InstanceReader::State::Complete && message.number == expected;
+                return state == InstanceReader::State::Complete;
             const ssize_t got = ::recv(m_socket, buffer.data(), buffer.size(), 0);
             if (got > 0)
                 m_reader.feed({buffer.data(), static_cast<std::size_t>(got)});
@@ -102,15 +102,49 @@ std::string messageBytes(const StartRequest& request)
                           request.address, request.activationToken, request.startupId});
 }
 
-// Writes the caption of the frame found into `caption`, even when the rest fails.
-bool handOver(Channel& channel, const std::string& path, const StartRequest& request,
-              std::string& caption)
+enum class Answer { Unreachable, Silent, Refused, Taken };
+
+// What became of the last try, and whose frame it was.
+struct Attempt {
+    Answer answer = Answer::Unreachable;
+    std::string caption;
+};
+
+void handOver(const InstanceFolder& folder, const StartRequest& request, Clock::time_point deadline,
+              Attempt& attempt)
 {
+    Channel channel(deadline);
     InstanceMessage answer;
-    if (!channel.connectTo(path) || !channel.receive(Number::Greeting, answer))
-        return false;
-    caption = FindAppWindow(request.title, {answer.text});
-    return channel.send(messageBytes(request)) && channel.receive(Number::Acknowledgement, answer);
+    attempt.answer = Answer::Unreachable;
+    if (!channel.connectTo(folder.socketPath()))
+        return;
+    attempt.answer = Answer::Silent;
+    if (!channel.receive(answer) || answer.number != Number::Greeting)
+        return;
+    attempt.caption = FindAppWindow(request.title, {answer.text});
+    if (!channel.send(messageBytes(request)) || !channel.receive(answer))
+        return;
+    if (answer.number == Number::Acknowledgement)
+        attempt.answer = Answer::Taken;
+    else if (answer.number == Number::Refusal)
+        attempt.answer = Answer::Refused;
+}
+
+std::string reasonOf(const Attempt& attempt, const InstanceFolder& folder)
+{
+    switch (attempt.answer) {
+    case Answer::Unreachable:
+        return "Tessera läuft schon, ist aber nicht zu erreichen ('" + folder.socketPath() +
+               "'). Bitte das laufende Tessera beenden und noch einmal starten.";
+    case Answer::Refused:
+        return "Das laufende Fenster '" + attempt.caption +
+               "' wird gerade beendet und wartet auf eine Antwort. Bitte dort antworten und "
+               "noch einmal starten.";
+    case Answer::Silent:
+    case Answer::Taken:
+        break;
+    }
+    return "Das laufende Fenster '" + attempt.caption + "' hat nicht geantwortet.";
 }
 
 StartResult failed(const std::string& error)
@@ -125,24 +159,26 @@ StartResult takePlaceOrHandOver(const InstanceFolder& folder, const StartRequest
     if (folder.path.empty())
         return failed(folder.error);
     const Clock::time_point deadline = Clock::now() + request.patience;
-    std::string caption = request.title;
+    Attempt attempt{Answer::Unreachable, request.title};
     for (;;) {
         InstanceLock lock;
         const InstanceLock::State state = lock.acquire(folder.lockPath());
-        if (state == InstanceLock::State::Held)
+        // Who listens without the lock is a running copy whose lock file was removed.
+        if (state == InstanceLock::State::Held && !Channel(deadline).connectTo(folder.socketPath()))
             return {Outcome::FirstCopy, std::move(lock), {}};
         if (state == InstanceLock::State::Failed)
             return failed("Die Datei '" + folder.lockPath() +
                           "' ist nicht zugänglich: " + std::strerror(errno));
         if (messageBytes(request).empty())
             return failed("Die Adresse ist zu lang und wurde nicht übergeben.");
-        Channel channel(deadline);
-        if (handOver(channel, folder.socketPath(), request, caption))
+        lock.release();
+        handOver(folder, request, deadline, attempt);
+        if (attempt.answer == Answer::Taken)
             return {Outcome::HandedOver, {}, {}};
         // The running copy is still starting, or it is ending: then this one may
         // take its place.
         if (Clock::now() >= deadline)
-            return failed("Das laufende Fenster '" + caption + "' hat nicht geantwortet.");
+            return failed(reasonOf(attempt, folder));
         std::this_thread::sleep_for(pauseBetweenTries);
     }
 }

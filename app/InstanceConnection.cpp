@@ -102,11 +102,14 @@ void InstanceConnection::finish(const InstanceMessage& message)
     m_spoken = true;
     m_silence->stop();
     m_notifier->setEnabled(false);
-    const QPointer<InstanceConnection> self(this);
     emit received(message);
-    if (self.isNull())
+}
+
+void InstanceConnection::answer(bool taken)
+{
+    if (m_socket < 0)
         return;
-    send({Number::Acknowledgement, {}, {}, {}});
+    send({taken ? Number::Acknowledgement : Number::Refusal, {}, {}, {}});
     close();
 }
 

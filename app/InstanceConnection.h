@@ -10,7 +10,7 @@ class QSocketNotifier;
 class QTimer;
 
 /// One caller of the instance server: greeted, read until one message is
-/// complete, acknowledged after that has been handled, closed.
+/// complete, answered after that has been handled, closed.
 class InstanceConnection : public QObject {
     Q_OBJECT
 public:
@@ -22,10 +22,12 @@ public:
     void start(const QString& caption, std::chrono::milliseconds patience);
     /// The message is complete: it is being handled.
     bool hasSpoken() const { return m_spoken; }
+    /// Says whether the message was taken, and closes.
+    void answer(bool taken);
     void close();
 
 signals:
-    /// Once, when a message is complete; it counts as handled when this returns.
+    /// Once, when a message is complete: the receiver answers it.
     void received(const InstanceMessage& message);
     void closed();
 

@@ -51,7 +51,7 @@ bool isKnown(InstanceMessage::Number number)
 {
     using Number = InstanceMessage::Number;
     return number == Number::Greeting || number == Number::Acknowledgement ||
-           number == Number::ToFront || number == Number::HandOver;
+           number == Number::ToFront || number == Number::Refusal || number == Number::HandOver;
 }
 
 bool decodeBody(std::string_view body, InstanceMessage& message)

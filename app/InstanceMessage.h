@@ -7,12 +7,14 @@
 
 /// What two copies of the program say to each other over the user's socket. The
 /// running copy greets with its frame's caption, the started one hands over its
-/// address or asks for the frame, and the running copy acknowledges. Texts are UTF-8.
+/// address or asks for the frame, and the running copy acknowledges or refuses. Texts
+/// are UTF-8.
 struct InstanceMessage {
     enum class Number : std::uint16_t {
         Greeting = 1,        ///< `text` is the caption of the frame
         Acknowledgement = 2, ///< the message has been handled
         ToFront = 3,         ///< started without an address: show the frame
+        Refusal = 4,         ///< not taken, as the running copy is ending: try again
         HandOver = 1025,     ///< `text` is the address to open
     };
 

@@ -4,6 +4,7 @@
 #include "app/InstanceMessage.h"
 #include "base/Guarded.h"
 
+#include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
 
@@ -34,6 +35,15 @@ bool bindTo(int socket, const std::string& path)
     return ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
 }
 
+// Zeros where there is none.
+std::pair<dev_t, ino_t> fileAt(const std::string& path)
+{
+    struct stat info = {};
+    if (::lstat(path.c_str(), &info) != 0)
+        return {};
+    return {info.st_dev, info.st_ino};
+}
+
 } // namespace
 
 InstanceServer::InstanceServer(Caption caption, Handler handler, QObject* parent)
@@ -46,7 +56,8 @@ InstanceServer::~InstanceServer()
     if (m_socket < 0)
         return;
     delete m_notifier;
-    ::unlink(m_path.c_str());
+    if (fileAt(m_path) == m_file)
+        ::unlink(m_path.c_str());
     ::close(m_socket);
 }
 
@@ -67,6 +78,7 @@ bool InstanceServer::listen(const std::string& socketPath)
         return false;
     }
     m_path = socketPath;
+    m_file = fileAt(socketPath);
     m_socket = socket;
     m_notifier = new QSocketNotifier(socket, QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &InstanceServer::acceptCallers);
@@ -98,7 +110,8 @@ void InstanceServer::addCaller(int socket)
         m_callers.removeOne(caller);
         caller->deleteLater();
     });
-    connect(caller, &InstanceConnection::received, this, &InstanceServer::handle);
+    connect(caller, &InstanceConnection::received, this,
+            [this, caller](const InstanceMessage& message) { handle(caller, message); });
     m_callers.append(caller);
     caller->start(caption, m_patience);
 }
@@ -122,11 +135,16 @@ void InstanceServer::pauseAccepting()
                        [this] { m_notifier->setEnabled(true); });
 }
 
-void InstanceServer::handle(const InstanceMessage& message) const
+void InstanceServer::handle(InstanceConnection* caller, const InstanceMessage& message) const
 {
     const HandOver handOver{
         message.number == InstanceMessage::Number::ToFront, QString::fromStdString(message.text),
         QString::fromStdString(message.activationToken), QString::fromStdString(message.startupId)};
-    const Handler handler = m_handler; // the server may be gone when it returns
-    ignoringErrors([&] { handler(handOver); });
+    // Server and caller may be gone when the handler returns.
+    const Handler handler = m_handler;
+    const QPointer<InstanceConnection> speaker(caller);
+    bool taken = true;
+    ignoringErrors([&] { taken = handler(handOver); });
+    if (!speaker.isNull())
+        speaker->answer(taken);
 }

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <sys/types.h>
+#include <utility>
 
 class InstanceConnection;
 class QSocketNotifier;
@@ -23,18 +25,21 @@ struct HandOver {
 };
 
 /// The ear of the running copy. Greets every caller with the frame's caption,
-/// passes what is handed over to the handler and acknowledges when the handler
-/// has returned. Callers never block the window: a silent one is cut off, one
+/// passes what is handed over to the handler and tells the caller what the handler
+/// has said. Callers never block the window: a silent one is cut off, one
 /// that sends something else is dropped.
 class InstanceServer : public QObject {
     Q_OBJECT
 public:
     using Caption = std::function<QString()>;
-    /// Its exceptions are ignored. It may run an event loop or delete the server.
-    using Handler = std::function<void(const HandOver&)>;
+    /// Whether the running copy has taken what was handed over; false when it is about
+    /// to end, so that the caller takes its place. An exception counts as taken. It may
+    /// run an event loop or delete the server.
+    using Handler = std::function<bool(const HandOver&)>;
 
     InstanceServer(Caption caption, Handler handler, QObject* parent = nullptr);
-    /// Removes the socket: to be called while the lock is still held.
+    /// Removes the socket, unless the file of its name is another's by now: to be called
+    /// while the lock is still held.
     ~InstanceServer() override;
 
     /// How long a caller may take to send its message; for callers to come.
@@ -49,12 +54,14 @@ private:
     void addCaller(int socket);
     void makeRoom();
     void pauseAccepting();
-    void handle(const InstanceMessage& message) const;
+    void handle(InstanceConnection* caller, const InstanceMessage& message) const;
 
     Caption m_caption;
     Handler m_handler;
     std::chrono::milliseconds m_patience = std::chrono::seconds(5);
     std::string m_path;
+    /// The socket's file as it was made, by device and number.
+    std::pair<dev_t, ino_t> m_file;
     int m_socket = -1;
     QSocketNotifier* m_notifier = nullptr;
     /// Oldest first; children of the server.

@@ -235,9 +235,12 @@ void MDIForm1::unloadChildren()
     const KeyedCollection<frmBrowser*> open = m_browser;
     for (frmBrowser* window : open)
         window->closeUnasked(); // who ends the program has been heard
-    const QList<QWidget*> children = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QWidget* window : children) {
-        if (window->isWindow() && !window->isHidden())
+    // A window that asks takes the focus from others, and these may delete themselves then.
+    QList<QPointer<QWidget>> children;
+    for (QWidget* window : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        children.append(window);
+    for (const QPointer<QWidget>& window : children) {
+        if (!window.isNull() && window->isWindow() && !window->isHidden())
             window->close();
     }
 }

@@ -65,6 +65,9 @@ public:
     /// it may ask the user. False keeps the frame open.
     void addEndCheck(const std::function<bool()>& mayEnd) { m_endChecks.append(mayEnd); }
 
+    /// The frame is closing; a question may still keep it open.
+    bool isUnloading() const { return m_unloading; }
+
     FrameMenus& menus() const { return *m_menus; }
     ChildArea& area() const { return *m_area; }
     /// The browser window that is active inside the frame, or null.

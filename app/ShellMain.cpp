@@ -111,7 +111,7 @@ int run(QApplication& application, const ShellStart& start)
                      Qt::QueuedConnection);
 
     InstanceServer server([&frame] { return frame.windowTitle(); },
-                          [&module](const HandOver& message) { module.takeOver(message); });
+                          [&module](const HandOver& message) { return module.takeOver(message); });
     if (!server.listen(start.folder.socketPath()))
         qWarning("Tessera: further starts cannot hand over their address");
     EndSignals signals_;

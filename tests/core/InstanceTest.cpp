@@ -38,11 +38,13 @@ private slots:
         QCOMPARE(m_lock.acquire(m_place.lockPath()), InstanceLock::State::Held);
         m_got.clear();
         m_onMessage = [] {};
+        m_takes = true;
         m_server =
             std::make_unique<InstanceServer>([] { return QStringLiteral("Tessera 5.3.5 - [ä]"); },
                                              [this](const HandOver& what) {
                                                  m_got.append(what);
                                                  m_onMessage();
+                                                 return m_takes;
                                              });
     }
     void cleanup()
@@ -88,8 +90,6 @@ private slots:
 
     void callerGivesUp()
     {
-        auto result = start("x", 50ms);
-        QVERIFY(result.get().error.find("'Tessera 5.3.5'") != std::string::npos);
         // It hears the caption, but the acknowledgement comes too late.
         QVERIFY(listen());
         auto late = start("x", 300ms);
@@ -118,6 +118,36 @@ private slots:
         for (auto& other : starts)
             QCOMPARE(other.get().outcome, Outcome::HandedOver);
         QCOMPARE(m_got.size(), 5);
+    }
+
+    /// The running copy is ending: who calls then takes its place.
+    void refusedCallersComeNext()
+    {
+        m_takes = false;
+        QVERIFY(listen());
+        auto next = start("http://x/");
+        QTRY_VERIFY(m_got.size() > 1); // it tries again
+        m_server.reset();
+        m_lock.release();
+        QTRY_VERIFY(isReady(next));
+        QCOMPARE(next.get().outcome, Outcome::FirstCopy);
+    }
+
+    void filesAreRemovedWhileItRuns()
+    {
+        QVERIFY(listen());
+        QVERIFY(QFile::remove(QString::fromStdString(m_place.lockPath())));
+        handsOver("http://x/"); // and is no second first copy
+        m_lock.release();
+        QCOMPARE(m_lock.acquire(m_place.lockPath()), InstanceLock::State::Held);
+        QVERIFY(QFile::remove(socketPath()));
+        const StartResult lost = start("http://x/", 50ms).get();
+        QVERIFY(lost.error.find("Bitte das laufende Tessera beenden") != std::string::npos);
+        // Who has taken the place meanwhile keeps its socket.
+        InstanceServer other([] { return QString(); }, [](const HandOver&) { return true; });
+        QVERIFY(other.listen(m_place.socketPath()));
+        m_server.reset();
+        QVERIFY(QFile::exists(socketPath()));
     }
 
     void killedCopyIsReplaced()
@@ -167,6 +197,7 @@ private:
     InstanceLock m_lock;
     QList<HandOver> m_got;
     std::function<void()> m_onMessage;
+    bool m_takes = true;
     std::unique_ptr<InstanceServer> m_server;
 };
 

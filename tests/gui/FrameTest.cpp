@@ -2,6 +2,8 @@
 
 #include "app/InstanceServer.h"
 #include "app/PaintPacer.h"
+#include "app/frmAbout.h"
+#include "bookmarks/frmBook.h"
 
 #include <QClipboard>
 #include <QFile>
@@ -155,6 +157,29 @@ private slots:
         QVERIFY(text.startsWith(u"Meldung|Exclamation|"_s) && text.contains(u"Pref.tsp"_s));
     }
 
+    void windowsGoWhileTheFrameWalksThem()
+    {
+        StartedFrame f;
+        f.item("mn_Bookmarks")->trigger();
+        f.frame().findChild<frmBook*>()->Buch().IsEdit(true);
+        f.item("mn_Tessera")->trigger();
+        const QPointer<frmAbout> about = f.frame().findChild<frmAbout*>();
+        QVERIFY(!about.isNull());
+        f.prompt.answerYesNo(false);
+        f.prompt.whileOpen([&] { // the question takes the focus from the about box
+            QEvent deactivate(QEvent::WindowDeactivate);
+            QCoreApplication::sendEvent(about, &deactivate);
+            QCoreApplication::sendPostedEvents(about, QEvent::DeferredDelete);
+            QTRY_VERIFY(about.isNull());
+            QVERIFY(!f.start.takeOver({false, u"http://late/"_s, {}, {}}));
+        });
+        QGuiApplication::clipboard()->setText(u"before"_s);
+        QVERIFY(f.frame().close());
+        QCOMPARE(f.prompt.takeTexts().size(), 1);
+        QVERIFY(!f.start.takeOver({true, {}, {}, {}})); // after the end
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
+    }
+
     void anAddressIsTakenOver()
     {
         for (const auto& [state, dropsOff, toFront, keys] :
@@ -168,7 +193,7 @@ private slots:
             f.frame().setWindowState(state);
             f.start.SetDropDisabled(dropsOff);
             QGuiApplication::clipboard()->setText(u"before"_s);
-            f.start.takeOver({toFront, toFront ? QString() : u"http://x/"_s, {}, {}});
+            QVERIFY(f.start.takeOver({toFront, toFront ? QString() : u"http://x/"_s, {}, {}}));
             QCOMPARE(f.keys(), keys);
             QVERIFY(!f.frame().isMinimized());
             QCOMPARE(f.frame().isMaximized(), state == Qt::WindowMaximized);
