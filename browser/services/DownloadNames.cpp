@@ -30,6 +30,20 @@ bool isInvisible(char32_t c)
     }
 }
 
+/// The name of the file in the path `suggested`. Of a name of many megabytes only the
+/// beginning and the end count, so that whatever looks at it afterwards is done soon.
+QString lastName(const QString& suggested)
+{
+    constexpr qsizetype mostOfEither = 1000;
+    const qsizetype folders =
+        std::max(suggested.lastIndexOf(u'/'), suggested.lastIndexOf(u'\\')) + 1;
+    const QStringView name = QStringView(suggested).mid(folders);
+    if (name.size() <= 2 * mostOfEither) {
+        return name.toString();
+    }
+    return name.first(mostOfEither).toString().append(name.last(mostOfEither));
+}
+
 QString visible(const QString& text)
 {
     QString kept;
@@ -55,9 +69,9 @@ QString fitted(const QString& name, const QString& number)
     const qsizetype start = suffixStart(name);
     const QString end = number + name.mid(start);
     const qsizetype room = longestName - end.toUtf8().size();
-    QString stem = name.left(start);
-    while (stem.toUtf8().size() > room) {
-        stem.chop(stem.size() > 1 && stem.back().isLowSurrogate() ? 2 : 1);
+    QString stem = name.left(std::min(start, room)); // no character takes less than a byte
+    while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate())) {
+        stem.chop(1);
     }
     return stem + end;
 }
@@ -71,14 +85,13 @@ QString partialFile(const QString& path)
 
 QString safeFileName(const QString& suggested)
 {
-    static const QRegularExpression folders(u"^.*[/\\\\]"_s);
     static const QRegularExpression reserved(u"[<>:\"|?*]"_s);
     static const QRegularExpression ends(u"^[.\\s]+|[.\\s]+$"_s);
     static const QRegularExpression devices(
         u"^(?:CON|PRN|AUX|NUL|CLOCK\\$|COM[0-9]|LPT[0-9])(?=\\s*(?:\\.|$))"_s,
         QRegularExpression::CaseInsensitiveOption);
-    QString name = visible(suggested);
-    name.remove(folders).replace(reserved, u"_"_s).remove(ends);
+    QString name = visible(lastName(suggested));
+    name.replace(reserved, u"_"_s).remove(ends);
     if (devices.match(name).hasMatch()) {
         name.prepend(u'_');
     }

@@ -1,5 +1,7 @@
 #include "browser/services/DesktopSchemes.h"
 #include "browser/services/DialogSilence.h"
+#include "browser/services/DownloadNames.h"
+#include "browser/services/PdfFileName.h"
 #include "browser/services/PermissionMemory.h"
 #include "browser/services/PopupLimit.h"
 #include "browser/services/QuestionQueue.h"
@@ -20,6 +22,37 @@ private slots:
         QCOMPARE(cleanText(u"x\n"_s.repeated(500)).count(u'\n'), 20);
         QCOMPARE(cleanLine(u" a\nb "_s), u"a b"_s);
         QCOMPARE(cleanLine(u"ab😀"_s, 3), u"ab…"_s); // no half character
+    }
+
+    // Each takes a hundredth of a second at most; what looks at a text over and over again
+    // takes minutes.
+    void longTextsAreCutFirst()
+    {
+        using Rule = QString (*)(const QString&);
+        const QList<std::pair<const char*, Rule>> rules{
+            {"name", safeFileName},
+            {"free name",
+             [](const QString& text) {
+                 return freeFileName(safeFileName(text),
+                                     [](const auto& name) { return !name.contains(u"(9)"_s); });
+             }},
+            {"document", pdfFileName},
+            {"text", cleanText},
+            {"line", [](const QString& text) { return cleanLine(text); }},
+            {"site", [](const QString& text) { return siteName(QUrl(u"http://"_s + text)); }},
+            {"scheme", [](const QString& text) {
+                 return QString::number(isForDesktop(QUrl(text + u":x"_s)));
+             }}};
+        for (const QString& part : {u"a"_s, u"."_s, u" "_s, u"\n"_s, u"a."_s, u"\u202E"_s, u"😀"_s,
+                                    u"/"_s, u".tar"_s, u"."_s.repeated(1000) + u'a'}) {
+            const QString text = u'x' + part.repeated(2'000'000 / part.size()) + u'x';
+            for (const auto& [name, rule] : rules) {
+                QElapsedTimer time;
+                time.start();
+                QVERIFY2(rule(text).size() <= 1501, name);
+                QVERIFY2(!time.hasExpired(3000), name);
+            }
+        }
     }
 
     void sites()
