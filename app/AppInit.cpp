@@ -5,11 +5,14 @@
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
+#include "base/Prompt.h"
 #include "base/Twips.h"
+#include "base/WindowGuards.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +37,8 @@ AppInit::~AppInit() = default;
 void AppInit::Main(const QString& startAddress)
 {
     m_prefer = std::make_unique<Prefer>(m_programFolder);
-    m_prefer->LoadPref();
+    QString fault;
+    runReporting([this] { m_prefer->LoadPref(); }, [&](const QString& text) { fault = text; });
     m_frame->setWindowIcon(m_frameIcon);
     m_frame->counter(0);
     m_frame->StatusBarCurr(m_prefer->StatusBar() >= 1);
@@ -50,6 +54,15 @@ void AppInit::Main(const QString& startAddress)
     if (m_prefer->StartBrowser() != 0 || !startAddress.isEmpty())
         openFirstBrowser(startAddress);
     m_frame->show();
+    if (!fault.isEmpty())
+        QTimer::singleShot(0, m_frame.get(), [this, fault] { tellOfDefaults(fault); });
+}
+
+void AppInit::tellOfDefaults(const QString& fault)
+{
+    const DropsDisabled guard(*m_frame);
+    const QString text = fault + u"\n\nBis zum Beenden gelten die Voreinstellungen."_s;
+    m_frame->prompt().tell(m_frame.get(), text, u"Meldung"_s, Prompt::Icon::Exclamation);
 }
 
 void AppInit::placeFrame()

@@ -45,6 +45,7 @@ public:
 
 private:
     void placeFrame();
+    void tellOfDefaults(const QString& fault);
     void openFirstBrowser(const QString& startAddress);
 
     QString m_programFolder;

@@ -7,11 +7,48 @@
 
 #include <QFile>
 
+#include <cerrno>
+#include <fcntl.h>
+
 namespace {
 constexpr qsizetype recordSize = 618;
 constexpr qsizetype textWidth = 200;
 constexpr qsizetype mailClientOffset = 414;
 constexpr qint16 validMark = -1;
+
+/// Opens a file for reading without waiting for the other end of a pipe.
+bool openAtOnce(QFile& file)
+{
+    const int handle =
+        ::open(QFile::encodeName(file.fileName()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    return handle >= 0 && file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+}
+
+/// The beginning of the file, without waiting; nothing of a missing one, or of a pipe.
+/// Throws FileError.
+QByteArray beginningOf(const QString& path, qint64 count)
+{
+    QFile file(path);
+    if (!openAtOnce(file)) {
+        const int reason = errno;
+        if (reason == ENOENT)
+            return {};
+        throw FileError(path, qt_error_string(reason));
+    }
+    if (file.isSequential())
+        return {};
+    const QByteArray bytes = file.read(count);
+    if (file.error() != QFileDevice::NoError)
+        throw FileError(path, file.errorString());
+    return bytes;
+}
+
+/// What is read where `text` was written.
+QString asStored(const QString& text)
+{
+    const QByteArray field = RecordWriter(textWidth).text(text, textWidth).bytes();
+    return RecordReader(field).text(textWidth);
+}
 
 QString filePath(const QString& programFolder)
 {
@@ -44,8 +81,13 @@ void Prefer::SavePref()
     // Opened for reading too, so that the file is not truncated: bytes behind
     // the record belong to whoever wrote them.
     QFile file(filePath(m_programFolder));
+    if (m_isUnread)
+        throw FileError(file.fileName(), QStringLiteral("Sie konnte beim Start nicht gelesen "
+                                                        "werden und bleibt, wie sie ist."));
     if (!file.open(QIODevice::ReadWrite))
         throw FileError(file.fileName(), file.errorString());
+    if (file.isSequential())
+        throw FileError(file.fileName(), QStringLiteral("Es ist keine gewöhnliche Datei."));
     const QByteArray bytes = record();
     if (file.write(bytes) != bytes.size() || !file.flush())
         throw FileError(file.fileName(), file.errorString());
@@ -53,18 +95,15 @@ void Prefer::SavePref()
 
 void Prefer::LoadPref()
 {
-    QFile file(filePath(m_programFolder));
-    QByteArray bytes;
-    if (file.open(QIODevice::ReadOnly)) {
-        bytes = file.read(recordSize);
-        file.close();
-    }
+    takeDefaults();
+    m_isUnread = true; // unless the next line comes to its end
+    const QByteArray bytes = beginningOf(filePath(m_programFolder), recordSize);
+    m_isUnread = false;
     if (!isBroken(bytes)) {
         takeRecord(bytes);
         return;
     }
-    file.remove();
-    takeDefaults();
+    QFile::remove(filePath(m_programFolder));
     ignoringErrors([this] { SavePref(); });
 }
 
@@ -97,6 +136,10 @@ void Prefer::takeRecord(const QByteArray& bytes)
     m_mdiState = reader.int16();
     m_statusBar = reader.int16();
     m_homeUrl = reader.text(textWidth);
+    // The path of the program folder may be too long for the field, or hold what the
+    // encoding does not.
+    if (const QString home = defaultHomeUrl(m_programFolder); m_homeUrl == asStored(home))
+        m_homeUrl = home;
     m_searchEngine = reader.text(textWidth);
     m_mailClient = reader.text(textWidth);
     m_toolbar = reader.int16();

@@ -47,10 +47,12 @@ public:
     void HomeUrl(const QString& value) { m_homeUrl = value; }
 
     /// Writes the record over the first 618 bytes of the file, creating it if
-    /// it is missing. Throws FileError.
+    /// it is missing. Throws FileError, also where the file is there but was not read:
+    /// what it holds is not lost.
     void SavePref();
-    /// Reads the record. A missing, unreadable or broken file gives the
-    /// defaults, which are then written if that is possible. Throws nothing.
+    /// Reads the record. A missing or broken file gives the defaults, which are then
+    /// written if that is possible. Throws FileError, with the defaults taken, when the
+    /// file is there but cannot be read.
     void LoadPref();
 
     /// The values that a first start and the dialog's "Standard" take.
@@ -64,6 +66,7 @@ private:
     void takeDefaults();
 
     QString m_programFolder;
+    bool m_isUnread = false;
     qint16 m_adresszeile = 0;
     qint16 m_toolbar = 0;
     QString m_mailClient;

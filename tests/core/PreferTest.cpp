@@ -1,5 +1,10 @@
 #include "app/Prefer.h"
+#include "base/Errors.h"
 #include "tests/TestCase.h"
+
+#include <QDir>
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -58,6 +63,41 @@ private slots:
         expected.replace(14, 200, QByteArray("home\r\n").leftJustified(200));
         expected.replace(214, 200, QByteArray("\xA0s").leftJustified(200));
         QCOMPARE(content(), expected);
+    }
+
+    void pipesAreReplacedAndDoNotHang()
+    {
+        QCOMPARE(::mkfifo(QFile::encodeName(file()).constData(), 0600), 0);
+        Prefer pref(path());
+        pref.LoadPref();
+        QCOMPARE(int{pref.HistoryRows()}, 50);
+        QCOMPARE(content().size(), 618);
+    }
+
+    void whatCannotBeReadIsNotReplaced()
+    {
+        // A folder, and a link to itself: not even root reads these.
+        QDir(path()).mkdir(u"Pref.tsp"_s);
+        for (int i = 0; i < 2; ++i) {
+            Prefer pref(path());
+            QVERIFY_THROWS_EXCEPTION(FileError, pref.LoadPref());
+            QCOMPARE(int{pref.HistoryRows()}, 50);
+            QVERIFY(QDir(path()).rmdir(u"Pref.tsp"_s) || QFile::remove(file()));
+            QVERIFY_THROWS_EXCEPTION(FileError, pref.SavePref()); // readable by now or not
+            QVERIFY(QFile::link(file(), file()));
+        }
+    }
+
+    void aFolderThatTheFieldCannotHold()
+    {
+        for (const QString& name : {QString(190, u'a'), u"Ж"_s}) {
+            QVERIFY(QDir(path()).mkdir(name));
+            Prefer first(path(name));
+            first.LoadPref();
+            Prefer second(path(name));
+            second.LoadPref();
+            QCOMPARE(second.HomeUrl(), path(name) + u"\\Lizenz.txt"_s);
+        }
     }
 
     void textsAreCutInTheFileOnly()
