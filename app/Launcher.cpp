@@ -1,4 +1,5 @@
 #include "app/CommandLine.h"
+#include "app/DescriptorLimit.h"
 #include "app/InstanceClient.h"
 #include "app/InstanceFolder.h"
 #include "app/ShellEntry.h"
@@ -8,14 +9,14 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <string>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-int complain(const std::string& text)
+void complain(const std::string& text)
 {
     std::fputs(("Tessera: " + text + "\n").c_str(), stderr);
-    return EXIT_FAILURE;
 }
 
 int answer(const std::string& text)
@@ -49,10 +50,31 @@ int runShell(const ShellStart& start)
     const std::string module = programFolder() + "/" TESSERA_SHELL;
     // The module asks by itself to be bound at once; the rest is bound as for any program.
     void* library = ::dlopen(module.c_str(), RTLD_LAZY | RTLD_GLOBAL);
-    if (library == nullptr)
-        return complain(::dlerror());
-    const auto entry = reinterpret_cast<decltype(&tesseraMain)>(::dlsym(library, "tesseraMain"));
-    return entry == nullptr ? complain(::dlerror()) : entry(start);
+    const auto entry =
+        library == nullptr
+            ? nullptr
+            : reinterpret_cast<decltype(&tesseraMain)>(::dlsym(library, "tesseraMain"));
+    if (entry == nullptr) {
+        complain(::dlerror());
+        return EXIT_FAILURE;
+    }
+    return entry(start);
+}
+
+// Says why the program does not start: on the standard error and, as nobody reads that
+// on a desktop, in a window.
+int giveUp(char* programName, const std::string& reason)
+{
+    complain(reason);
+    if (environmentText("DISPLAY").empty() && environmentText("WAYLAND_DISPLAY").empty())
+        return EXIT_FAILURE;
+    // In a process of its own: the toolkit aborts where the display is not to be had.
+    const pid_t window = ::fork();
+    if (window == 0)
+        ::_exit(runShell({programName, {}, {}, reason}));
+    if (window > 0)
+        ::waitpid(window, nullptr, 0);
+    return EXIT_FAILURE;
 }
 
 } // namespace
@@ -70,7 +92,7 @@ int main(int argc, char** argv)
     const std::string reason =
         refusal(::geteuid() == 0, std::getenv("QTWEBENGINE_DISABLE_SANDBOX") != nullptr);
     if (!reason.empty())
-        return complain(reason);
+        return giveUp(argv[0], reason);
 
     StartRequest request;
     request.title = programTitle();
@@ -83,10 +105,13 @@ int main(int argc, char** argv)
     case Outcome::HandedOver:
         return EXIT_SUCCESS;
     case Outcome::Failed:
-        return complain(result.error);
+        return giveUp(argv[0], result.error);
     case Outcome::FirstCopy:
         break;
     }
+    const std::string tooFew = refusal(raiseDescriptorLimit());
+    if (!tooFew.empty())
+        return giveUp(argv[0], tooFew);
     result.lock.keepUntilExit();
-    return runShell({argv[0], request.address, folder});
+    return runShell({argv[0], request.address, folder, {}});
 }

@@ -1,6 +1,7 @@
 #include "app/MDIForm1.h"
 
 #include "app/ChildArea.h"
+#include "app/DescriptorLimit.h"
 #include "app/FrameMenus.h"
 #include "app/FrameStatusBar.h"
 #include "app/PaintPacer.h"
@@ -79,6 +80,10 @@ void MDIForm1::NewBrowser()
 
 frmBrowser* MDIForm1::CreateBrowser()
 {
+    if (freeDescriptors() < descriptorsOfAWindow) {
+        statusText(u"Kein neues Fenster: zu viele offene Dateien. Bitte Fenster schließen."_s);
+        return nullptr;
+    }
     const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts);
     window->StartingAddress(m_historyUrl.isEmpty() ? preferences().HomeUrl() : m_historyUrl);
     window->showAddressBar(preferences().Adresszeile() != 0);

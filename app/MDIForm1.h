@@ -55,7 +55,8 @@ public:
     void AddToHistory(const QString& url, const QString& title) override;
     /// Creates one browser window on `HistoryUrl`, or on the start address.
     void NewBrowser();
-    /// As NewBrowser; returns the window, or null if it closed itself at once.
+    /// As NewBrowser; returns the window, or null if it closed itself at once or the
+    /// engine would run out of descriptors: the status line says so then.
     /// Throws OverflowError when the numbers run out.
     frmBrowser* CreateBrowser() override;
 

@@ -12,6 +12,8 @@ struct ShellStart {
     std::string address;
     /// Where this copy listens. The launcher holds the lock until the process ends.
     InstanceFolder folder;
+    /// Why the program cannot run; it is shown then, and nothing else is done. UTF-8.
+    std::string complaint;
 };
 
 /// The shell's entry in its module: runs the program and returns its exit status.

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QDebug>
 #include <QDialog>
+#include <QIcon>
 #include <QSessionManager>
 #include <QStandardPaths>
 #include <QTimer>
@@ -125,6 +126,14 @@ int run(QApplication& application, const ShellStart& start)
     return status;
 }
 
+int show(const QString& complaint)
+{
+    QApplication::setWindowIcon(QIcon(u":/icons/frame.svg"_s));
+    MessagePrompt().tell(nullptr, complaint, QApplication::applicationName(),
+                         Prompt::Icon::Exclamation);
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 int tesseraMain(const ShellStart& start)
@@ -134,5 +143,6 @@ int tesseraMain(const ShellStart& start)
     QApplication application(count, arguments.data());
     describeProgram();
     installGermanTexts();
-    return run(application, start);
+    return start.complaint.empty() ? run(application, start)
+                                   : show(QString::fromStdString(start.complaint));
 }

@@ -28,7 +28,7 @@ public:
     /// Records a visit. May throw (the list rules of `addVisit`).
     virtual void AddToHistory(const QString& url, const QString& title) = 0;
     /// Creates and shows a browser window, owned by the frame. Null when its page
-    /// has closed it already.
+    /// has closed it already, or when there is no room for it.
     virtual frmBrowser* CreateBrowser() = 0;
     /// Takes the window with this number out of the frame's books. Called once,
     /// by the window's unload; the number is 0 while the window is being created.

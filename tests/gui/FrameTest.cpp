@@ -1,5 +1,6 @@
 #include "tests/gui/FrameFixture.h"
 
+#include "app/DescriptorLimit.h"
 #include "app/InstanceServer.h"
 #include "app/PaintPacer.h"
 #include "app/frmAbout.h"
@@ -7,6 +8,9 @@
 
 #include <QClipboard>
 #include <QFile>
+#include <QLabel>
+
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -146,6 +150,17 @@ private slots:
         QCOMPARE(f.keys(), QString());
     }
 
+    void unreadPreferencesAreSaid()
+    {
+        FrameFixture f;
+        const QString file = f.folder.filePath(u"Pref.tsp"_s);
+        QVERIFY(QFile::link(file, file));
+        f.start.Main({});
+        QCoreApplication::processEvents();
+        const QString text = f.prompt.takeTexts().value(0);
+        QVERIFY2(text.contains(u"Voreinstellungen"_s) && text.contains(file), qPrintable(text));
+    }
+
     void aFailedSaveIsShown()
     {
         StartedFrame f;
@@ -155,6 +170,22 @@ private slots:
         f.frame().close();
         const QString text = f.prompt.takeTexts().value(0);
         QVERIFY(text.startsWith(u"Meldung|Exclamation|"_s) && text.contains(u"Pref.tsp"_s));
+    }
+
+    void tooFewDescriptorsAreSaid()
+    {
+        StartedFrame f;
+        rlimit limit = {};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        const rlimit tight{limit.rlim_cur - freeDescriptors() + 63, limit.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &tight), 0);
+        f.frame().VisitUrl(u"b"_s);
+        QCOMPARE(raiseDescriptorLimit(), std::min(limit.rlim_max, rlim_t{524288}));
+        QCOMPARE(f.keys(), u"1"_s);
+        const auto* panel = f.frame().findChild<QLabel*>(u"panel3"_s);
+        QVERIFY(panel->text().startsWith(u"Kein neues Fenster"_s));
+        f.frame().VisitUrl(u"b"_s);
+        QCOMPARE(f.keys(), u"1 2"_s);
     }
 
     void windowsGoWhileTheFrameWalksThem()
