@@ -5,6 +5,7 @@
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
+#include "app/StartupNotice.h"
 #include "base/Prompt.h"
 #include "base/Twips.h"
 #include "base/WindowGuards.h"
@@ -89,14 +90,17 @@ bool AppInit::takeOver(const HandOver& handOver)
 {
     if (!m_hooked || m_frame->isUnloading())
         return false;
-    // Under Wayland the toolkit looks here when it activates a window.
-    qputenv("XDG_ACTIVATION_TOKEN", handOver.activationToken.toUtf8());
+    constexpr qsizetype longestId = 1024; // the display takes no request of any length
+    const QByteArray startupId = handOver.startupId.toUtf8().left(longestId);
+    if (handOver.toFront || m_frame->isMinimized())
+        startupNotice::letToFront(*m_frame, handOver.activationToken.toUtf8(), startupId);
     if (handOver.toFront) {
         m_frame->bringToFront();
-        return true;
+    } else {
+        QGuiApplication::clipboard()->setText(handOver.address);
+        WindowProc(handOverMessage, handOver.address);
     }
-    QGuiApplication::clipboard()->setText(handOver.address);
-    WindowProc(handOverMessage, handOver.address);
+    startupNotice::end(startupId);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
 #include "app/ShellEntry.h"
+#include "app/StartupNotice.h"
 #include "base/MessagePrompt.h"
 #include "browser/AddressResolver.h"
 #include "browser/DriveList.h"
@@ -138,6 +139,7 @@ int show(const QString& complaint)
 
 int tesseraMain(const ShellStart& start)
 {
+    startupNotice::prepare();
     int count = 1;
     std::array<char*, 2> arguments{start.programName, nullptr};
     QApplication application(count, arguments.data());

@@ -9,7 +9,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 # installed, so what Qt only recommends is named here.
 program_packages=(
     g++ cmake ninja-build
-    qt6-base-dev qt6-webengine-dev qt6-svg-dev
+    qt6-base-dev qt6-webengine-dev qt6-svg-dev libxcb1-dev
     qt6-qpa-plugins qt6-wayland qt6-translations-l10n
     fonts-dejavu-core fonts-liberation
 )

@@ -22,11 +22,16 @@ Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironm
         m_environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
 }
 
-void Installation::start(QProcess& process, const QStringList& arguments) const
+void Installation::prepare(QProcess& process) const
 {
     process.setProcessEnvironment(m_environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setWorkingDirectory(QDir::rootPath());
+}
+
+void Installation::start(QProcess& process, const QStringList& arguments) const
+{
+    prepare(process);
     process.start(file(u"tessera"_s), arguments);
 }
 

@@ -13,6 +13,10 @@ public:
 
     QString file(const QString& name) const { return m_folder.filePath(name); }
     QString home() const { return m_home.path(); }
+    /// Gives the programs that are started from now on an environment variable.
+    void variable(const QString& name, const QString& value) { m_environment.insert(name, value); }
+    /// Gives the process the surroundings of the program.
+    void prepare(QProcess& process) const;
     void start(QProcess& process, const QStringList& arguments) const;
     /// Starts another copy and waits for its end: its exit code, or below 0.
     int startAndWait(const QStringList& arguments) const;

@@ -1,0 +1,118 @@
+#include "tests/e2e/Scenario.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QDir>
+#include <QWidget>
+#include <QtTest>
+
+#include <ctime>
+#include <sys/resource.h>
+#include <xcb/xproto.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What the desktop gives a start, made at this moment.
+QString startupId(const QString& name)
+{
+    timespec now = {};
+    ::clock_gettime(CLOCK_MONOTONIC, &now); // the display's clock
+    return name + u"_TIME"_s + QString::number(quint32(now.tv_sec * 1000 + now.tv_nsec / 1000000));
+}
+
+} // namespace
+
+/// The start of the program beside others, as a desktop and a shell start it.
+class StartTest : public Scenario, public QAbstractNativeEventFilter {
+    Q_OBJECT
+public:
+    /// Keeps what programs tell the desktop, in pieces of 20 bytes.
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override
+    {
+        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
+        if (type == "xcb_generic_event_t" && (event->response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
+            event->format == 8)
+            m_heard.append(reinterpret_cast<const char*>(event->data.data8), 20);
+        return false;
+    }
+
+private slots:
+    void initTestCase() { qApp->installNativeEventFilter(this); }
+
+    void theDesktopHearsThatAStartIsOver()
+    {
+        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"first"_s));
+        open(u"/red"_s, u"Rot"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=first_TIME"), patience);
+
+        QWidget other;
+        other.setGeometry(300, 300, 400, 300);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        User::click(QPoint(500, 450));
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"second"_s));
+        QCOMPARE(m_program->startAndWait({}), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=second_TIME"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience);
+        User::press(u"F5"_s); // the keys are the frame's
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/red"_s), 2, patience);
+
+        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"third"_s));
+        QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=third_TIME"), patience);
+    }
+
+    void whatComesAtTheEndIsNotLost()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        User::press(u"alt+x b"_s);
+        QTRY_SEES(u"Bookmark Archiv"_s);
+        User::press(u"alt+m o h Return"_s); // a new folder: the archive is changed
+        m_run->terminate();
+        QTRY_SEES(u"Meldung"_s);
+        QProcess next;
+        m_program->start(next, {m_server->address(u"/blue"_s)});
+        QTest::qWait(500);
+        QCOMPARE(next.state(), QProcess::Running);
+        User::press(u"Return"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        QTRY_SEES(maximised(u"Blau"_s));
+        QCOMPARE(m_server->requests(u"/blue"_s), 1);
+        next.terminate();
+        QVERIFY(next.waitForFinished(patience));
+    }
+
+    void whyItDoesNotStartIsShown()
+    {
+        QVERIFY(QDir(m_program->home()).mkdir(u"tessera.lock"_s)); // is to be a file
+        m_program->start(*m_run, {});
+        QTRY_SEES(u"Tessera"_s);
+        User::press(u"Return"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        QCOMPARE(m_run->exitCode(), 1);
+        QVERIFY(QString::fromUtf8(m_run->readAll()).contains(u"tessera.lock' ist nicht"_s));
+    }
+
+    void strangeNamesAndFewDescriptors()
+    {
+        m_program->prepare(*m_run);
+        m_run->start(u"/bin/sh"_s,
+                     {u"-c"_s,
+                      u"cd \"$HOME\"; name=$(printf '\\344.html'); ulimit -Sn 60; "
+                      "echo '<title>Umlaut</title>' >\"$name\"; exec \"$0\" \"$name\""_s,
+                      m_program->file(u"tessera"_s)});
+        QTRY_SEES(maximised(u"Umlaut"_s));
+        rlimit limit = {};
+        QCOMPARE(::prlimit(static_cast<pid_t>(m_run->processId()), RLIMIT_NOFILE, nullptr, &limit),
+                 0);
+        QCOMPARE(limit.rlim_cur, std::min(limit.rlim_max, rlim_t{524288}));
+    }
+
+private:
+    QByteArray m_heard;
+};
+
+QTEST_MAIN(StartTest)
+#include "StartTest.moc"
