@@ -1,6 +1,7 @@
 #include "base/DroppedAddress.h"
 
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QSet>
 #include <QUrl>
 
@@ -9,7 +10,16 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Whether every line of `text` only repeats one of the list's entries.
+/// The list without what is no address, as the comments that a list may hold.
+QList<QUrl> listed(const QMimeData& data)
+{
+    QList<QUrl> urls = data.urls();
+    urls.removeIf([](const QUrl& url) { return !url.isValid() || url.scheme().isEmpty(); });
+    return urls;
+}
+
+/// Whether every line of `text` only repeats one of the list's entries. An empty text
+/// repeats nothing.
 bool repeats(const QString& text, const QList<QUrl>& urls)
 {
     const QSet<QUrl> entries(urls.begin(), urls.end());
@@ -17,26 +27,97 @@ bool repeats(const QString& text, const QList<QUrl>& urls)
     for (const QUrl& url : urls)
         paths.insert(url.toLocalFile());
     const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
-    return std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
+    return !lines.isEmpty() && std::all_of(lines.begin(), lines.end(), [&](const QString& line) {
         return paths.contains(line.trimmed()) || entries.contains(QUrl(line.trimmed()));
     });
+}
+
+QString unescaped(QString value)
+{
+    return value.replace(u"&lt;"_s, u"<"_s)
+        .replace(u"&gt;"_s, u">"_s)
+        .replace(u"&quot;"_s, u"\""_s)
+        .replace(u"&nbsp;"_s, QChar(QChar::Nbsp))
+        .replace(u"&amp;"_s, u"&"_s);
+}
+
+/// The value of an attribute; `attributes` is what a tag holds behind its name. They are
+/// read one after the other, as the value of one may look like another.
+QString attribute(const QString& attributes, const QString& name)
+{
+    static const QRegularExpression one(u"\\G\\s*([^\\s=>\"']+)(?:=\"([^\"]*)\")?"_s);
+    auto matches = one.globalMatch(attributes);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        if (match.captured(1) == name)
+            return unescaped(match.captured(2));
+    }
+    return {};
+}
+
+/// What an engine says in HTML of the link or the image that is dragged out of a page:
+/// the tag is the first one, its addresses are complete, its values are quoted.
+struct DraggedElement {
+    bool isImage = false;
+    QUrl address;
+};
+DraggedElement draggedElement(const QMimeData& data)
+{
+    static const QRegularExpression first(u"^\\s*(?:<meta[^>]*>)?<(a|img|input)\\s"_s);
+    const QString html = data.html();
+    const QRegularExpressionMatch tag = first.match(html);
+    if (!tag.hasMatch())
+        return {};
+    const bool isImage = tag.captured(1) != "a"_L1;
+    const QString attributes = html.sliced(tag.capturedEnd());
+    QString address = attribute(attributes, isImage ? u"src"_s : u"href"_s);
+    if (isImage && address.isEmpty())
+        address = attribute(attributes, u"srcset"_s).simplified().section(u' ', 0, 0);
+    return {isImage, QUrl(address)};
+}
+
+/// A path of this system, or the address where it is none: of a drive's letter, or of
+/// names that are no text.
+QString localName(const QUrl& url)
+{
+    static const QRegularExpression drive(u"^/[A-Za-z]:(/|$)"_s);
+    const QString path = url.toLocalFile();
+    const bool isPath =
+        !path.contains(QChar(QChar::ReplacementCharacter)) && !drive.match(path).hasMatch();
+    return isPath ? path : url.toString(QUrl::FullyEncoded);
+}
+
+DroppedAddress only(const QUrl& url)
+{
+    if (url.isLocalFile() && !url.hasQuery() && !url.hasFragment())
+        return {{}, {localName(url)}};
+    return {url.toString(QUrl::FullyEncoded), {}};
 }
 } // namespace
 
 DroppedAddress droppedAddress(const QMimeData& data)
 {
+    const QList<QUrl> urls = listed(data);
+    const auto files =
+        std::count_if(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+    if (!urls.isEmpty() && files == 0)
+        return only(urls.constFirst());
+    if (urls.size() == 1 && data.hasHtml()) {
+        const DraggedElement element = draggedElement(data);
+        if (element.isImage) // the file is a copy of the engine's own, and will go
+            return element.address.isRelative() ? DroppedAddress() : only(element.address);
+        if (element.address == urls.constFirst())
+            return only(element.address);
+    }
     DroppedAddress dropped;
-    const QList<QUrl> urls = data.urls();
     for (const QUrl& url : urls) {
         if (url.isLocalFile())
-            dropped.files.append(url.toLocalFile());
+            dropped.files.append(localName(url));
     }
     if (data.hasFormat(u"text/plain"_s)) {
         const QString text = data.text();
         if (dropped.files.isEmpty() || !repeats(text, urls))
             dropped.text = text;
-    } else if (dropped.files.isEmpty() && !urls.isEmpty()) {
-        dropped.text = urls.constFirst().toString(QUrl::FullyEncoded);
     }
     return dropped;
 }

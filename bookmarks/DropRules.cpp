@@ -3,6 +3,9 @@
 #include "base/DroppedAddress.h"
 #include "bookmarks/UrlTitle.h"
 
+#include <QRegularExpression>
+#include <QUrl>
+
 using namespace Qt::StringLiterals;
 
 DroppedBookmark droppedBookmark(const DroppedAddress& dropped, const HistoryCollection& history)
@@ -17,11 +20,21 @@ DroppedBookmark droppedBookmark(const DroppedAddress& dropped, const HistoryColl
 
 QString archivedUrl(const QString& dropped)
 {
-    const QString scheme = u"file:///"_s;
-    if (!dropped.startsWith(scheme))
+    static const QRegularExpression local(u"^file:///([A-Za-z]:(?=/|$))?"_s);
+    const QRegularExpressionMatch match = local.match(dropped);
+    if (!match.hasMatch())
         return dropped;
-    QString url = dropped;
-    return url.remove(scheme).replace(u'/', u'\\');
+    if (match.hasCaptured(1)) {
+        QString url = dropped;
+        return url.remove(u"file:///"_s).replace(u'/', u'\\');
+    }
+    const QString path = dropped.sliced(match.capturedLength() - 1);
+    static const QRegularExpression tail(u"[?#]"_s);
+    const QString name = path.left(path.indexOf(tail)); // -1: the whole
+    const QString decoded = QUrl::fromPercentEncoding(name.toUtf8());
+    if (decoded.contains(QChar(QChar::ReplacementCharacter))) // the name is no text
+        return dropped;
+    return decoded + path.sliced(name.size());
 }
 
 bool takesDrop(const QString& nodeText)

@@ -15,8 +15,9 @@ struct DroppedBookmark {
 /// The first file wins over the text; both parts are empty when there is neither.
 DroppedBookmark droppedBookmark(const DroppedAddress& dropped, const HistoryCollection& history);
 
-/// How the archive notes a dropped address: a text that begins with "file:///"
-/// loses it everywhere and has "\" for every "/"; any other stays as it is.
+/// How the archive notes a dropped address. "file:///" goes: before a drive's letter it
+/// goes everywhere, and "\" stands for every "/"; of a file of this system the path
+/// stays, as if the file itself had been dropped. Any other text stays as it is.
 QString archivedUrl(const QString& dropped);
 
 /// Whether the selected node takes a drop. The root is known by its text, so a

@@ -40,6 +40,9 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->installEventFilter(this);
     m_address->lineEdit()->installEventFilter(this);
 
+    connect(m_address->lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { m_typed = text; });
+
     m_label->move(margin, margin);
     m_label->resize(m_label->sizeHint().width(), m_address->sizeHint().height());
     m_address->move(m_label->width() + 2 * margin, margin);
@@ -49,6 +52,17 @@ AddressBar::AddressBar(QWidget* parent)
 QString AddressBar::text() const
 {
     return m_address->currentText();
+}
+
+bool AddressBar::isTyped() const
+{
+    return m_typed == text();
+}
+
+void AddressBar::showAddress(const QString& address)
+{
+    m_address->setEditText(address);
+    m_typed.reset();
 }
 
 void AddressBar::visited(const QString& current, const QString& location)
@@ -62,7 +76,7 @@ void AddressBar::visited(const QString& current, const QString& location)
         m_address->removeItem(found);
     m_address->insertItem(0, current);
     m_address->setCurrentIndex(0);
-    m_address->setEditText(current);
+    showAddress(current);
     m_address->lineEdit()->setCursorPosition(0); // of a long address the host is to be seen
 }
 
@@ -123,7 +137,7 @@ bool AddressBar::dropped(const QMimeData& offered)
     const DroppedAddress address = droppedAddress(offered);
     if (address.isEmpty())
         return false;
-    m_address->setEditText(address.text ? *address.text : address.files.constFirst());
+    showAddress(address.text ? *address.text : address.files.constFirst());
     emit entered();
     return true;
 }

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QComboBox;
 class QKeyEvent;
 class QLabel;
@@ -17,6 +19,9 @@ public:
 
     QComboBox* cboAddress() const { return m_address; }
     QString text() const;
+    /// Whether the user has typed this text, or has changed what was there; else it is
+    /// an address visited, chosen from the list or dropped.
+    bool isTyped() const;
     /// Puts `current` at the top of the list, in place of the first entry that
     /// equals `location`, and shows it.
     void visited(const QString& current, const QString& location);
@@ -37,7 +42,9 @@ protected:
 private:
     bool keyPressed(const QKeyEvent& event);
     bool dropped(const QMimeData& offered);
+    void showAddress(const QString& address);
 
     QLabel* m_label;
     QComboBox* m_address;
+    std::optional<QString> m_typed;
 };

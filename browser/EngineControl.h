@@ -33,8 +33,12 @@ class EngineControl : public QObject {
 public:
     using QObject::QObject;
 
-    /// Opens an address, exactly as the user typed it.
+    /// Opens an address, exactly as it was stored, dropped or handed over. A script
+    /// ("javascript:") would run in the page shown, so it is refused like a text that is
+    /// no address.
     virtual void Navigate(const QString& url) = 0;
+    /// As Navigate, for what the user has typed by hand: it may be a script.
+    virtual void NavigateTyped(const QString& url) { Navigate(url); }
     virtual void GoBack() = 0;
     virtual void GoForward() = 0;
     virtual void Refresh() = 0;

@@ -105,15 +105,25 @@ void WebEngineControl::connectWindow()
 
 void WebEngineControl::Navigate(const QString& url)
 {
+    navigate(url, false);
+}
+
+void WebEngineControl::NavigateTyped(const QString& url)
+{
+    navigate(url, true);
+}
+
+void WebEngineControl::navigate(const QString& url, bool mayBeScript)
+{
     m_pending = url;
-    QTimer::singleShot(0, this, [this, turn = ++m_turn] {
+    QTimer::singleShot(0, this, [this, mayBeScript, turn = ++m_turn] {
         if (m_pending && turn == m_turn) { // not stopped, replaced or lent in between
-            start();
+            start(mayBeScript);
         }
     });
 }
 
-void WebEngineControl::start()
+void WebEngineControl::start(bool mayBeScript)
 {
     const QString typed = *std::exchange(m_pending, std::nullopt);
     emit m_page->userNavigates();
@@ -128,7 +138,7 @@ void WebEngineControl::start()
     if (isForDesktop(url)) {
         m_isStarting = false;
         emit m_page->desktopAddressMet(url, true);
-    } else if (url.isValid() && isForEngine(url)) {
+    } else if (url.isValid() && isForEngine(url) && (mayBeScript || !isScript(url))) {
         m_page->load(url);
     } else {
         m_noAddress = typed;

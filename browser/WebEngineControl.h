@@ -36,6 +36,7 @@ public:
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
     void Navigate(const QString& url) override;
+    void NavigateTyped(const QString& url) override;
     void GoBack() override;
     void GoForward() override;
     void Refresh() override;
@@ -56,7 +57,8 @@ public:
 private:
     void connectLoading();
     void connectWindow();
-    void start();
+    void navigate(const QString& url, bool mayBeScript);
+    void start(bool mayBeScript);
     WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);

@@ -145,7 +145,12 @@ void frmBrowser::NavigateToAddress()
         return;
     StartBusy();
     if (!m_engine->host()->isHidden()) {
-        ignoringErrors([this] { m_engine->Navigate(m_addressBar->text()); });
+        ignoringErrors([this] {
+            if (m_addressBar->isTyped())
+                m_engine->NavigateTyped(m_addressBar->text());
+            else
+                m_engine->Navigate(m_addressBar->text());
+        });
         m_addressBar->cboAddress()->update();
     }
 }

@@ -26,6 +26,11 @@ bool isForEngine(const QUrl& url)
     return shown.contains(url.scheme());
 }
 
+bool isScript(const QUrl& url)
+{
+    return url.scheme() == "javascript"_L1;
+}
+
 bool isForDesktop(const QUrl& url)
 {
     static const QSet<QString> never{

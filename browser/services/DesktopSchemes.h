@@ -6,6 +6,9 @@ class QUrl;
 /// the desktop without a question.
 bool isForEngine(const QUrl& url);
 
+/// Whether `url` is a script, which the engine runs in the page shown.
+bool isScript(const QUrl& url);
+
 /// Whether other programs of the desktop open addresses like `url` ("mailto:",
 /// "tel:" and so on). Addresses that the engine shows, and those that could
 /// make the desktop run or open something local or in the local network, are not

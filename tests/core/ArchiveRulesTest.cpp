@@ -93,19 +93,61 @@ private slots:
         check(u"http://visited/page"_s, u"http://visited/page"_s, u"first visit"_s);
         check(u"http://visited/PAGE"_s, u"http://visited/PAGE"_s, u"PAGE"_s);
         check(u"file:///C:/Daten/liste.htm"_s, u"C:\\Daten\\liste.htm"_s, u"liste.htm"_s);
-        check(u"file:///home/u/a%20b.htm"_s, u"home\\u\\a%20b.htm"_s, u"a%20b.htm"_s);
+        check(u"file:///C:/a file:///b"_s, u"C:\\a b"_s, u"a b"_s);
+        check(u"file:///home/u/a%20b.htm"_s, u"/home/u/a b.htm"_s, u"a b.htm"_s);
+        check(u"file:///home/u/c%23.htm#top"_s, u"/home/u/c#.htm#top"_s, u"c#.htm#top"_s);
+        check(u"file:///home/%E4"_s, u"file:///home/%E4"_s, u"%E4"_s);
     }
 
+    void droppedOffers_data()
+    {
+        QTest::addColumn<QByteArrayList>("offered"); // list, text, HTML; null: not offered
+        QTest::addColumn<QString>("address");        // text, then files
+        const auto row = [](const char* name, const QByteArrayList& offered, const char* address) {
+            QTest::newRow(name) << offered << QString::fromUtf8(address);
+        };
+        const QByteArray none;
+        row("nothing", {none, none, none}, "- ");
+        row("text", {none, "www.a.de/b", none}, "www.a.de/b ");
+        row("empty text beside a file", {"file:///a", "", none}, " /a");
+        row("file manager", {"file:///d/a%20b\r\nfile:///d/c", "/d/a b\r\n/d/c", none},
+            "- /d/a b|/d/c");
+        row("file and its address", {"file:///d/a%20b", "file:///d/a%20b", none}, "- /d/a b");
+        row("file and a text of its own", {"file:///d/c", "/d/c\nx", none}, "/d/c\nx /d/c");
+        row("names that are no text", {"file:///d/%E4\r\nfile:///C:/x", none, none},
+            "- file:///d/%E4|file:///C:/x");
+        row("link", {"http://h/x?a=1#b", "Ein Link", "<a href=\"http://h/x?a=1#b\">Ein Link</a>"},
+            "http://h/x?a=1#b ");
+        row("link to a file",
+            {"file:///d/c", "Datei", "<a class=\"x\" href=\"file:///d/c\">Datei</a>"}, "- /d/c");
+        row("link into a file", {"file:///d/c#e", "Datei", "<a href=\"file:///d/c#e\">Datei</a>"},
+            "file:///d/c#e ");
+        row("addresses", {"#comment\r\nhttp://h/1\r\nhttp://h/2", "http://h/1\nhttp://h/2", none},
+            "http://h/1 ");
+        row("address and file", {"http://h/1\r\nfile:///d/c", none, none}, "- /d/c");
+        row("script", {"javascript:alert(1)", "Ein Link", none}, "javascript:alert(1) ");
+        row("image",
+            {"file:///tmp/x/b.png", "Alt", "<img alt=\" src=\" src=\"http://h/b?a&amp;c\">"},
+            "http://h/b?a&c ");
+        row("local image", {"file:///tmp/x/b.png", "", "<meta x><img src=\"file:///d/b.png\">"},
+            "- /d/b.png");
+        row("image by its sizes",
+            {"file:///tmp/x/b", none, "<img srcset=\"http://h/b 1x, http://h/c\">"}, "http://h/b ");
+        row("image of no address", {"file:///tmp/x/b", "Alt", "<img alt=\"Alt\">"}, "- ");
+        row("selection", {none, "a b", "<b>a <a href=\"http://h/\">b</a></b>"}, "a b ");
+    }
     void droppedOffers()
     {
+        QFETCH(QByteArrayList, offered);
         QMimeData data;
-        QVERIFY(!droppedAddress(data).text.has_value());
-        data.setUrls({QUrl(u"file:///d/a%20b"_s), QUrl(u"file:///d/c"_s)});
-        data.setText(u"/d/a b\r\n/d/c"_s); // only repeats the files
-        QVERIFY(!droppedAddress(data).text.has_value());
-        QCOMPARE(droppedAddress(data).files.join(u'|'), u"/d/a b|/d/c"_s);
-        data.setText(u"/d/c\nx"_s);
-        QCOMPARE(droppedAddress(data).text.value_or(u"-"_s), u"/d/c\nx"_s);
+        for (const auto& [format, bytes] : {std::pair{u"text/uri-list"_s, offered[0]},
+                                            {u"text/plain"_s, offered[1]},
+                                            {u"text/html"_s, offered[2]}}) {
+            if (!bytes.isNull())
+                data.setData(format, bytes);
+        }
+        const DroppedAddress dropped = droppedAddress(data);
+        QTEST(dropped.text.value_or(u"-"_s) + u' ' + dropped.files.join(u'|'), "address");
     }
 
 private:
