@@ -1,5 +1,7 @@
 #include "app/DarkTitles.h"
 
+#include "base/DarkPalette.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QIcon>
@@ -10,10 +12,12 @@
 
 namespace {
 
-bool isDark(const QPalette& palette)
+/// Desktops put styles of their own around the one that draws.
+const QStyle* drawingStyle(const QStyle* style)
 {
-    return palette.color(QPalette::Window).lightness() <
-           palette.color(QPalette::WindowText).lightness();
+    while (const auto* around = qobject_cast<const QProxyStyle*>(style))
+        style = around->baseStyle();
+    return style;
 }
 
 /// What the button shows, on 16 x 16 units; empty for other pictures.
@@ -55,7 +59,7 @@ DarkTitles::Watch::Watch(QWidget* frame) : QObject(frame)
 
 bool DarkTitles::Watch::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
         QMetaObject::invokeMethod(this, &Watch::look, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
@@ -63,7 +67,8 @@ bool DarkTitles::Watch::eventFilter(QObject* watched, QEvent* event)
 void DarkTitles::Watch::look()
 {
     QStyle* const style = QApplication::style();
-    if (isDark(QApplication::palette()) && style->inherits("QFusionStyle"))
+    if (isDark(QApplication::palette()) && qobject_cast<DarkTitles*>(style) == nullptr &&
+        drawingStyle(style)->inherits("QFusionStyle"))
         QApplication::setStyle(new DarkTitles(style));
 }
 

@@ -10,6 +10,7 @@ FrameStatusBar::FrameStatusBar(QWidget* parent)
     : QStatusBar(parent), m_panel3(new ElidedLabel(u"panel3"_s, this))
 {
     setObjectName(u"StatusBar1"_s);
+    setAccessibleName(u"Status-Zeile"_s);
     for (const auto& name : {u"panel1"_s, u"panel2"_s}) {
         auto* empty = new QLabel(this);
         empty->setObjectName(name);

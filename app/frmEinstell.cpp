@@ -136,11 +136,18 @@ void frmEinstell::Form_Load()
     m_text1->setText(pref.HomeUrl());
     m_text2->setText(pref.SearchEngine());
     m_text3->setText(pref.MailClient());
-    m_combo1->setEditText(QString::number(pref.HistoryRows()));
+    showHistoryRows(pref.HistoryRows());
     m_check1->setChecked(pref.StatusBar() != 0);
     m_check2->setChecked(pref.StartBrowser() != 0);
     m_check3->setChecked(pref.Adresszeile() != 0);
     m_check4->setChecked(pref.Toolbar() != 0);
+}
+
+void frmEinstell::showHistoryRows(qint16 rows)
+{
+    const QString text = QString::number(rows);
+    m_combo1->setCurrentIndex(m_combo1->findText(text)); // where its list opens
+    m_combo1->setEditText(text);
 }
 
 void frmEinstell::Save_Click()
@@ -174,7 +181,7 @@ void frmEinstell::Standard_Click()
     m_text1->setText(Prefer::defaultHomeUrl(m_shell.programFolder()));
     m_text2->setText(Prefer::defaultSearchEngine());
     m_text3->clear();
-    m_combo1->setEditText(QString::number(Prefer::defaultHistoryRows));
+    showHistoryRows(Prefer::defaultHistoryRows);
     for (QCheckBox* check : {m_check1, m_check2, m_check3, m_check4})
         check->setChecked(true);
 }

@@ -26,6 +26,7 @@ private:
     void setTabs();
 
     void Form_Load();
+    void showHistoryRows(qint16 rows);
     void Save_Click();
     void Quit_Click();
     void Standard_Click();

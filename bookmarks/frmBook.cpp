@@ -53,6 +53,7 @@ void frmBook::buildControls()
     m_view->setAccessibleName(windowTitle());
     auto* status = new QStatusBar(this);
     status->setObjectName(u"StatusBar1"_s);
+    status->setAccessibleName(u"Status-Zeile"_s);
     m_statusPanel = new ElidedLabel(u"panel1"_s, status);
     status->addPermanentWidget(m_statusPanel, 1);
     setStatusBar(status);

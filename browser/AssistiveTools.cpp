@@ -1,5 +1,7 @@
 #include "browser/AssistiveTools.h"
 
+#include "browser/EngineFlags.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -9,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr const char* flags = "QTWEBENGINE_CHROMIUM_FLAGS";
 constexpr int patience = 500; // milliseconds
 
 bool isSet(const QDBusConnection& bus, const QString& property)
@@ -36,8 +37,6 @@ bool areAssistiveToolsInUse()
 
 void announceAssistiveTools()
 {
-    const QByteArray describe = "--force-renderer-accessibility";
-    const QByteArray present = qgetenv(flags);
-    if (!present.contains(describe) && areAssistiveToolsInUse())
-        qputenv(flags, present.isEmpty() ? describe : present + ' ' + describe);
+    if (areAssistiveToolsInUse())
+        addEngineFlag("--force-renderer-accessibility");
 }

@@ -3,9 +3,13 @@
 #include "browser/GlyphIcon.h"
 
 #include <QAction>
+#include <QEvent>
+#include <QFontInfo>
 #include <QMenu>
 #include <QProgressBar>
 #include <QToolButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -14,7 +18,11 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
     setObjectName(u"tbToolBar"_s);
     setAccessibleName(u"Toolbar"_s);
     setMovable(false);
-    setIconSize(QSize(20, 20));
+    fitIcons();
+    if (auto* more = findChild<QToolButton*>(u"qt_toolbar_ext_button"_s)) {
+        more->setAccessibleName(u"Weitere Schaltflächen"_s);
+        more->setToolTip(u"Weitere Schaltflächen"_s);
+    }
     setContextMenuPolicy(Qt::PreventContextMenu);
     addButton(u"Back"_s, u"arrow-left"_s, u"Zurück"_s);
     addButton(u"Forward"_s, u"arrow-right"_s, u"Vorwärts"_s);
@@ -37,6 +45,20 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
     showBusy(false);
 }
 
+void BrowserToolbar::changeEvent(QEvent* event)
+{
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitIcons();
+}
+
+void BrowserToolbar::fitIcons()
+{
+    constexpr int least = 20;
+    const int side = std::max(least, QFontInfo(font()).pixelSize() * 3 / 2);
+    setIconSize(QSize(side, side));
+}
+
 QAction* BrowserToolbar::addButton(const QString& key, const QString& icon, const QString& toolTip)
 {
     QAction* action = addAction(glyphIcon(icon), toolTip);
@@ -56,6 +78,7 @@ void BrowserToolbar::addDriveButton()
     QAction* drive = addButton(u"Drive"_s, u"hard-drive"_s, u"Laufwerke"_s);
     m_drives = new QMenu(this);
     m_drives->setObjectName(u"Drives"_s);
+    m_drives->setAccessibleName(u"Laufwerke"_s);
     auto* button = qobject_cast<QToolButton*>(widgetForAction(drive));
     button->setMenu(m_drives);
     button->setPopupMode(QToolButton::InstantPopup);

@@ -27,7 +27,12 @@ signals:
     /// An entry of the drive menu was clicked.
     void driveClicked(const QString& entry);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    /// The pictures grow with the letters.
+    void fitIcons();
     QAction* addButton(const QString& key, const QString& icon, const QString& toolTip);
     void addDriveButton();
 

@@ -1,6 +1,7 @@
 #include "browser/WebEngineHost.h"
 
 #include "browser/AssistiveTools.h"
+#include "browser/DarkPages.h"
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/PermissionRequests.h"
@@ -26,6 +27,7 @@ std::unique_ptr<QWebEngineProfile> makeProfile()
     // The first profile starts the engine.
     announceDictionaries();
     announceAssistiveTools();
+    announceDarkDesktop();
     return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
 }
 } // namespace

@@ -8,7 +8,9 @@
 #include "base/Shell.h"
 #include "base/Twips.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QIcon>
@@ -30,6 +32,24 @@ public:
     QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
     {
         return oneLineText(value.toString());
+    }
+
+    /// A date without its end tells nothing, and its column has a fixed share of the
+    /// width: large letters are made small enough for it.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const int margin = 2 * (QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin,
+                                                                   option, option->widget) +
+                                1);
+        const int room = option->rect.width() - margin;
+        const int wanted = option->fontMetrics.horizontalAdvance(option->text);
+        if (index.column() != int(HistoryColumn::Date) || room <= 0 || wanted <= room)
+            return;
+        constexpr int leastPixels = 9;
+        const int pixels = QFontInfo(option->font).pixelSize() * room / wanted;
+        option->font.setPixelSize(std::max(leastPixels, pixels));
+        option->fontMetrics = QFontMetrics(option->font);
     }
 
     /// Tells what a column is too narrow for.

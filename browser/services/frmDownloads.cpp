@@ -97,8 +97,13 @@ void frmDownloads::buildControls()
     layout->addLayout(buttons);
     m_list->setFocus();
     constexpr QSize firstSize(820, 240);
-    resize(firstSize.boundedTo(screen()->availableSize() * 9 / 10));
-    m_list->horizontalHeader()->resizeSection(DownloadTable::Name, width() / 4);
+    const QHeaderView& header = *m_list->horizontalHeader();
+    const QSize roomForLetters(2 * header.sectionSize(DownloadTable::Size) +
+                                   2 * header.sectionSize(DownloadTable::Progress),
+                               12 * fontMetrics().height());
+    resize(firstSize.expandedTo(roomForLetters).boundedTo(screen()->availableSize() * 9 / 10));
+    m_list->horizontalHeader()->resizeSection(
+        DownloadTable::Name, std::max(width() / 4, header.sectionSizeHint(DownloadTable::Name)));
 }
 
 void frmDownloads::buildList()
@@ -120,7 +125,9 @@ void frmDownloads::buildList()
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
     constexpr int air = 24;
-    header->resizeSection(DownloadTable::Progress, 100);
+    header->ensurePolished();
+    header->resizeSection(DownloadTable::Progress,
+                          std::max(100, header->sectionSizeHint(DownloadTable::Progress)));
     header->resizeSection(DownloadTable::Size,
                           fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
 }

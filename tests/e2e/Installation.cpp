@@ -17,7 +17,8 @@ Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironm
     m_environment.remove(u"XDG_DATA_HOME"_s);
     m_environment.remove(u"XDG_CACHE_HOME"_s);
     // Some versions of the engine describe their graphics at every start.
-    m_environment.insert(u"QT_LOGGING_RULES"_s, u"qt.webenginecontext=false"_s);
+    m_environment.insert(u"QT_LOGGING_RULES"_s,
+                         u"qt.webenginecontext=false;qt.qpa.theme.dbus=false"_s);
     if (::geteuid() == 0)
         m_environment.insert(u"QTWEBENGINE_DISABLE_SANDBOX"_s, u"1"_s);
 }

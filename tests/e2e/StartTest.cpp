@@ -110,6 +110,20 @@ private slots:
         QCOMPARE(limit.rlim_cur, std::min(limit.rlim_max, rlim_t{524288}));
     }
 
+    void pagesAreToldOfADarkDesktop()
+    {
+        m_server->page(u"/scheme"_s, "<script>document.title = matchMedia("
+                                     "'(prefers-color-scheme: dark)').matches ? 'dunkel' : 'hell'"
+                                     "</script>");
+        QVERIFY(QDir(m_program->home()).mkdir(u".config"_s));
+        writeBytes(m_program->home() + u"/.config/kdeglobals"_s,
+                   "[Colors:Window]\nBackgroundNormal=40,40,40\nForegroundNormal=250,250,250\n"
+                   "[Colors:Button]\nBackgroundNormal=50,50,50\nForegroundNormal=250,250,250\n");
+        m_program->variable(u"QT_QPA_PLATFORMTHEME"_s, u"kde"_s);
+        m_program->variable(u"KDE_SESSION_VERSION"_s, u"5"_s);
+        open(u"/scheme"_s, u"dunkel"_s);
+    }
+
 private:
     QByteArray m_heard;
 };

@@ -1,0 +1,13 @@
+#include "browser/DarkPages.h"
+
+#include "base/DarkPalette.h"
+#include "browser/EngineFlags.h"
+
+#include <QGuiApplication>
+
+void announceDarkDesktop()
+{
+    // The engine does not ask the toolkit (6.4). 0 is its number for dark.
+    if (isDark(QGuiApplication::palette()))
+        addEngineFlag("--blink-settings", "preferredColorScheme=0");
+}
