@@ -22,7 +22,11 @@ private:
 /// A whole number left the range of its 16- or 32-bit type.
 class OverflowError : public Error {
 public:
-    OverflowError() : Error(QStringLiteral("Überlauf: Die Zahl ist zu groß.")) {}
+    explicit OverflowError(bool isBelow = false)
+        : Error(isBelow ? QStringLiteral("Überlauf: Die Zahl ist zu klein.")
+                        : QStringLiteral("Überlauf: Die Zahl ist zu groß."))
+    {
+    }
 };
 
 /// A text that should be a number is none.

@@ -20,6 +20,6 @@ qint16 parseInt16(QStringView text)
     const double nearest = std::nearbyint(value);
     if (!(nearest >= std::numeric_limits<qint16>::min()) ||
         !(nearest <= std::numeric_limits<qint16>::max()))
-        throw OverflowError();
+        throw OverflowError(value < 0);
     return static_cast<qint16>(nearest);
 }

@@ -13,7 +13,7 @@ template <typename Int>
 Int toWhole(qint64 value)
 {
     if (value < std::numeric_limits<Int>::min() || value > std::numeric_limits<Int>::max())
-        throw OverflowError();
+        throw OverflowError(value < 0);
     return static_cast<Int>(value);
 }
 

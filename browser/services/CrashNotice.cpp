@@ -7,16 +7,18 @@
 #include <QTimer>
 #include <QWebEngineView>
 
+#include <sys/wait.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QString reason(QWebEnginePage::RenderProcessTerminationStatus status, int exitCode)
+/// `status` is the system's own (wait), as the engine hands it on.
+QString reason(int status)
 {
-    const QString what = status == QWebEnginePage::KilledTerminationStatus
-                             ? u"Der Prozess der Seite wurde beendet (%1)."_s
-                             : u"Der Prozess der Seite ist unerwartet zu Ende gegangen (%1)."_s;
-    return what.arg(exitCode);
+    const QString what = u"Der Prozess der Seite wurde unerwartet beendet (%1)."_s;
+    return what.arg(WIFSIGNALED(status) ? u"Signal %1"_s.arg(WTERMSIG(status))
+                                        : u"Code %1"_s.arg(WEXITSTATUS(status)));
 }
 
 } // namespace
@@ -28,7 +30,7 @@ CrashNotice::CrashNotice(WebEnginePage& page, QWebEngineView* view, QObject* par
     connect(&page, &QWebEnginePage::renderProcessTerminated, overlay,
             [overlay](QWebEnginePage::RenderProcessTerminationStatus status, int exitCode) {
                 if (status != QWebEnginePage::NormalTerminationStatus) {
-                    overlay->appear(reason(status, exitCode));
+                    overlay->appear(reason(exitCode));
                 }
             });
     // A load that was on its way already comes to its end in a new process.

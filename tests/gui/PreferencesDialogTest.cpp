@@ -58,6 +58,8 @@ private slots:
         saveFailing(u"'abc' ist keine Zahl."_s);
         QVERIFY(find<QComboBox>(u"Combo1"_s)->hasFocus());
         QCOMPARE(int{m_shell->pref.HistoryRows()}, -3);
+        setHistoryRows(u"-32769"_s);
+        saveFailing(u"Überlauf: Die Zahl ist zu klein."_s);
     }
 
     void fileThatCannotBeWritten()
