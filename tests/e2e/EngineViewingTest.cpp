@@ -60,6 +60,8 @@ private slots:
         QVERIFY(dialog && dialog->isVisible());
         ::kill(pid_t(m_page->renderProcessPid()), SIGKILL);
         QTRY_VERIFY(!dialog);
+        const auto* reason = m_window->window()->findChild<QLabel*>(u"lblReason"_s);
+        QTRY_VERIFY(reason->text().endsWith(u"wurde unerwartet beendet (Signal 9)."_s));
     }
 
     void fullScreen()
