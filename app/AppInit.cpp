@@ -11,8 +11,8 @@
 #include "base/WindowGuards.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -88,10 +88,12 @@ void AppInit::SetDropDisabled(bool disable)
 
 bool AppInit::takeOver(const HandOver& handOver)
 {
-    if (!m_hooked || m_frame->isUnloading())
-        return false;
     constexpr qsizetype longestId = 1024; // the display takes no request of any length
     const QByteArray startupId = handOver.startupId.toUtf8().left(longestId);
+    if (m_frame->isUnloading())
+        showQuestion(handOver.activationToken.toUtf8(), startupId);
+    if (!m_hooked || m_frame->isUnloading())
+        return false;
     if (handOver.toFront || m_frame->isMinimized())
         startupNotice::letToFront(*m_frame, handOver.activationToken.toUtf8(), startupId);
     if (handOver.toFront) {
@@ -102,6 +104,19 @@ bool AppInit::takeOver(const HandOver& handOver)
     }
     startupNotice::end(startupId);
     return true;
+}
+
+void AppInit::showQuestion(const QByteArray& activationToken, const QByteArray& startupId)
+{
+    // Who is refused tries again for so long: that must not drag the user here each time.
+    constexpr qint64 pause = 30000;
+    QWidget* const question = QApplication::activeModalWidget();
+    if (question == nullptr || (m_questionShown.isValid() && !m_questionShown.hasExpired(pause)))
+        return;
+    m_questionShown.start();
+    startupNotice::letToFront(*question, activationToken, startupId);
+    question->raise();
+    question->activateWindow();
 }
 
 bool AppInit::WindowProc(int uMsg, const QString& address)

@@ -4,6 +4,8 @@
 #include "app/StartModule.h"
 #include "browser/frmBrowser.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 
 class MDIForm1;
@@ -46,12 +48,15 @@ public:
 private:
     void placeFrame();
     void tellOfDefaults(const QString& fault);
+    /// Brings forward what keeps a closing frame open.
+    void showQuestion(const QByteArray& activationToken, const QByteArray& startupId);
     void openFirstBrowser(const QString& startAddress);
 
     QString m_programFolder;
     QString m_title;
     QIcon m_frameIcon;
     QIcon m_childIcon;
+    QElapsedTimer m_questionShown;
     bool m_previousInstance = false;
     bool m_hooked = false;
     bool m_dropEnabled = false;

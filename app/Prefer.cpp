@@ -37,7 +37,7 @@ QByteArray beginningOf(const QString& path, qint64 count)
     }
     if (file.isSequential())
         return {};
-    const QByteArray bytes = file.read(count);
+    QByteArray bytes = file.read(count);
     if (file.error() != QFileDevice::NoError)
         throw FileError(path, file.errorString());
     return bytes;

@@ -47,11 +47,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=first_TIME"), patience);
 
         QWidget other;
-        other.setGeometry(300, 300, 400, 300);
-        other.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&other));
-        User::click(QPoint(500, 450));
-        QVERIFY(QTest::qWaitForWindowActive(&other));
+        cover(other);
         m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"second"_s));
         QCOMPARE(m_program->startAndWait({}), 0);
         QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=second_TIME"), patience);
@@ -72,8 +68,12 @@ private slots:
         User::press(u"alt+m o h Return"_s); // a new folder: the archive is changed
         m_run->terminate();
         QTRY_SEES(u"Meldung"_s);
+        QWidget other;
+        cover(other);
+        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"next"_s));
         QProcess next;
         m_program->start(next, {m_server->address(u"/blue"_s)});
+        QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience); // the question is shown
         QTest::qWait(500);
         QCOMPARE(next.state(), QProcess::Running);
         User::press(u"Return"_s);
@@ -125,6 +125,16 @@ private slots:
     }
 
 private:
+    /// Gives the keys to a window of another program.
+    static void cover(QWidget& other)
+    {
+        other.setGeometry(300, 300, 400, 300);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        User::click(other.geometry().center());
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+    }
+
     QByteArray m_heard;
 };
 
