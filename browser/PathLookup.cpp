@@ -3,6 +3,7 @@
 #include "browser/FileTable.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -28,7 +29,10 @@ QString withSlashes(QString path)
 
 QString percentDecoded(const QString& text)
 {
-    return QUrl::fromPercentEncoding(text.toUtf8());
+    // A "%" that begins no code is one of the name, as QUrl takes it too; left alone, the
+    // toolkit makes some character of what stands behind it.
+    static const QRegularExpression alone(u"%(?![0-9A-Fa-f]{2})"_s);
+    return QUrl::fromPercentEncoding(QString(text).replace(alone, u"%25"_s).toUtf8());
 }
 
 PathReading withoutTail(const QString& path)

@@ -41,6 +41,7 @@ const std::array known{
     Known{"FILE:/home/u/a.htm", "file:///home/u/a.htm"},
     Known{"file://LocalHost/home/u/a.htm?q#top", "file:///home/u/a.htm?q#top"},
     Known{"file:\\\\\\home\\u\\A b.htm", "file:///home/u/a%20b.htm"},
+    Known{"file://home\\u\\100%.htm/#::\\", "file:///home/u/100%25.htm#::/"},
     Known{"file:////home/u/x%2520y", "file:///home/u/x%2520y"},
     Known{"file:///home/u/c%231%3F.htm#top", "file:///home/u/c%231%3F.htm#top"},
     Known{"file:///D:/Liste.htm#top", "file:///mnt/Stick/Liste.htm#top"},
