@@ -1,5 +1,7 @@
 #include "base/ElidedLabel.h"
 
+#include "base/OneLineText.h"
+
 ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
 {
     setObjectName(name);
@@ -21,7 +23,6 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
 
 void ElidedLabel::elide()
 {
-    constexpr qsizetype visibleAtMost = 1000; // a link can be as long as a picture
-    setText(fontMetrics().elidedText(m_text.left(visibleAtMost), Qt::ElideMiddle,
-                                     contentsRect().width(), Qt::TextSingleLine));
+    setText(fontMetrics().elidedText(oneLineText(m_text), Qt::ElideMiddle, contentsRect().width(),
+                                     Qt::TextSingleLine));
 }

@@ -1,5 +1,7 @@
 #include "base/MessagePrompt.h"
 
+#include "base/OneLineText.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -45,10 +47,22 @@ protected:
     }
 };
 
+/// Names of files and programs in a message can be anybody's.
+QString withoutInvisible(const QString& text)
+{
+    QString shown;
+    const QList<uint> characters = text.toUcs4();
+    for (const uint c : characters) {
+        if (c == u'\n' || !isInvisible(c))
+            shown += QChar::fromUcs4(c);
+    }
+    return shown;
+}
+
 void fill(QMessageBox& box, const QString& text, const QString& title, Prompt::Icon icon)
 {
     box.setTextFormat(Qt::PlainText);
-    box.setText(text);
+    box.setText(withoutInvisible(text));
     box.setWindowTitle(title);
     box.setIcon(boxIcon(icon));
 }

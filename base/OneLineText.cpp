@@ -1,12 +1,27 @@
 #include "base/OneLineText.h"
 
+#include <QList>
+
+bool isInvisible(char32_t character)
+{
+    // Beyond the format marks the whole block is ignored by whatever draws text.
+    constexpr char32_t firstTag = 0xE0000;
+    constexpr char32_t lastTag = 0xE0FFF;
+    const QChar::Category category = QChar::category(character);
+    return category == QChar::Other_Control || category == QChar::Other_Format ||
+           (character >= firstTag && character <= lastTag);
+}
+
 QString oneLineText(const QString& text)
 {
     constexpr qsizetype visibleAtMost = 1000;
-    QString line = text.left(visibleAtMost);
-    for (QChar& c : line) {
-        if (c.isSpace() || c.category() == QChar::Other_Control)
-            c = u' ';
+    QString line;
+    const QList<uint> characters = QStringView(text).left(visibleAtMost).toUcs4();
+    for (const uint c : characters) {
+        if (QChar::isSpace(c) || QChar::category(c) == QChar::Other_Control)
+            line += u' ';
+        else if (!isInvisible(c))
+            line += QChar::fromUcs4(c);
     }
     return line;
 }

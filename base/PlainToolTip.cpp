@@ -1,12 +1,14 @@
 #include "base/PlainToolTip.h"
 
+#include "base/OneLineText.h"
+
 using namespace Qt::StringLiterals;
 
 QString plainToolTip(const QString& text)
 {
     constexpr qsizetype visibleAtMost = 500;
     constexpr qsizetype perLine = 80;
-    QString shown = text.left(visibleAtMost);
+    QString shown = oneLineText(text.left(visibleAtMost));
     if (text.size() > visibleAtMost)
         shown += u'…';
     for (qsizetype i = perLine; i < shown.size(); i += perLine + 1)

@@ -1,5 +1,7 @@
 #include "browser/PageTexts.h"
 
+#include "base/OneLineText.h"
+
 using namespace Qt::StringLiterals;
 
 QString StripQuotes(const QString& text)
@@ -30,6 +32,6 @@ Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locat
 
 QString windowCaption(const QString& text)
 {
-    QString caption = text;
+    QString caption = oneLineText(text);
     return caption.replace(u"[*]"_s, u"[*][*]"_s);
 }

@@ -29,5 +29,6 @@ struct Visit {
 Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locationUrl,
               const QString& locationName);
 
-/// `text` as a window caption: the toolkit reads "[*]" as a mark of its own.
+/// `text` as a window caption: on one line, without invisible characters. The toolkit reads "[*]"
+/// as a mark of its own.
 QString windowCaption(const QString& text);

@@ -1,5 +1,8 @@
 #include "browser/services/SiteText.h"
 
+#include "base/OneLineText.h"
+
+#include <QList>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -16,18 +19,19 @@ QString visible(const QString& text)
 {
     QString clean;
     clean.reserve(text.size());
-    for (const QChar c : text) {
-        const QChar::Category category = c.category();
+    const QList<uint> characters = text.toUcs4();
+    for (const uint c : characters) {
+        const QChar::Category category = QChar::category(c);
         if (c == u'\r') {
             continue;
         }
         if (c == u'\n' || category == QChar::Separator_Line ||
             category == QChar::Separator_Paragraph) {
             clean += u'\n';
-        } else if (c.isSpace()) {
+        } else if (QChar::isSpace(c)) {
             clean += u' ';
-        } else if (category != QChar::Other_Control && category != QChar::Other_Format) {
-            clean += c;
+        } else if (!isInvisible(c)) {
+            clean += QChar::fromUcs4(c);
         }
     }
     return clean;

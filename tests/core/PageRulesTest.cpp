@@ -1,3 +1,4 @@
+#include "browser/PageTexts.h"
 #include "browser/services/DesktopSchemes.h"
 #include "browser/services/DialogSilence.h"
 #include "browser/services/DownloadNames.h"
@@ -21,7 +22,10 @@ private slots:
         QCOMPARE(cleanText(QString(9000, u'x')).size(), 1501);
         QCOMPARE(cleanText(u"x\n"_s.repeated(500)).count(u'\n'), 20);
         QCOMPARE(cleanLine(u" a\nb "_s), u"a b"_s);
-        QCOMPARE(cleanLine(u"ab😀"_s, 3), u"ab…"_s); // no half character
+        const QString hidden = QString::fromUcs4(U"\U000E0041\U000E0100\U0001D173\u200F\u2066");
+        QCOMPARE(cleanText(hidden + u"a😀"_s), u"a😀"_s);
+        QCOMPARE(windowCaption(hidden + u"a😀\n[*]"_s), u"a😀 [*][*]"_s); // list and rows alike
+        QCOMPARE(cleanLine(u"ab😀"_s, 3), u"ab…"_s);                     // no half character
     }
 
     // Each takes a hundredth of a second at most; what looks at a text over and over again
