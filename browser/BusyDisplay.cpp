@@ -40,10 +40,15 @@ void BusyDisplay::start()
     emit switched(true);
 }
 
+void BusyDisplay::finish()
+{
+    showStep(0);
+    stop();
+}
+
 void BusyDisplay::stop()
 {
     m_timer.stop();
-    showStep(0);
     m_toolbar->showBusy(false);
     emit switched(false);
 }

@@ -13,8 +13,10 @@ public:
     explicit BusyDisplay(BrowserToolbar* toolbar, QObject* parent);
 
     void start();
-    /// Ends the ticks and hides everything.
+    /// Ends the ticks and hides everything; the hidden bar keeps its value.
     void stop();
+    /// As stop, and sets the bar back to its start.
+    void finish();
     /// One step of the bar: from its minimum to its maximum, then again.
     void advance();
 

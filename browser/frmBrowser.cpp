@@ -120,11 +120,11 @@ void frmBrowser::load()
 {
     m_shell.bOpenNewWindow(false);
     ignoringErrors([this] { InitEngine(); });
-    m_startingAddress = StripQuotes(m_startingAddress);
     // An empty window waits for an address, any other one for its page.
-    m_pageHadFocus = !m_startingAddress.isEmpty();
+    m_pageHadFocus = !StripQuotes(m_startingAddress).isEmpty();
     ignoringErrors([this] { show(); });
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
+    m_startingAddress = StripQuotes(m_startingAddress);
     if (!m_startingAddress.isEmpty()) {
         StartBusy();
         ignoringErrors([this] { m_engine->Navigate(m_startingAddress); });
@@ -214,7 +214,7 @@ void frmBrowser::busyTick()
         m_busy->advance();
         return;
     }
-    m_busy->stop();
+    m_busy->finish();
     caption(locationName());
     if (const auto own = document(); own && !own->Title.isEmpty())
         caption(own->Title);

@@ -173,11 +173,13 @@ private slots:
         w.click("Stop"); // keeps the caption of a nameless page
         QCOMPARE(w.browser->windowTitle(), u"In Bearbeitung..."_s);
         QVERIFY(!w.busy());
+        QCOMPARE(w.bar->value(), 1); // of the last step
         w.page->locationName = u"name"_s;
         w.page->busy = false;
         QMetaObject::invokeMethod(w.timer, "timeout", Qt::DirectConnection);
         QCOMPARE(w.browser->windowTitle(), u"name"_s);
         QTRY_VERIFY(w.bar->isHidden());
+        QCOMPARE(w.bar->value(), 0);
     }
 
     void pagesSizeTheirWindow()
@@ -190,6 +192,23 @@ private slots:
         emit w.page->WindowSetHeight(300);
         emit w.page->WindowSetWidth(400);
         QCOMPARE(w.browser->size(), QSize(frame.width() + 400 + 40, frame.height() + bars + 330));
+    }
+
+    void quotesGoBehindTheDrives()
+    {
+        OneWindow w;
+        QString seen;
+        frmBrowser* window = nullptr;
+        frmBrowser browser(w.frame(),
+                           {[](QWidget* parent) { return std::make_unique<FakeEngine>(parent); },
+                            [&] {
+                                seen = window->StartingAddress();
+                                return QStringList();
+                            }});
+        window = &browser;
+        browser.StartingAddress(u"\"a\""_s);
+        browser.load();
+        QCOMPARE(seen + browser.StartingAddress(), u"\"a\"a"_s);
     }
 
     void aPageMayKeepItsWindow()
