@@ -44,12 +44,20 @@ NoticeWindow::NoticeWindow(const QString& site, const QString& title, const QStr
     setFixedWidth(noticeWidth);
 }
 
-void NoticeWindow::appear(int others)
+void NoticeWindow::appear(const QList<QRect>& others)
 {
     adjustSize();
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint corner = screen.bottomRight() - QPoint(margin, margin);
-    move(corner - QPoint(width(), height() + others * (height() + margin)));
+    QRect place(QPoint(), size());
+    place.moveBottomRight(screen.bottomRight() - QPoint(margin, margin));
+    // Each one that is in the way lifts it, and there are no more of them than that.
+    for (qsizetype lifts = 0; lifts < others.size(); ++lifts) {
+        for (const QRect& other : others) {
+            if (other.intersects(place))
+                place.moveBottom(other.top() - margin);
+        }
+    }
+    move(place.topLeft());
     show();
     QTimer::singleShot(lifeTime, this, &QWidget::close);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QList>
 
 /// A notice in the corner of the screen that takes no focus and goes by itself
 /// after a while. A click answers it and takes it away.
@@ -10,8 +11,8 @@ public:
     /// All texts are plain. It deletes itself.
     NoticeWindow(const QString& site, const QString& title, const QString& text);
 
-    /// Shows it, above `others` notices that are still there.
-    void appear(int others);
+    /// Shows it as low in its corner as the places of the `others` leave room.
+    void appear(const QList<QRect>& others);
 
 signals:
     void clicked();

@@ -39,6 +39,9 @@ void Notices::show(std::unique_ptr<QWebEngineNotification> notification)
     connect(window, &NoticeWindow::clicked, shown, &QWebEngineNotification::click);
     connect(shown, &QWebEngineNotification::closed, window, &QWidget::close);
     shown->show();
-    window->appear(static_cast<int>(m_windows.size()));
+    QList<QRect> places;
+    for (const auto& other : m_windows)
+        places.append(other->geometry());
+    window->appear(places);
     m_windows.append(window);
 }

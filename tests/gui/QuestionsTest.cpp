@@ -1,6 +1,7 @@
 #include "GuiTest.h"
 
 #include "base/MessagePrompt.h"
+#include "browser/services/NoticeWindow.h"
 #include "browser/services/PageDialogs.h"
 
 #include <QCheckBox>
@@ -34,6 +35,24 @@ private slots:
             QCOMPARE(answer.isAccepted, isAccepted);
             QVERIFY(answer.isChecked);
         }
+    }
+
+    void noticesLeaveEachOtherRoom()
+    {
+        const auto notice = [](int lines, const QList<QRect>& others) {
+            auto* const window = new NoticeWindow(u"s"_s, u"t"_s, u"x\n"_s.repeated(lines));
+            window->appear(others);
+            return std::unique_ptr<NoticeWindow>(window);
+        };
+        auto low = notice(1, {});
+        const QRect lowest = low->geometry();
+        const auto high = notice(5, {lowest});
+        QVERIFY(high->geometry().bottom() < lowest.top());
+        low.reset();
+        const auto larger = notice(3, {high->geometry()}); // the gap is too small for it
+        QVERIFY(!larger->geometry().intersects(high->geometry()));
+        const auto smaller = notice(1, {high->geometry(), larger->geometry()});
+        QCOMPARE(smaller->geometry(), lowest);
     }
 
     void everyTextFits()
