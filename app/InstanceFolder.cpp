@@ -1,5 +1,7 @@
 #include "app/InstanceFolder.h"
 
+#include "base/SystemReason.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -18,7 +20,7 @@ std::string objection(const std::string& path, mode_t forbidden, Links links)
     struct stat info = {};
     const int flags = links == Links::Refuse ? AT_SYMLINK_NOFOLLOW : 0;
     if (::fstatat(AT_FDCWD, path.c_str(), &info, flags) != 0)
-        return std::strerror(errno);
+        return systemReason(errno);
     if (!S_ISDIR(info.st_mode))
         return "kein Ordner";
     if (info.st_uid != ::geteuid())
@@ -26,7 +28,7 @@ std::string objection(const std::string& path, mode_t forbidden, Links links)
     if ((info.st_mode & forbidden) != 0)
         return "ist für andere Benutzer zugänglich";
     if (::faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
-        return std::strerror(errno);
+        return systemReason(errno);
     if (InstanceFolder{path, {}}.socketPath().size() >= sizeof(sockaddr_un::sun_path))
         return "der Name ist zu lang";
     return {};

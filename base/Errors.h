@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/OneLineText.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -33,7 +35,7 @@ public:
 class ConversionError : public Error {
 public:
     explicit ConversionError(const QString& value)
-        : Error(QStringLiteral("'%1' ist keine Zahl.").arg(value))
+        : Error(QStringLiteral("'%1' ist keine Zahl.").arg(oneLineText(value)))
     {
     }
 };
@@ -42,7 +44,7 @@ public:
 class DuplicateKeyError : public Error {
 public:
     explicit DuplicateKeyError(const QString& key)
-        : Error(QStringLiteral("Der Schlüssel '%1' ist bereits vergeben.").arg(key))
+        : Error(QStringLiteral("Der Schlüssel '%1' ist bereits vergeben.").arg(oneLineText(key)))
     {
     }
 };
@@ -51,7 +53,7 @@ public:
 class NotFoundError : public Error {
 public:
     explicit NotFoundError(const QString& which)
-        : Error(QStringLiteral("Das Element '%1' ist nicht vorhanden.").arg(which))
+        : Error(QStringLiteral("Das Element '%1' ist nicht vorhanden.").arg(oneLineText(which)))
     {
     }
 };
@@ -59,12 +61,9 @@ public:
 /// A file could not be opened, read, written or removed.
 class FileError : public Error {
 public:
-    /// `reason` is the system's own description, as QFileDevice::errorString() gives it.
-    FileError(const QString& path, const QString& reason)
-        : Error(QStringLiteral("Die Datei '%1' ist nicht zugänglich: %2").arg(path, reason)),
-          m_path(path)
-    {
-    }
+    /// `reason` is the system's own description, as QFileDevice::errorString() gives it;
+    /// the text says the common ones in German.
+    FileError(const QString& path, const QString& reason);
 
     const QString& path() const { return m_path; }
 

@@ -22,5 +22,12 @@ QByteArray readOrCreateFile(const QString& path, qint64 limit);
 /// Renames the ".bak" to `path` if there is no file of that name.
 void takeBackupBack(const QString& path);
 
-/// Writes `bytes` over whatever `path` names, without a copy. Throws FileError.
+/// Writes `bytes` to whatever `path` names, links, devices and files of several names
+/// included. Throws FileError; a file that was there has its old content then, and none
+/// is left where there was none.
 void writeFile(const QString& path, const QByteArray& bytes);
+
+/// Removes the files that `replaceFile` and `writeFile` have begun in `folder` and never
+/// put in their place, as the program was killed. Files of any other name stay, and those
+/// that are being written.
+void removeAbandonedFiles(const QString& folder);

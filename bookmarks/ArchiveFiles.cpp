@@ -1,12 +1,40 @@
 #include "bookmarks/ArchiveFiles.h"
 
 #include "base/Errors.h"
+#include "base/SafeFile.h"
 #include "bookmarks/DefaultArchive.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr std::size_t faultsShown = 8;
+
+QString joined(const QString& first, const QString& second)
+{
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u"\n\n"_s + second;
+}
+
+QString keptText(const QStringList& names)
+{
+    if (names.isEmpty())
+        return {};
+    QString text = u"Das Verzeichnis des Archivs ('Book.bkm') fehlte, war leer oder "
+                   "abgeschnitten. Was es nicht mehr nennt, ist aufgehoben als:\n"_s;
+    for (const QString& name : names.first(std::min<qsizetype>(names.size(), faultsShown)))
+        text += u"\n'"_s + name + u'\'';
+    if (names.size() > qsizetype{faultsShown})
+        text += u"\n... und %1 weitere"_s.arg(names.size() - qsizetype{faultsShown});
+    return text;
+}
+
+Error folderNotRead(const Thema& folder, const QString& wanted)
+{
+    return Error(u"Der Ordner '"_s + oneLineText(folder.DirName()) +
+                 u"' konnte nicht gelesen werden. Er kann erst "_s + wanted +
+                 u" werden, wenn er wieder geladen ist."_s);
+}
 } // namespace
 
 Book& ArchiveFiles::book()
@@ -18,13 +46,17 @@ Book& ArchiveFiles::book()
 
 QString ArchiveFiles::load()
 {
+    QString kept;
     m_shown.reset();
     m_loadFailed = true;
     try {
-        if (!book().LoadAllThema()) {
+        removeAbandonedFiles(m_programFolder);
+        const bool hasFolders = book().LoadAllThema();
+        kept = keptText(keepUnlistedFiles(m_programFolder, listedFiles(hasFolders)));
+        if (!hasFolders) {
             createDefaultArchive(book(), m_programFolder);
             m_loadFailed = false;
-            return unwritten();
+            return joined(kept, unwritten());
         }
     } catch (const Error& error) {
         return faultText(u"Das Archiv konnte nicht gelesen werden und bleibt unverändert:"_s,
@@ -33,8 +65,9 @@ QString ArchiveFiles::load()
     m_loadFailed = false;
     book().loadFolders();
     m_shown = book().colThema();
-    return faultText(u"Diese Ordner konnten nicht gelesen werden und bleiben unverändert:"_s,
-                     book().filesNotRead());
+    return joined(kept,
+                  faultText(u"Diese Ordner konnten nicht gelesen werden und bleiben unverändert:"_s,
+                            book().filesNotRead()));
 }
 
 QString ArchiveFiles::save()
@@ -63,19 +96,42 @@ bool ArchiveFiles::isChanged()
     return false;
 }
 
-void ArchiveFiles::checkReadable() const
+QSet<QString> ArchiveFiles::listedFiles(bool hasFolders)
+{
+    QSet<QString> names;
+    if (hasFolders)
+        for (const auto& folder : *book().colThema())
+            names << folder->FileName();
+    return names;
+}
+
+void ArchiveFiles::checkReadable(const QString& wanted) const
 {
     if (m_loadFailed)
-        throw Error(u"Das Archiv konnte nicht gelesen werden. Es kann erst geändert werden, "
-                    "wenn es wieder geladen ist."_s);
+        throw Error(u"Das Archiv konnte nicht gelesen werden. Es kann erst "_s + wanted +
+                    u" werden, wenn es wieder geladen ist."_s);
+}
+
+void ArchiveFiles::checkReadable() const
+{
+    checkReadable(u"geändert"_s);
 }
 
 void ArchiveFiles::checkReadable(const Thema& folder)
 {
     if (folder.refusesChanges())
-        throw Error(u"Der Ordner '"_s + folder.DirName() +
-                    u"' konnte nicht gelesen werden. Er kann erst geändert werden, "
-                    "wenn er wieder geladen ist."_s);
+        throw folderNotRead(folder, u"geändert"_s);
+}
+
+void ArchiveFiles::checkExportable(const Thema* folder)
+{
+    const QString wanted = u"exportiert"_s;
+    checkReadable(wanted);
+    if (!book().colThema())
+        return;
+    for (const auto& one : *book().colThema())
+        if ((folder == nullptr || one.get() == folder) && one->refusesChanges())
+            throw folderNotRead(*one, wanted);
 }
 
 QString faultText(const QString& heading, const std::vector<ArchiveFault>& faults)
@@ -89,9 +145,9 @@ QString faultText(const QString& heading, const std::vector<ArchiveFault>& fault
             break;
         }
         const ArchiveFault& fault = faults[i];
-        text += u"\n\n'"_s + fault.fileName + u'\'';
+        text += u"\n\n'"_s + oneLineText(fault.fileName) + u'\'';
         if (!fault.dirName.isEmpty())
-            text += u" (Ordner '"_s + fault.dirName + u"')"_s;
+            text += u" (Ordner '"_s + oneLineText(fault.dirName) + u"')"_s;
         text += u":\n"_s + fault.reason;
     }
     return text;

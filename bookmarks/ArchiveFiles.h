@@ -3,6 +3,7 @@
 #include "bookmarks/Book.h"
 
 #include <QPoint>
+#include <QSet>
 #include <QSize>
 #include <QString>
 
@@ -25,7 +26,8 @@ public:
 
     /// Reads index and folders; an archive without folders becomes the default
     /// one. Changes that were not saved are gone, their mark stays. Returns what
-    /// could not be read, as a text for the user, else an empty one.
+    /// could not be read, and what an index that is no longer whole does not list and
+    /// was kept, as a text for the user, else an empty one.
     QString load();
     /// The folders for the tree: null when the load found none or failed.
     const std::shared_ptr<ThemaCollection>& shownFolders() const { return m_shown; }
@@ -41,8 +43,14 @@ public:
     void checkReadable() const;
     /// Throws Error if this folder's file could not be read.
     static void checkReadable(const Thema& folder);
+    /// Throws Error unless all that is to be exported could be read: one folder, or the
+    /// whole archive where it is null. An export would write over an older one.
+    void checkExportable(const Thema* folder);
 
 private:
+    void checkReadable(const QString& wanted) const;
+    QSet<QString> listedFiles(bool hasFolders);
+
     QString m_programFolder;
     bool m_loadFailed = false;
     std::unique_ptr<Book> m_book;

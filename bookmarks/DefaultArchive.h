@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QSet>
+#include <QStringList>
 
 class Book;
 
@@ -8,7 +9,12 @@ class Book;
 /// saves both. Call it only after a load that found no folder, never after one
 /// that failed.
 ///
-/// Files of folders ("1.bkm", ...) with content, left over from an archive whose index
-/// is gone, are kept as "1.bkm.alt" and so on (".alt2", ... when that is taken). Throws FileError,
-/// and changes nothing, when it cannot be. The save itself throws nothing.
+/// Throws nothing.
 void createDefaultArchive(Book& book, const QString& programFolder);
+
+/// Keeps what an index that is gone, empty or cut off has left behind, before new folders
+/// take its name: the files of folders that are not `listed` ("1.bkm", ...) become
+/// "1.bkm.alt" and so on (".alt2", ... when that is taken), a cut index is copied.
+/// Nothing happens where the index is whole and lists folders. Returns the bare names.
+/// Throws FileError, and goes no further, when something cannot be kept.
+QStringList keepUnlistedFiles(const QString& programFolder, const QSet<QString>& listed);

@@ -31,7 +31,7 @@ QString archivedUrl(const QString& dropped)
     const QString path = dropped.sliced(match.capturedLength() - 1);
     static const QRegularExpression tail(u"[?#]"_s);
     const QString name = path.left(path.indexOf(tail)); // -1: the whole
-    const QString decoded = QUrl::fromPercentEncoding(name.toUtf8());
+    const QString decoded = QUrl(u"file://"_s + name).toLocalFile();
     if (decoded.contains(QChar(QChar::ReplacementCharacter))) // the name is no text
         return dropped;
     return decoded + path.sliced(name.size());

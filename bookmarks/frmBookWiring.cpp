@@ -39,10 +39,17 @@ void frmBook::connectItems()
 void frmBook::connectExports()
 {
     const auto folder = [this](const QString& kind) {
-        return [this, kind] { BookExport(m_shell, this).ExportFolder(kind, selectedFolder()); };
+        return [this, kind] {
+            const auto selected = selectedFolder();
+            m_files.checkExportable(selected.get());
+            BookExport(m_shell, this).ExportFolder(kind, selected);
+        };
     };
     const auto archive = [this](const QString& kind) {
-        return [this, kind] { BookExport(m_shell, this).ExportArchive(kind, Buch()); };
+        return [this, kind] {
+            m_files.checkExportable(nullptr);
+            BookExport(m_shell, this).ExportArchive(kind, Buch());
+        };
     };
     m_byItem[u"mn_expdetText"_s] = folder(u"Text"_s);
     m_byItem[u"mn_expdetHtml"_s] = folder({});

@@ -1,9 +1,12 @@
 #include "SampleArchive.h"
+#include "base/SafeFile.h"
+#include "bookmarks/ArchiveFiles.h"
 
 #include <QDir>
 
 #include <csignal>
 #include <sys/resource.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -102,6 +105,35 @@ private slots:
         writeBytes(name, golden(u"12.bkm"_s));
         folder->LoadBookmarks();
         QVERIFY(!folder->refusesChanges());
+    }
+
+    void failedExportsKeepTheOldFile()
+    {
+        const QString old = file(u"old"_s);
+        const QString twin = file(u"twin"_s);
+        writeBytes(old, "old");
+        for (bool isTwin : {false, true}) { // written anew, and in place
+            if (isTwin)
+                QCOMPARE(::link(qPrintable(old), qPrintable(twin)), 0);
+            const FullDisk disk(800);
+            QVERIFY_THROWS_EXCEPTION(FileError, writeFile(old, QByteArray(1000, 'x')));
+            QVERIFY_THROWS_EXCEPTION(FileError, writeFile(file(u"new"_s), QByteArray(1000, 'x')));
+        }
+        QCOMPARE(bytesOf(old), "old"_ba);
+        QCOMPARE(QDir(path()).entryList(QDir::Files).join(u' '), u"old twin"_s);
+    }
+
+    void messagesAreGermanAndClean()
+    {
+        const auto text = [](const QString& name, int code) {
+            return FileError(name, qt_error_string(code)).text();
+        };
+        QCOMPARE(text(u"a\x1b[2J\n\u202E"_s + QString::fromUcs4(U"\U000E0041"), EROFS),
+                 u"Die Datei 'a [2J ' ist nicht zugänglich: Der Datenträger ist "
+                 "schreibgeschützt."_s);
+        QVERIFY(text(u"a"_s, EBADMSG).endsWith(qt_error_string(EBADMSG)));
+        QCOMPARE(faultText(u"-"_s, {{u"O\n"_s, u"1\x07.bkm"_s, u"r"_s}}),
+                 u"-\n\n'1 .bkm' (Ordner 'O '):\nr"_s);
     }
 
     void fullDiskLosesNothing()

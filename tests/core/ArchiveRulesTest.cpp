@@ -96,6 +96,7 @@ private slots:
         check(u"file:///C:/a file:///b"_s, u"C:\\a b"_s, u"a b"_s);
         check(u"file:///home/u/a%20b.htm"_s, u"/home/u/a b.htm"_s, u"a b.htm"_s);
         check(u"file:///home/u/c%23.htm#top"_s, u"/home/u/c#.htm#top"_s, u"c#.htm#top"_s);
+        check(u"file:///home/100%.htm"_s, u"/home/100%.htm"_s, u"100%.htm"_s);
         check(u"file:///home/%E4"_s, u"file:///home/%E4"_s, u"%E4"_s);
     }
 

@@ -8,6 +8,9 @@
 #include <QDir>
 #include <QTimeZone>
 
+#include <sys/file.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 class ArchiveTest : public TestCase {
@@ -99,10 +102,16 @@ private slots:
     {
         writeBytes(path(u"1.bkm.bak"_s), "old");
         writeBytes(path(u"12.bkm"_s), "older");
-        Book book(path());
-        createDefaultArchive(book, path());
+        QCOMPARE(keepUnlistedFiles(path(), {}).join(u' '), u"1.bkm.alt 12.bkm.alt"_s);
         QCOMPARE(bytesOf(path(u"1.bkm.alt"_s)), "old"_ba);
         QCOMPARE(bytesOf(path(u"12.bkm.alt"_s)), "older"_ba);
+        writeBytes(path(u"2.bkm"_s), "listed");
+        writeBytes(path(u"3.bkm"_s), "lost");
+        writeBytes(path(u"Book.bkm"_s), QByteArray(themaRecordSize, ' '));
+        QCOMPARE(keepUnlistedFiles(path(), {u"2.bkm"_s}), QStringList());
+        writeBytes(path(u"Book.bkm"_s), QByteArray(themaRecordSize + 1, ' '));
+        QCOMPARE(keepUnlistedFiles(path(), {u"2.bkm"_s}).join(u' '), u"Book.bkm.alt 3.bkm.alt"_s);
+        QCOMPARE(keepUnlistedFiles(path(), {u"2.bkm"_s}), QStringList()); // is kept already
     }
 
     void exportsGoldenFiles()
@@ -142,10 +151,38 @@ private slots:
     void exportWritesOverWhatIsThere()
     {
         const QString file = path(u"Export ü.txt"_s);
+        const QString link = path(u"link"_s);
         writeBytes(file, QByteArray(1000, 'x'));
-        writeFile(file, "kurz");
+        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(QFile::link(file, link));
+        writeFile(link, "kurz");
         QCOMPARE(bytesOf(file), "kurz"_ba);
+        QVERIFY(QFileInfo(link).isSymLink());
+        QVERIFY(!QFileInfo(file).permissions().testFlag(QFile::ReadOther));
+        const QString twin = path(u"twin"_s);
+        QCOMPARE(::link(QFile::encodeName(file).constData(), QFile::encodeName(twin).constData()),
+                 0);
+        writeFile(file, "beide");
+        QCOMPARE(bytesOf(twin), "beide"_ba);
+        const QString folder = path();
+        QVERIFY_THROWS_EXCEPTION(FileError, writeFile(folder, "x"));
         QVERIFY_THROWS_EXCEPTION(FileError, writeFile(u"/dev/full"_s, QByteArray(100000, 'x')));
+        QCOMPARE(QDir(path()).entryList({u"tessera*"_s}), QStringList());
+    }
+
+    void abandonedFilesGo()
+    {
+        const QStringList gone{u"6.bkm.OMftUi"_s, u"Book.bkm.aBcDeF"_s, u"tessera-0123abcd.neu"_s};
+        const QStringList stay{u"6.bkm"_s,        u"6.bkm.Backup"_s, u"6.bkm.backup"_s,
+                               u"6.bkm.OMftU1"_s, u"liste.OMftUi"_s, u"tessera-0123abcd.neu2"_s};
+        for (const QString& name : gone + stay)
+            writeBytes(path(name), "x");
+        QFile busy(path(u"tessera-00000000.neu"_s)); // another copy is at it
+        QVERIFY(busy.open(QIODevice::WriteOnly) && ::flock(busy.handle(), LOCK_EX) == 0);
+        removeAbandonedFiles(path());
+        for (const QString& name : stay)
+            QVERIFY2(QFile::exists(path(name)), qPrintable(name));
+        QCOMPARE(QDir(path()).entryList(QDir::Files).size(), stay.size() + 1);
     }
 
 private:

@@ -15,6 +15,10 @@ private slots:
         f.open();
         QTRY_COMPARE(f.shown(), QString());
         QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(f.path(u"Book.bkm"_s)));
+        writeBytes(f.path(u"x"_s), "older");
+        f.choose(u"mn_ExpTxt"); // asks for no name
+        QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"exportiert"_s));
+        QCOMPARE(f.bytes(u"x"_s), "older"_ba);
         f.window->Buch().IsEdit(true);
         f.choose(u"mn_Speichern");
         QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"nicht geschrieben"_s));
@@ -29,11 +33,24 @@ private slots:
         f.open();
         QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"'1.bkm' (Ordner 'A')"_s));
         f.select(u"A"_s);
-        for (const char16_t* item : {u"mn_AttrOrdner", u"mn_DelOrdner", u"mn_Hinzufügen"}) {
+        for (const char16_t* item :
+             {u"mn_AttrOrdner", u"mn_DelOrdner", u"mn_Hinzufügen", u"mn_ExpHtml"}) {
             f.choose(item);
             QCOMPARE(f.shell.fakePrompt.takeTexts().size(), 1);
         }
         QCOMPARE(f.held(), u"A() B()"_s);
+    }
+
+    void cutIndex()
+    {
+        ArchiveFixture f;
+        writeBytes(f.path(u"Book.bkm"_s), f.bytes(u"Book.bkm"_s).left(300));
+        f.open();
+        QStringList texts;
+        QTRY_VERIFY(!(texts += f.shell.fakePrompt.takeTexts()).isEmpty());
+        QCOMPARE(texts.size(), 1);
+        QVERIFY(texts[0].endsWith(u"'Book.bkm.alt'\n'1.bkm.alt'"_s));
+        f.choose(u"mn_Laden"); // says it once
     }
 
     void unwritableFolder()
@@ -59,6 +76,9 @@ private slots:
         prompt.answerFileName(f.path(u"missing/x"_s));
         f.choose(u"mn_ExpTxt");
         QVERIFY(prompt.takeTexts().value(1).startsWith(u"Meldung|Exclamation|Die Datei "_s));
+        prompt.answerFileName(f.path(u""_s));
+        f.choose(u"mn_ExpTxt");
+        QVERIFY(prompt.takeTexts().value(1).endsWith(u": Es ist ein Ordner."_s));
         const QString name = f.path(u"x #1"_s);
         for (const auto& [item, start] : {std::pair{u"mn_expdetText", "Thema: A\r\n\r\nU"},
                                           {u"mn_expdetHtml", "<HTML><BODY>"},
