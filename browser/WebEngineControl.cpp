@@ -74,8 +74,11 @@ void WebEngineControl::connectLoading()
         m_visits.titleChanged(pageState());
         emit TitleChange(title);
     });
-    connect(m_page, &WebEnginePage::frameReported, this,
-            [this](const FrameReport& report) { m_visits.reported(report, pageState()); });
+    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
+        if (const QUrl url(report.address); report.isMainFrame && WebErrorPage::isAt(url))
+            m_errorPage = url;
+        m_visits.reported(report, pageState());
+    });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
 }
@@ -231,9 +234,13 @@ WebPageState WebEngineControl::pageState() const
     }
     const QWebEngineHistory& history = *m_page->history();
     const QWebEngineHistoryItem item = history.currentItem();
-    return {m_page->url(),
-            m_page->title(),
-            {history.currentItemIndex(), item.url(), item.lastVisited()}};
+    QUrl url = m_page->url();
+    // [6.8] A document may report itself before the page's address has followed it.
+    const bool isErrorPage = WebErrorPage::isContent(item.url());
+    const bool isBehind = isErrorPage != WebErrorPage::isAt(url) || url.isEmpty();
+    if (isBehind && !item.url().isEmpty() && item.url().scheme() != "about"_L1)
+        url = isErrorPage ? m_errorPage : item.url();
+    return {url, m_page->title(), {history.currentItemIndex(), item.url(), item.lastVisited()}};
 }
 
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)

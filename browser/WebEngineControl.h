@@ -81,6 +81,8 @@ private:
     quint32 m_turn = 0;
     /// The last text that was no address.
     QString m_noAddress;
+    /// The error page that was shown last, by its own word.
+    QUrl m_errorPage;
     /// Handed to the engine, which begins a while later when many windows load.
     bool m_isStarting = false;
     bool m_isLent = false;

@@ -46,6 +46,9 @@ void startSpellCheck(QWebEngineProfile& profile)
 {
     const QStringList languages =
         spellLanguages(dictionariesIn(dictionaryFolder()), QLocale::system().uiLanguages());
+    // Asked to look for none, the engine tells the terminal that it has found none [6.8].
+    if (languages.isEmpty())
+        return;
     profile.setSpellCheckLanguages(languages);
-    profile.setSpellCheckEnabled(!languages.isEmpty());
+    profile.setSpellCheckEnabled(true);
 }
