@@ -7,6 +7,7 @@
 #include "app/ShellEntry.h"
 #include "app/StartupNotice.h"
 #include "base/MessagePrompt.h"
+#include "base/OneLineText.h"
 #include "browser/AddressResolver.h"
 #include "browser/DriveList.h"
 #include "browser/FileTable.h"
@@ -42,7 +43,7 @@ public:
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override
     {
         if (m_unattended)
-            qWarning().noquote() << "Tessera:" << text;
+            qWarning().noquote() << "Tessera:" << messageText(text);
         else
             MessagePrompt::tell(parent, text, title, icon);
     }

@@ -47,22 +47,10 @@ protected:
     }
 };
 
-/// Names of files and programs in a message can be anybody's.
-QString withoutInvisible(const QString& text)
-{
-    QString shown;
-    const QList<uint> characters = text.toUcs4();
-    for (const uint c : characters) {
-        if (c == u'\n' || !isInvisible(c))
-            shown += QChar::fromUcs4(c);
-    }
-    return shown;
-}
-
 void fill(QMessageBox& box, const QString& text, const QString& title, Prompt::Icon icon)
 {
     box.setTextFormat(Qt::PlainText);
-    box.setText(withoutInvisible(text));
+    box.setText(messageText(text));
     box.setWindowTitle(title);
     box.setIcon(boxIcon(icon));
 }

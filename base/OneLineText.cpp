@@ -12,6 +12,17 @@ bool isInvisible(char32_t character)
            (character >= firstTag && character <= lastTag);
 }
 
+QString messageText(const QString& text)
+{
+    QString shown;
+    const QList<uint> characters = text.toUcs4();
+    for (const uint c : characters) {
+        if (c == u'\n' || !isInvisible(c))
+            shown += QChar::fromUcs4(c);
+    }
+    return shown;
+}
+
 QString oneLineText(const QString& text)
 {
     constexpr qsizetype visibleAtMost = 1000;

@@ -50,9 +50,9 @@ QString ArchiveFiles::load()
     m_shown.reset();
     m_loadFailed = true;
     try {
-        removeAbandonedFiles(m_programFolder);
         const bool hasFolders = book().LoadAllThema();
-        kept = keptText(keepUnlistedFiles(m_programFolder, listedFiles(hasFolders)));
+        removeAbandonedFiles(m_programFolder);
+        kept = keepUnlisted(hasFolders);
         if (!hasFolders) {
             createDefaultArchive(book(), m_programFolder);
             m_loadFailed = false;
@@ -103,6 +103,17 @@ QSet<QString> ArchiveFiles::listedFiles(bool hasFolders)
         for (const auto& folder : *book().colThema())
             names << folder->FileName();
     return names;
+}
+
+QString ArchiveFiles::keepUnlisted(bool hasFolders)
+{
+    try {
+        return keptText(keepUnlistedFiles(m_programFolder, listedFiles(hasFolders)));
+    } catch (const FileError& error) {
+        if (!hasFolders) // the default archive would take the names of what is there
+            throw;
+        return error.text();
+    }
 }
 
 void ArchiveFiles::checkReadable(const QString& wanted) const

@@ -50,6 +50,7 @@ public:
 private:
     void checkReadable(const QString& wanted) const;
     QSet<QString> listedFiles(bool hasFolders);
+    QString keepUnlisted(bool hasFolders);
 
     QString m_programFolder;
     bool m_loadFailed = false;

@@ -1,3 +1,4 @@
+#include "base/OneLineText.h"
 #include "browser/PageTexts.h"
 #include "browser/services/DesktopSchemes.h"
 #include "browser/services/DialogSilence.h"
@@ -24,6 +25,7 @@ private slots:
         QCOMPARE(cleanLine(u" a\nb "_s), u"a b"_s);
         const QString hidden = QString::fromUcs4(U"\U000E0041\U000E0100\U0001D173\u200F\u2066");
         QCOMPARE(cleanText(hidden + u"a😀"_s), u"a😀"_s);
+        QCOMPARE(messageText(hidden + u"a\x1b[2J\nb"_s), u"a[2J\nb"_s);
         QCOMPARE(windowCaption(hidden + u"a😀\n[*]"_s), u"a😀 [*][*]"_s); // list and rows alike
         QCOMPARE(cleanLine(u"ab😀"_s, 3), u"ab…"_s);                     // no half character
     }
