@@ -68,7 +68,7 @@ void AppInit::tellOfDefaults(const QString& fault)
 
 void AppInit::placeFrame()
 {
-    m_frame->resize(toPixels(m_prefer->MdiWidth()), toPixels(m_prefer->MdiHeight()));
+    m_frame->openAt({toPixels(m_prefer->MdiWidth()), toPixels(m_prefer->MdiHeight())});
 }
 
 void AppInit::openFirstBrowser(const QString& startAddress)

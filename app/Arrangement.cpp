@@ -16,30 +16,112 @@ Span part(int whole, int count, int i, int least)
     return {from, i == count - 1 ? std::max(whole - from, least) : length};
 }
 
-QRect cascaded(QSize area, int i, int step, QSize least)
+int dividedUp(int count, int parts)
 {
-    const QSize size = (area * 3 / 4).expandedTo(least);
-    const int room = std::min(area.width() - size.width(), area.height() - size.height());
-    const int places = std::max(room / std::max(step, 1), 0) + 1;
-    const int offset = (i % places) * step;
-    return {QPoint(offset, offset), size};
+    return (count + parts - 1) / parts;
 }
-} // namespace
 
-std::vector<QRect> arrangedPlaces(QSize area, int count, Arrangement mode, int step, QSize least)
+int columnsFor(QSize area, int count, QSize readable)
 {
+    const int rows = std::max(area.height() / readable.height(), 1);
+    const int most = std::clamp(area.width() / readable.width(), 1, dividedUp(count, 2));
+    const int longest = dividedUp(count, std::min(dividedUp(count, rows), most));
+    return dividedUp(count, longest);
+}
+
+/// Children one under the other, column by column.
+std::vector<QRect> stacked(QSize area, int count, const ChildSizes& sizes)
+{
+    const int columns = columnsFor(area, count, sizes.readable);
     std::vector<QRect> places;
-    for (int i = 0; i < count; ++i) {
-        if (mode == Arrangement::TileHorizontal) {
-            const Span rows = part(area.height(), count, i, least.height());
-            places.emplace_back(0, rows.from, std::max(area.width(), least.width()), rows.length);
-        } else if (mode == Arrangement::TileVertical) {
-            const Span columns = part(area.width(), count, i, least.width());
-            places.emplace_back(columns.from, 0, columns.length,
-                                std::max(area.height(), least.height()));
-        } else if (mode == Arrangement::Cascade) {
-            places.push_back(cascaded(area, i, step, least));
+    for (int column = 0; column < columns; ++column) {
+        const Span across = part(area.width(), columns, column, sizes.least.width());
+        const int rows = count / columns + (column < count % columns ? 1 : 0);
+        for (int row = 0; row < rows; ++row) {
+            const Span down = part(area.height(), rows, row, sizes.least.height());
+            places.emplace_back(across.from, down.from, across.length, down.length);
         }
     }
     return places;
+}
+
+QSize extentOf(const std::vector<QRect>& places)
+{
+    QRect all;
+    for (const QRect& place : places)
+        all |= place;
+    return all.size();
+}
+
+std::vector<QRect> stackedBesideScrollBars(QSize area, int count, const ChildSizes& sizes)
+{
+    std::vector<QRect> places = stacked(area, count, sizes);
+    // A bar takes room from the other direction too, which would then want a bar of its own.
+    const QSize extent = extentOf(places);
+    const QSize bars(extent.height() > area.height() ? sizes.scrollBar : 0,
+                     extent.width() > area.width() ? sizes.scrollBar : 0);
+    return bars.isNull() ? places : stacked(area - bars, count, sizes);
+}
+
+std::vector<QRect> sideBySide(QSize area, int count, ChildSizes sizes)
+{
+    sizes.least.transpose();
+    sizes.readable.transpose();
+    std::vector<QRect> places = stackedBesideScrollBars(area.transposed(), count, sizes);
+    for (QRect& place : places)
+        place = {place.y(), place.x(), place.height(), place.width()};
+    return places;
+}
+
+QSize cascadedSize(QSize area, QSize least)
+{
+    return (area * 3 / 4).expandedTo(least);
+}
+
+/// How many children of a cascade begin at places of their own.
+int cascadeLength(QSize area, QSize size, int step)
+{
+    const int room = std::min(area.width() - size.width(), area.height() - size.height());
+    return std::max(room / std::max(step, 1), 0) + 1;
+}
+
+std::vector<QRect> cascaded(QSize area, int count, const ChildSizes& sizes)
+{
+    const QSize size = cascadedSize(area, sizes.least);
+    const int length = cascadeLength(area, size, sizes.step);
+    std::vector<QRect> places;
+    for (int i = 0; i < count; ++i) {
+        const int offset = (i % length) * sizes.step;
+        places.emplace_back(QPoint(offset, offset), size);
+    }
+    return places;
+}
+} // namespace
+
+std::vector<QRect> arrangedPlaces(QSize area, int count, Arrangement mode, const ChildSizes& sizes)
+{
+    if (count < 1)
+        return {};
+    switch (mode) {
+    case Arrangement::TileHorizontal:
+        return stackedBesideScrollBars(area, count, sizes);
+    case Arrangement::TileVertical:
+        return sideBySide(area, count, sizes);
+    case Arrangement::Cascade:
+        return cascaded(area, count, sizes);
+    case Arrangement::None:
+        break;
+    }
+    return {};
+}
+
+QRect nextCascadePlace(QSize area, const std::vector<QPoint>& taken, const ChildSizes& sizes)
+{
+    const int length = cascadeLength(area, cascadedSize(area, sizes.least), sizes.step);
+    const std::vector<QRect> places = cascaded(area, length, sizes);
+    const auto isFree = [&](const QRect& place) {
+        return std::find(taken.begin(), taken.end(), place.topLeft()) == taken.end();
+    };
+    const auto free = std::find_if(places.begin(), places.end(), isFree);
+    return free != places.end() ? *free : places[taken.size() % places.size()];
 }

@@ -1,11 +1,17 @@
 #include "app/ChildArea.h"
 
+#include "browser/frmBrowser.h"
+
 #include <QDropEvent>
-#include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyle>
 
 #include <algorithm>
+
+namespace {
+constexpr QSize readablePage(240, 160);
+} // namespace
 
 ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
 {
@@ -14,59 +20,98 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
     setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
 }
 
-void ChildArea::addChild(QMdiSubWindow* child)
+void ChildArea::addChild(frmBrowser* child)
 {
+    const ChildSizes sizes = sizesOf({child});
+    std::vector<QPoint> taken;
+    const QList<frmBrowser*> others = laidOutChildren(CreationOrder);
+    for (const frmBrowser* other : others) {
+        if (!other->isMaximized())
+            taken.push_back(other->pos());
+    }
     // Before the frame is shown the area has no size of its own yet.
-    const QSize size = (isVisible() ? viewport()->size() : window()->size()) * 3 / 4;
+    const QSize room = isVisible() ? roomAboveIcons() : window()->size();
     addSubWindow(child);
-    child->resize(size.expandedTo(child->minimumSizeHint()));
+    child->setGeometry(nextCascadePlace(room, taken, sizes));
+    connect(child, &frmBrowser::placedByHand, this, [this] { m_inForce = Arrangement::None; });
+    connect(child, &QMdiSubWindow::windowStateChanged, this,
+            [this](Qt::WindowStates before, Qt::WindowStates now) {
+                constexpr Qt::WindowStates placeless = Qt::WindowMinimized | Qt::WindowMaximized;
+                // The area may have changed while the child had no place in it.
+                if ((before & placeless) && !(now & placeless))
+                    layOut();
+            });
 }
 
 void ChildArea::arrange(Arrangement mode)
 {
+    m_inForce = mode;
     if (mode == Arrangement::None)
         return;
-    // A cascade keeps the order in which the children lie over each other.
-    const auto order = mode == Arrangement::Cascade ? StackingOrder : CreationOrder;
-    QList<QMdiSubWindow*> children;
-    const QList<QMdiSubWindow*> all = subWindowList(order);
-    std::copy_if(all.begin(), all.end(), std::back_inserter(children),
-                 [](QMdiSubWindow* child) { return !child->isMinimized() && !child->isHidden(); });
     // Restoring a child makes it the active one.
     QMdiSubWindow* const active = currentSubWindow();
-    QSize least(0, 0);
-    for (QMdiSubWindow* child : children) {
+    const QList<frmBrowser*> children = laidOutChildren(CreationOrder);
+    for (frmBrowser* child : children) {
         if (child->isMaximized())
             child->showNormal();
-        least = least.expandedTo(child->minimumSizeHint());
     }
-    const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
-    const auto places =
-        arrangedPlaces(roomAboveIcons(), static_cast<int>(children.size()), mode, step, least);
-    for (qsizetype i = 0; i < children.size(); ++i)
-        children[i]->setGeometry(places[static_cast<std::size_t>(i)]);
+    layOut();
     if (active != nullptr)
         setActiveSubWindow(active);
 }
 
-QSize ChildArea::roomAboveIcons() const
+void ChildArea::layOut()
 {
-    QSize room = viewport()->size();
-    int top = room.height();
-    const QList<QMdiSubWindow*> all = subWindowList();
-    for (const QMdiSubWindow* child : all) {
-        if (child->isMinimized() && child->y() >= room.height() / 2)
-            top = std::min(top, child->y());
+    m_laidOutIn = maximumViewportSize();
+    // A cascade keeps the order in which the children lie over each other.
+    const QList<frmBrowser*> children =
+        laidOutChildren(m_inForce == Arrangement::Cascade ? StackingOrder : CreationOrder);
+    const std::vector<QRect> places = arrangedPlaces(
+        roomAboveIcons(), static_cast<int>(children.size()), m_inForce, sizesOf(children));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        frmBrowser* const child = children[static_cast<qsizetype>(i)];
+        if (!child->isMaximized())
+            child->setGeometry(places[i]);
     }
-    room.setHeight(top);
-    return room;
 }
 
-bool ChildArea::hasMaximizedChild() const
+QList<frmBrowser*> ChildArea::laidOutChildren(QMdiArea::WindowOrder order) const
 {
+    QList<frmBrowser*> children;
+    const QList<QMdiSubWindow*> all = subWindowList(order);
+    for (QMdiSubWindow* window : all) {
+        auto* const child = qobject_cast<frmBrowser*>(window);
+        if (child != nullptr && !child->isMinimized() && !child->isHidden())
+            children.append(child);
+    }
+    return children;
+}
+
+ChildSizes ChildArea::sizesOf(const QList<frmBrowser*>& children) const
+{
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
+    const int border = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, this);
+    ChildSizes sizes{QSize(0, 0), readablePage, title, verticalScrollBar()->sizeHint().width()};
+    int bars = 0;
+    for (const frmBrowser* child : children) {
+        sizes.least = sizes.least.expandedTo(child->minimumSizeHint());
+        bars = std::max(bars, child->barsHeight());
+    }
+    sizes.readable.rheight() += title + border + bars;
+    return sizes;
+}
+
+QSize ChildArea::roomAboveIcons() const
+{
+    const int height = viewport()->height();
+    int icons = 0;
     const QList<QMdiSubWindow*> all = subWindowList();
-    return std::any_of(all.begin(), all.end(),
-                       [](const QMdiSubWindow* child) { return child->isMaximized(); });
+    for (const QMdiSubWindow* child : all) {
+        if (child->isMinimized() && child->y() >= height / 2)
+            icons = std::max(icons, height - child->y());
+    }
+    // Scroll bars that are there now go when the children have their places.
+    return maximumViewportSize() - QSize(0, icons);
 }
 
 void ChildArea::acceptAddresses(bool accept)
@@ -93,6 +138,15 @@ bool ChildArea::viewportEvent(QEvent* event)
         break;
     }
     return QMdiArea::viewportEvent(event);
+}
+
+void ChildArea::resizeEvent(QResizeEvent* event)
+{
+    QMdiArea::resizeEvent(event);
+    // Scroll bars that come and go resize the area too: a page's window that hangs over
+    // may stay as the page wants it.
+    if (m_laidOutIn != maximumViewportSize())
+        layOut();
 }
 
 bool ChildArea::isFree(const QPoint& position) const

@@ -6,19 +6,21 @@
 #include <QMdiArea>
 
 class QDropEvent;
+class frmBrowser;
 
-/// The frame's client area. It moves its children only when it is told to.
-/// Its free part takes drops and opens the frame's context menu.
+/// The frame's client area. An arrangement that it is told to make is in force until
+/// the user moves or sizes a child by hand, or none is wanted any more: children then
+/// follow the area's size. Its free part takes drops and opens the frame's context menu.
 class ChildArea : public QMdiArea {
     Q_OBJECT
 public:
     explicit ChildArea(QWidget* parent);
 
-    /// Restores maximised children and lays out all but the minimised ones.
+    /// Restores maximised children and lays out all but the minimised ones. None leaves
+    /// the children as they are from now on.
     void arrange(Arrangement mode);
-    /// Adds a child at a sensible size, not yet shown.
-    void addChild(QMdiSubWindow* child);
-    bool hasMaximizedChild() const;
+    /// Adds a child inside the area, not yet shown.
+    void addChild(frmBrowser* child);
     /// Whether the free part accepts drops.
     void acceptAddresses(bool accept);
 
@@ -28,12 +30,21 @@ signals:
 
 protected:
     bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// Lays the children out by the arrangement in force; maximised ones stay so.
+    void layOut();
+    /// The children that an arrangement places.
+    QList<frmBrowser*> laidOutChildren(QMdiArea::WindowOrder order) const;
+    ChildSizes sizesOf(const QList<frmBrowser*>& children) const;
     QSize roomAboveIcons() const;
     bool isFree(const QPoint& position) const;
     bool drag(QDropEvent& event);
     bool drop(QDropEvent& event);
 
     bool m_acceptAddresses = false;
+    Arrangement m_inForce = Arrangement::None;
+    /// The area without scroll bars, when the children were last laid out.
+    QSize m_laidOutIn;
 };

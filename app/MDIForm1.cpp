@@ -16,7 +16,8 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QPointer>
-#include <QTimer>
+#include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -57,6 +58,11 @@ void MDIForm1::MDIForm_Load()
 void MDIForm1::MDIForm_Activate()
 {
     showStatusBar();
+    if (m_isPlaced)
+        return;
+    m_isPlaced = true;
+    if (!isMaximized() && !isMinimized())
+        stayOnScreen(frameGeometry().size() - size());
 }
 
 void MDIForm1::VisitUrl(const QString& url)
@@ -135,6 +141,24 @@ void MDIForm1::dropMode(bool manual)
     m_area->acceptAddresses(manual);
 }
 
+void MDIForm1::openAt(const QSize& size)
+{
+    m_bounded = {};
+    resize(size);
+    // The window manager's own decoration is not known before the frame is shown.
+    stayOnScreen({0, style()->pixelMetric(QStyle::PM_TitleBarHeight)});
+}
+
+void MDIForm1::stayOnScreen(const QSize& decoration)
+{
+    const QSize room = screen()->availableSize() - decoration;
+    if (height() > room.height())
+        m_bounded.setHeight(room.height());
+    if (width() > room.width())
+        m_bounded.setWidth(room.width());
+    resize(size().boundedTo(room));
+}
+
 void MDIForm1::bringToFront()
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -202,19 +226,6 @@ bool MDIForm1::event(QEvent* event)
     return QMainWindow::event(event);
 }
 
-void MDIForm1::showEvent(QShowEvent* event)
-{
-    QMainWindow::showEvent(event);
-    if (m_wasShown)
-        return;
-    m_wasShown = true;
-    // Only now has the area its real size.
-    QTimer::singleShot(0, this, [this] {
-        if (!m_area->hasMaximizedChild())
-            applyArrangement();
-    });
-}
-
 void MDIForm1::closeEvent(QCloseEvent* event)
 {
     event->ignore();
@@ -264,9 +275,9 @@ void MDIForm1::storeSizeAndState()
 {
     Prefer& stored = preferences();
     const qint16 state = isMinimized() ? 1 : isMaximized() ? 2 : 0;
-    if (state == 0) {
+    if (state == 0 && height() != m_bounded.height())
         stored.MdiHeight(toStoredTwips(height()));
+    if (state == 0 && width() != m_bounded.width())
         stored.MdiWidth(toStoredTwips(width()));
-    }
     stored.MdiState(state);
 }

@@ -79,6 +79,9 @@ public:
     void showStatusBar();
     /// Whether dropped addresses are taken (the drop mode).
     void dropMode(bool manual);
+    /// Sizes the frame, bounded by what the screen has room for. A side that is as it was
+    /// bounded when the frame closes is not stored.
+    void openAt(const QSize& size);
     /// Restores a minimised frame, brings it to the front and lays out its
     /// children again; a maximised frame stays maximised.
     void restoreIfMinimized();
@@ -102,7 +105,6 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
@@ -112,6 +114,7 @@ private:
     void ShowActiveChild();
     void unloadChildren();
     void storeSizeAndState();
+    void stayOnScreen(const QSize& decoration);
 
     StartModule& m_start;
     Prompt& m_prompt;
@@ -133,7 +136,9 @@ private:
     bool m_statusBarCurr = false;
     qint32 m_windowNumber = 0;
     bool m_openNewWindow = false;
-    bool m_wasShown = false;
     bool m_unloading = false;
+    bool m_isPlaced = false;
+    /// Sides that the screen had no room for, as they are shown instead; else -1.
+    QSize m_bounded;
     QList<std::function<bool()>> m_endChecks;
 };

@@ -10,6 +10,7 @@
 #include "browser/services/SpellCheck.h"
 #include "browser/services/StoredWebData.h"
 
+#include <QQuickWidget>
 #include <QTimer>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -29,6 +30,17 @@ std::unique_ptr<QWebEngineProfile> makeProfile()
     announceAssistiveTools();
     announceDarkDesktop();
     return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
+}
+
+/// The first page in a window that is already there makes the toolkit replace it by one
+/// that the engine can draw into, without the state, the place and the flags that it had
+/// (seen with Qt 6.4.2). A window that has held such a child from the start stays.
+void prepareForPages(QWidget& frame)
+{
+    auto* const child = new QQuickWidget(&frame);
+    child->setObjectName(u"firstPageSurface"_s);
+    child->resize(0, 0);
+    child->hide();
 }
 } // namespace
 
@@ -63,6 +75,7 @@ void WebEngineHost::serve(Shell& shell, QWidget* frame, PageAsker& asker)
     m_desk->asker = &asker;
     m_shell = &shell;
     m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile);
+    prepareForPages(*frame);
     QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
                      [this] {
                          PermissionRequests::forget(*m_profile, m_desk->permissions);

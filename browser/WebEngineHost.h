@@ -26,7 +26,8 @@ public:
     EngineFactory factory();
 
     /// Gives the pages the frame that their services work with, its window, and
-    /// who puts their questions to the user. All outlive every engine.
+    /// who puts their questions to the user. All outlive every engine. The window must
+    /// not have been shown yet.
     void serve(Shell& shell, QWidget* frame, PageAsker& asker);
     /// Whether the program may end; asks the user if something would be lost.
     bool mayEnd();

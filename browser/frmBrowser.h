@@ -48,6 +48,8 @@ public:
     void InitEngine();
     /// Runs the layout again, after a bar was shown or hidden.
     void PubResize();
+    /// What the bars that are shown take of the window's height, in pixels.
+    int barsHeight() const;
     /// The window has become the active one.
     void activated();
     /// Whether the window has left the frame's books and is about to go.
@@ -67,7 +69,12 @@ public:
     /// As the button "Refresh", past the engine's cache.
     void refreshPastCache();
 
+signals:
+    /// The user has moved or sized the window with the mouse or the keyboard.
+    void placedByHand();
+
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

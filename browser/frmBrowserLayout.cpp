@@ -31,6 +31,22 @@ bool frmBrowser::eventFilter(QObject* watched, QEvent* event)
     return QMdiSubWindow::eventFilter(watched, event);
 }
 
+bool frmBrowser::event(QEvent* event)
+{
+    if (event->type() != QEvent::MouseMove && event->type() != QEvent::KeyPress)
+        return QMdiSubWindow::event(event);
+    const QRect before = geometry();
+    const bool isHandled = QMdiSubWindow::event(event);
+    if (geometry() != before && !isMaximized() && !isMinimized())
+        emit placedByHand();
+    return isHandled;
+}
+
+int frmBrowser::barsHeight() const
+{
+    return bars().shownHeight();
+}
+
 BrowserBars frmBrowser::bars() const
 {
     return {m_toolbar->sizeHint().height(), m_addressBar->panelHeight(), isToolbarShown(),

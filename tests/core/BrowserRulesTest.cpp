@@ -39,21 +39,60 @@ private slots:
         QCOMPARE(windowHeightFor(2000000000, 3600, 200, hidden), 30000001830LL);
     }
 
+    void arrangements_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QSize>("area");
+        QTest::addColumn<QList<QRect>>("places");
+        const auto row = [](const char* name, int mode, QSize area, const QList<QRect>& places) {
+            QTest::newRow(name) << mode << int(places.size()) << area << places;
+        };
+        const QSize wide(800, 301);
+        row("none", -1, wide, {});
+        row("rows", 1, {400, 601}, {{0, 0, 400, 200}, {0, 200, 400, 200}, {0, 400, 400, 201}});
+        row("columns", 2, {801, 99}, {{0, 0, 267, 99}, {267, 0, 267, 99}, {534, 0, 267, 99}});
+        row("two rows, however low", 1, wide, {{0, 0, 800, 150}, {0, 150, 800, 151}});
+        row("low rows become columns", 1, wide,
+            {{0, 0, 266, 150},
+             {0, 150, 266, 151},
+             {266, 0, 266, 150},
+             {266, 150, 266, 151},
+             {532, 0, 268, 301}});
+        row("narrow columns become rows", 2, {500, 401},
+            {{0, 0, 250, 200}, {250, 0, 250, 200}, {0, 200, 500, 201}});
+        row("no room for more columns", 1, {250, 301},
+            {{0, 0, 250, 100}, {0, 100, 250, 100}, {0, 200, 250, 101}});
+        row("beside a scroll bar", 1, {250, 301},
+            {{0, 0, 234, 90}, {0, 90, 234, 90}, {0, 180, 234, 90}, {0, 270, 234, 90}});
+        row("above a scroll bar", 2, {70, 301}, {{0, 0, 50, 285}, {50, 0, 50, 285}});
+        const QSize part(300, 226);
+        row("cascade", 0, {400, 301},
+            {{{0, 0}, part}, {{30, 30}, part}, {{60, 60}, part}, {{0, 0}, part}});
+    }
+
     void arrangements()
     {
-        using Places = std::vector<QRect>;
-        const auto places = [](int mode, int count) {
-            const auto all = arrangedPlaces(QSize(400, 301), count, static_cast<Arrangement>(mode),
-                                            30, {50, 90});
-            return Places(all.begin(), all.end());
-        };
-        QCOMPARE(places(1, 3), (Places{{0, 0, 400, 100}, {0, 100, 400, 100}, {0, 200, 400, 101}}));
-        QCOMPARE(places(2, 3), (Places{{0, 0, 133, 301}, {133, 0, 133, 301}, {266, 0, 134, 301}}));
-        const QSize part(300, 226);
-        QCOMPARE(places(0, 4),
-                 (Places{{{0, 0}, part}, {{30, 30}, part}, {{60, 60}, part}, {{0, 0}, part}}));
-        QCOMPARE(places(1, 4).back(), QRect(0, 270, 400, 90)); // more than fit
+        QFETCH(const int, mode);
+        QFETCH(const int, count);
+        QFETCH(const QSize, area);
+        const auto places =
+            arrangedPlaces(area, count, static_cast<Arrangement>(mode), arrangedSizes);
+        QTEST(QList<QRect>(places.begin(), places.end()), "places");
     }
+
+    void nextInACascade()
+    {
+        const auto corner = [](const std::vector<QPoint>& taken) {
+            return nextCascadePlace({400, 301}, taken, arrangedSizes).topLeft();
+        };
+        QCOMPARE(corner({}), QPoint(0, 0));
+        QCOMPARE(corner({{0, 0}, {60, 60}, {31, 30}}), QPoint(30, 30)); // the first one free
+        QCOMPARE(corner({{0, 0}, {60, 60}, {30, 30}, {0, 0}}), QPoint(30, 30));
+    }
+
+private:
+    static constexpr ChildSizes arrangedSizes{{50, 90}, {240, 150}, 30, 16};
 };
 
 QTEST_APPLESS_MAIN(BrowserRulesTest)

@@ -115,6 +115,12 @@ void User::resize(const QString& title, const QSize& size)
           QString::number(size.height())});
 }
 
+void User::move(const QString& title, const QPoint& place)
+{
+    tool(
+        {u"windowmove"_s, windowOf(title), QString::number(place.x()), QString::number(place.y())});
+}
+
 void User::keepPictureOfFailure()
 {
     if (!QTest::currentTestFailed())

@@ -30,6 +30,7 @@ public:
     static void drag(const QPoint& from, const QPoint& to);
     static void minimise(const QString& title);
     static void resize(const QString& title, const QSize& size);
+    static void move(const QString& title, const QPoint& place);
 
     /// Saves a picture of the display beside the test programs when the running
     /// test has failed.
