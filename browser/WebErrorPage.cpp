@@ -1,5 +1,8 @@
 #include "browser/WebErrorPage.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -7,6 +10,12 @@ namespace {
 constexpr int mostShown = 1000;
 const QString scheme = u"tessera-error"_s;
 const QString head = u"<!DOCTYPE html>\n<html lang=\"de\" class=\"tessera\"><head>"_s;
+const QString style = uR"(<style>
+body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
+       padding: 0 1.5em; }
+h1 { font-size: 1.5em; font-weight: normal; }
+code { overflow-wrap: anywhere; white-space: pre-wrap; background: #e8e8e8; padding: 0.1em 0.3em; }
+</style>)"_s;
 
 QString shortened(const QString& typed)
 {
@@ -31,17 +40,30 @@ bool WebErrorPage::isContent(const QUrl& url)
            url.path(QUrl::FullyDecoded).section(u',', 1).startsWith(head);
 }
 
+bool WebErrorPage::isEnginesOwn(const QString& address)
+{
+    return address.startsWith("chrome-error:"_L1);
+}
+
+QString WebErrorPage::replacement(const QString& reason)
+{
+    const QString body = u"<h1>Unsichere Verbindung</h1><p>"_s +
+                         reason.toHtmlEscaped().replace(u"\n\n"_s, u"</p><p>"_s) +
+                         u"</p><p>Die Seite wurde nicht geöffnet. „Neu laden“ (F5) fragt "
+                         "noch einmal.</p>"_s;
+    const QByteArray texts =
+        QJsonDocument(QJsonArray{style + body, u"Unsichere Verbindung"_s}).toJson();
+    return u"(([html, title]) => { document.documentElement.innerHTML = html;"
+           "document.title = title })(%1)"_s.arg(QString::fromUtf8(texts));
+}
+
 QString WebErrorPage::html(const QString& typed)
 {
     const QString reason = typed.trimmed().isEmpty()
                                ? u"Es wurde keine Adresse eingegeben."_s
                                : u"Das ist keine Adresse, die sich öffnen lässt:"_s;
-    return head + uR"(<meta charset="utf-8"><title>Keine gültige Adresse</title><style>
-body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
-       padding: 0 1.5em; }
-h1 { font-size: 1.5em; font-weight: normal; }
-code { overflow-wrap: anywhere; white-space: pre-wrap; background: #e8e8e8; padding: 0.1em 0.3em; }
-</style></head><body>
+    return head + uR"(<meta charset="utf-8"><title>Keine gültige Adresse</title>)"_s + style +
+           uR"(</head><body>
 <h1>Keine gültige Adresse</h1>
 <p>)"_s + reason +
            u"</p>\n<p><code>"_s + shortened(typed).toHtmlEscaped() + uR"(</code></p>

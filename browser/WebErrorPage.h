@@ -15,6 +15,12 @@ bool isContent(const QUrl& url);
 /// The page in German, with the typed text (a very long one shortened).
 QString html(const QString& typed);
 
+/// Whether a document at `address` is a page of the engine's about an error.
+bool isEnginesOwn(const QString& address);
+/// A script that puts "Unsichere Verbindung" and `reason`, plain text with empty lines between
+/// its paragraphs, in the place of such a page's own words.
+QString replacement(const QString& reason);
+
 /// The address of the page at `url` as the user sees it: the typed text for
 /// the error page, the fully encoded address for any other.
 QString shownAddress(const QUrl& url);

@@ -18,7 +18,7 @@ QString readable(const QString& address)
 /// A page of the engine's own, or of this program, in place of the page wanted.
 bool isStandIn(const FrameReport& report, const WebPageState& page)
 {
-    return report.address.startsWith("chrome-error:"_L1) || WebErrorPage::isAt(page.url);
+    return WebErrorPage::isEnginesOwn(report.address) || WebErrorPage::isAt(page.url);
 }
 
 bool isWithinDocument(const QUrl& target, const QUrl& url)

@@ -1,11 +1,12 @@
 #include "browser/services/AskingPage.h"
 
-#include "base/WindowGuards.h"
-#include "browser/WebEnginePage.h"
-#include "browser/services/QuestionDesk.h"
-
 AskingPage::AskingPage(QuestionDesk& desk, Shell& shell, QWidget* window, WebEnginePage& page)
     : m_desk(desk), m_shell(shell), m_window(window), m_page(page)
+{
+}
+
+AskingPage::Open::Open(AskingPage& asking)
+    : m_question(asking.m_page), m_hold(asking.m_desk.queue), m_noDrops(asking.m_shell)
 {
 }
 
@@ -15,9 +16,7 @@ auto AskingPage::asking(const Ask& ask) -> decltype(ask(std::declval<PageAsker&>
     if (!m_window || m_page.isRetired()) {
         return {};
     }
-    const WebEnginePage::Question question(m_page);
-    const QuestionQueue::Hold hold(m_desk.queue);
-    const DropsDisabled noDrops(m_shell);
+    const Open open(*this);
     return ask(*m_desk.asker);
 }
 

@@ -1,15 +1,13 @@
 #pragma once
 
+#include "base/WindowGuards.h"
+#include "browser/WebEnginePage.h"
 #include "browser/services/PageAsker.h"
+#include "browser/services/QuestionDesk.h"
 
 #include <QPointer>
-#include <QWidget>
 
 #include <functional>
-
-class Shell;
-class WebEnginePage;
-struct QuestionDesk;
 
 /// Puts the questions of one page to the user. The page lives on while one is
 /// open; what asks must expect that its window is gone afterwards.
@@ -17,6 +15,18 @@ class AskingPage {
 public:
     /// All but `window` outlive the page, and this object goes with it.
     AskingPage(QuestionDesk& desk, Shell& shell, QWidget* window, WebEnginePage& page);
+
+    /// While one lives, the user is asked: the page lives on, the questions of others
+    /// wait, and the frame takes no drops.
+    class Open {
+    public:
+        explicit Open(AskingPage& asking);
+
+    private:
+        WebEnginePage::Question m_question;
+        QuestionQueue::Hold m_hold;
+        DropsDisabled m_noDrops;
+    };
 
     WebEnginePage& page() const { return m_page; }
     QuestionDesk& desk() const { return m_desk; }

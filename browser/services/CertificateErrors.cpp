@@ -1,59 +1,61 @@
 #include "browser/services/CertificateErrors.h"
 
 #include "browser/WebEnginePage.h"
+#include "browser/WebErrorPage.h"
 #include "browser/services/AskingPage.h"
 #include "browser/services/QuestionDesk.h"
 #include "browser/services/SiteText.h"
 
 #include <QSslCertificate>
 #include <QWebEngineCertificateError>
+#include <QWebEngineScript>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-using Error = QWebEngineCertificateError;
+using CertificateError = QWebEngineCertificateError;
 
-QString problem(Error::Type type)
+QString problem(CertificateError::Type type)
 {
     switch (type) {
-    case Error::CertificateCommonNameInvalid:
+    case CertificateError::CertificateCommonNameInvalid:
         return u"Das Zertifikat gehört zu einem anderen Namen."_s;
-    case Error::CertificateDateInvalid:
+    case CertificateError::CertificateDateInvalid:
         return u"Das Zertifikat ist abgelaufen oder noch nicht gültig."_s;
-    case Error::CertificateAuthorityInvalid:
+    case CertificateError::CertificateAuthorityInvalid:
         return u"Das Zertifikat stammt von einer Stelle, der dieser Rechner nicht vertraut."_s;
-    case Error::CertificateNoRevocationMechanism:
-    case Error::CertificateUnableToCheckRevocation:
+    case CertificateError::CertificateNoRevocationMechanism:
+    case CertificateError::CertificateUnableToCheckRevocation:
         return u"Ob das Zertifikat gesperrt ist, lässt sich nicht prüfen."_s;
-    case Error::CertificateRevoked:
+    case CertificateError::CertificateRevoked:
         return u"Das Zertifikat ist gesperrt."_s;
-    case Error::CertificateWeakSignatureAlgorithm:
+    case CertificateError::CertificateWeakSignatureAlgorithm:
         return u"Das Zertifikat ist mit einem veralteten Verfahren unterschrieben."_s;
-    case Error::CertificateNonUniqueName:
+    case CertificateError::CertificateNonUniqueName:
         return u"Das Zertifikat gilt für einen Namen, der nicht eindeutig ist."_s;
-    case Error::CertificateWeakKey:
+    case CertificateError::CertificateWeakKey:
         return u"Der Schlüssel des Zertifikats ist zu schwach."_s;
-    case Error::CertificateNameConstraintViolation:
+    case CertificateError::CertificateNameConstraintViolation:
         return u"Die Stelle darf für diesen Namen keine Zertifikate ausstellen."_s;
-    case Error::CertificateValidityTooLong:
+    case CertificateError::CertificateValidityTooLong:
         return u"Das Zertifikat ist länger gültig, als erlaubt ist."_s;
-    case Error::CertificateTransparencyRequired:
+    case CertificateError::CertificateTransparencyRequired:
         return u"Das Zertifikat steht in keinem öffentlichen Verzeichnis."_s;
-    case Error::CertificateSymantecLegacy:
+    case CertificateError::CertificateSymantecLegacy:
         return u"Der Stelle, die das Zertifikat ausgestellt hat, wird nicht mehr vertraut."_s;
-    case Error::CertificateKnownInterceptionBlocked:
+    case CertificateError::CertificateKnownInterceptionBlocked:
         return u"Das Zertifikat dient dazu, Verbindungen abzuhören."_s;
-    case Error::SslPinnedKeyNotInCertificateChain:
+    case CertificateError::SslPinnedKeyNotInCertificateChain:
         return u"Der Server hat einen anderen Schlüssel als den, den er angekündigt hat."_s;
-    case Error::SslObsoleteVersion:
+    case CertificateError::SslObsoleteVersion:
         return u"Der Server verschlüsselt nach einem veralteten Verfahren."_s;
     default:
         return u"Das Zertifikat ist fehlerhaft."_s;
     }
 }
 
-QByteArray keyOf(const Error& error)
+QByteArray keyOf(const CertificateError& error)
 {
     const QList<QSslCertificate> chain = error.certificateChain();
     const QByteArray digest =
@@ -63,10 +65,15 @@ QByteArray keyOf(const Error& error)
     return server + digest;
 }
 
-PageQuestion question(const Error& error)
+QString statement(const CertificateError& error)
 {
-    const QString start = u"%1 kann nicht nachweisen, der richtige Server zu sein.\n\n%2\n\n"_s.arg(
+    return u"%1 kann nicht nachweisen, der richtige Server zu sein.\n\n%2"_s.arg(
         siteName(error.url()), problem(error.type()));
+}
+
+PageQuestion question(const CertificateError& error)
+{
+    const QString start = statement(error) + u"\n\n"_s;
     if (!error.isOverridable()) {
         return {.title = u"Unsichere Verbindung"_s,
                 .text = start + u"Die Seite lässt sich nicht öffnen."_s};
@@ -88,8 +95,10 @@ CertificateErrors::CertificateErrors(AskingPage& asking, QObject* parent)
             [this](const QUrl& url, bool isMainFrame) {
                 if (isMainFrame) {
                     m_target = url;
+                    m_refused.clear();
                 }
             });
+    connect(&asking.page(), &WebEnginePage::frameReported, this, &CertificateErrors::explain);
     connect(&asking.page(), &QWebEnginePage::certificateError, this, &CertificateErrors::met);
 }
 
@@ -98,13 +107,13 @@ bool CertificateErrors::isOfPage(const QUrl& url) const
     return url.matches(m_target, QUrl::RemoveFragment);
 }
 
-bool CertificateErrors::isTrusted(const Error& error) const
+bool CertificateErrors::isTrusted(const CertificateError& error) const
 {
     // Trusted once, a certificate may turn out to be worse: revoked, say.
     return error.isOverridable() && m_asking.desk().trustedCertificates.contains(keyOf(error));
 }
 
-void CertificateErrors::met(Error error)
+void CertificateErrors::met(CertificateError error)
 {
     if (isTrusted(error)) {
         error.acceptCertificate();
@@ -116,7 +125,7 @@ void CertificateErrors::met(Error error)
     }
 }
 
-void CertificateErrors::ask(Error error)
+void CertificateErrors::ask(CertificateError error)
 {
     if (!isTrusted(error) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
         const PageAnswer answer = m_asking.ask(question(error));
@@ -127,6 +136,18 @@ void CertificateErrors::ask(Error error)
     if (isTrusted(error)) {
         error.acceptCertificate();
     } else {
+        m_refused = statement(error);
         error.rejectCertificate();
     }
+}
+
+void CertificateErrors::explain(const FrameReport& report)
+{
+    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty()) {
+        return;
+    }
+    // The engine says that the page is not there at present. Its own page stays, for its place
+    // in the history, and for "reload", which asks again.
+    m_asking.page().runJavaScript(WebErrorPage::replacement(m_refused),
+                                  QWebEngineScript::ApplicationWorld);
 }

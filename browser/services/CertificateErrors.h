@@ -5,6 +5,7 @@
 
 class AskingPage;
 class QWebEngineCertificateError;
+struct FrameReport;
 
 /// Asks whether a page may be opened though its server cannot prove who it is.
 /// Only a page itself is asked about; what it takes from such servers is refused.
@@ -18,8 +19,12 @@ private:
     void ask(QWebEngineCertificateError error);
     bool isTrusted(const QWebEngineCertificateError& error) const;
     bool isOfPage(const QUrl& url) const;
+    /// Has the engine's page in place of the one refused say why it stands there.
+    void explain(const FrameReport& report);
 
     AskingPage& m_asking;
     /// Where the page is going or has gone.
     QUrl m_target;
+    /// Why the user has refused to open it; empty if he has not.
+    QString m_refused;
 };

@@ -2,12 +2,11 @@
 
 #include "browser/WebEnginePage.h"
 #include "browser/services/AskingPage.h"
+#include "browser/services/PageInput.h"
 #include "browser/services/QuestionDesk.h"
 #include "browser/services/SiteText.h"
 
-#include <QChildEvent>
 #include <QDesktopServices>
-#include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
 
@@ -18,33 +17,11 @@ constexpr qint64 clickLasts = 1000; // milliseconds
 
 } // namespace
 
-DesktopLinks::DesktopLinks(AskingPage& asking, QWebEngineView* view, QObject* parent)
+DesktopLinks::DesktopLinks(AskingPage& asking, const PageInput& input, QObject* parent)
     : QObject(parent), m_asking(asking)
 {
-    // Input goes to a widget that the engine puts into the view, now and again a new one.
-    view->installEventFilter(this);
-    const QObjectList children = view->children();
-    for (QObject* child : children) {
-        child->installEventFilter(this);
-    }
+    connect(&input, &PageInput::used, this, [this] { m_sinceInput.start(); });
     connect(&asking.page(), &WebEnginePage::desktopAddressMet, this, &DesktopLinks::met);
-}
-
-bool DesktopLinks::eventFilter(QObject* watched, QEvent* event)
-{
-    switch (event->type()) {
-    case QEvent::ChildAdded:
-        static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
-        break;
-    case QEvent::MouseButtonRelease:
-    case QEvent::KeyPress:
-    case QEvent::TouchEnd:
-        m_sinceInput.start();
-        break;
-    default:
-        break;
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 bool DesktopLinks::takeClick()

@@ -5,17 +5,14 @@
 #include <QUrl>
 
 class AskingPage;
-class QWebEngineView;
+class PageInput;
 
 /// Hands addresses of other programs ("mailto:" and so on) to the desktop, when
 /// the user has clicked on one and agrees.
 class DesktopLinks : public QObject {
     Q_OBJECT
 public:
-    DesktopLinks(AskingPage& asking, QWebEngineView* view, QObject* parent);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    DesktopLinks(AskingPage& asking, const PageInput& input, QObject* parent);
 
 private:
     void met(const QUrl& url, bool isUsersOwn);

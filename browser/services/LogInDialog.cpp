@@ -15,6 +15,8 @@ namespace {
 
 QString explanation(const LogInQuestion& question)
 {
+    const QString failure =
+        question.hasFailed ? u"Die Anmeldung ist fehlgeschlagen.\n\n"_s : QString();
     QString text = question.isProxy ? u"Der Proxy-Server %1 verlangt eine Anmeldung."_s
                                     : u"%1 verlangt eine Anmeldung."_s;
     text = text.arg(question.site);
@@ -25,7 +27,7 @@ QString explanation(const LogInQuestion& question)
         text +=
             u"\n\nDie Verbindung ist nicht verschlüsselt: Andere können das Kennwort mitlesen."_s;
     }
-    return text;
+    return failure + text;
 }
 
 } // namespace

@@ -4,10 +4,10 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QUrl>
 
 class AskingPage;
 class QAuthenticator;
-class QUrl;
 
 /// Asks for user name and password when a server or a proxy wants them. Who
 /// cancels sees the server's own page about it, and is left alone by what else the page
@@ -18,11 +18,20 @@ public:
     explicit LogInRequests(AskingPage& asking, QObject* parent);
 
 private:
-    std::optional<LogIn> ask(const LogInQuestion& question);
+    /// What the user has answered last, on the way to the page that is shown.
+    struct Answered {
+        QUrl url;
+        QString site;
+        QString realm;
+        QString user;
+    };
+
+    std::optional<LogIn> ask(const QUrl& url, LogInQuestion question);
     void serverAsks(const QUrl& url, QAuthenticator& answer);
-    void proxyAsks(const QString& proxy, QAuthenticator& answer);
+    void proxyAsks(const QUrl& url, const QString& proxy, QAuthenticator& answer);
 
     AskingPage& m_asking;
+    Answered m_last;
     bool m_isRefused = false;
     QElapsedTimer m_sinceRefusal;
 };

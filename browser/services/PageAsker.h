@@ -41,6 +41,8 @@ struct LogInQuestion {
     bool isReadable = false;
     /// The user name that was given last.
     QString user;
+    /// What the user has answered before was wrong.
+    bool hasFailed = false;
 };
 
 struct LogIn {

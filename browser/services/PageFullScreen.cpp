@@ -4,6 +4,7 @@
 #include "browser/services/PageKeys.h"
 #include "browser/services/SiteText.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QTimer>
@@ -29,6 +30,14 @@ public:
     }
 
 protected:
+    bool event(QEvent* event) override
+    {
+        // A question has opened, whoever asks: here it could not be seen, nor this window
+        // be left by a key.
+        if (event->type() == QEvent::WindowBlocked)
+            QTimer::singleShot(0, this, m_closed);
+        return QWebEngineView::event(event);
+    }
     void closeEvent(QCloseEvent* event) override
     {
         event->ignore();
@@ -47,6 +56,12 @@ void dropFocus(const QWebEngineView& view)
         picture->clearFocus();
 }
 
+/// The window would lie over the question.
+bool isQuestionOpen()
+{
+    return QApplication::activeModalWidget() != nullptr;
+}
+
 QString hintFor(const QString& site)
 {
     return u"%1 zeigt ein Vollbild. Esc beendet die Vollbildanzeige."_s.arg(site);
@@ -62,7 +77,7 @@ PageFullScreen::PageFullScreen(QWidget* window, QWebEngineView* view, QWebEngine
         m_isWanted = false;
         QTimer::singleShot(0, this, &PageFullScreen::follow);
     });
-    connect(window, &QObject::destroyed, this, &PageFullScreen::leave);
+    connect(window, &QObject::destroyed, this, &PageFullScreen::putBack);
 }
 
 PageFullScreen::~PageFullScreen()
@@ -83,8 +98,8 @@ void PageFullScreen::answer(QWebEngineFullScreenRequest request)
 void PageFullScreen::follow()
 {
     if (!m_isWanted)
-        leave();
-    else if (!m_screen && m_view && m_view->isVisible())
+        putBack();
+    else if (!m_screen && m_view && m_view->isVisible() && !isQuestionOpen())
         enter();
     else if (!m_screen)
         endIt();
@@ -111,10 +126,17 @@ void PageFullScreen::endIt()
     m_isWanted = false;
     m_page->triggerAction(QWebEnginePage::ExitFullScreen);
     // Whether the page answers or not.
-    QTimer::singleShot(0, this, &PageFullScreen::leave);
+    QTimer::singleShot(0, this, &PageFullScreen::putBack);
 }
 
 void PageFullScreen::leave()
+{
+    if (m_screen)
+        m_page->triggerAction(QWebEnginePage::ExitFullScreen);
+    putBack();
+}
+
+void PageFullScreen::putBack()
 {
     m_isWanted = false;
     if (!m_screen)
@@ -131,7 +153,8 @@ void PageFullScreen::leave()
     screen->deleteLater();
     m_standIn.reset();
     if (m_view) {
-        m_view->activateWindow();
+        if (!isQuestionOpen())
+            m_view->activateWindow();
         m_view->setFocus();
     }
 }

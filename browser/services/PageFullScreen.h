@@ -19,8 +19,8 @@ public:
     ~PageFullScreen() override;
     Q_DISABLE_COPY_MOVE(PageFullScreen)
 
-    /// Gives the page back to its window, if it is away. Not from within an
-    /// event of the page.
+    /// Ends the full screen at once, if there is one. Not from within an event of
+    /// the page.
     void leave();
 
 signals:
@@ -34,6 +34,7 @@ private:
     void follow();
     void enter();
     void endIt();
+    void putBack();
 
     QWebEnginePage* m_page;
     QPointer<QWebEngineView> m_view;

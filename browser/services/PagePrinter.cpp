@@ -2,9 +2,10 @@
 
 #include "base/Prompt.h"
 #include "base/StaysOnScreen.h"
-#include "base/WindowGuards.h"
 #include "browser/WebEnginePage.h"
+#include "browser/services/AskingPage.h"
 #include "browser/services/DownloadFailures.h"
+#include "browser/services/PageInput.h"
 #include "browser/services/PageKeys.h"
 #include "browser/services/PdfFileName.h"
 #include "browser/services/PdfWatch.h"
@@ -20,7 +21,6 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QTimer>
-#include <QWebEngineScript>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -69,10 +69,12 @@ struct PagePrinter::Job {
     bool isLost = false;
 };
 
-PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page,
-                         const PdfWatch& pdf)
-    : QObject(page), m_shell(shell), m_window(window), m_view(view), m_page(page), m_pdf(pdf)
+PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, AskingPage& asking,
+                         const PageInput& input, const PdfWatch& pdf)
+    : QObject(&asking.page()), m_shell(shell), m_window(window), m_view(view), m_asking(asking),
+      m_page(&asking.page()), m_pdf(pdf), m_silence(asking.desk().prints)
 {
+    connect(&input, &PageInput::clicked, this, [this] { m_silence.clicked(); });
     addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
     connectPage();
     connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
@@ -92,29 +94,21 @@ void PagePrinter::connectPage()
             [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
             [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
-    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.userNavigates(); });
-    connect(m_page, &QWebEnginePage::urlChanged, this,
-            [this](const QUrl& url) { m_silence.movedTo(url); });
+    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.clicked(); });
 }
 
 void PagePrinter::pageWants()
 {
-    if (m_job || m_page->isAsking()) // it may say so as often as it likes
+    if (m_isWaiting || m_job) // it may say so as often as it likes
         return;
-    if (m_pdf.isPdf() || !m_silence.isSilenced()) {
-        print();
-        return;
-    }
-    const auto answer = [self = QPointer(this)](const QVariant& isUsersOwn) {
-        if (self && isUsersOwn.toBool())
-            QTimer::singleShot(0, self, [self] {
-                if (!self->m_job)
-                    self->print();
-            });
-    };
-    // A button of the page's that the user clicks works nevertheless.
-    m_page->runJavaScript(u"navigator.userActivation.isActive"_s,
-                          QWebEngineScript::ApplicationWorld, answer);
+    m_isWaiting = true;
+    m_asking.whenItIsOurTurn(this, [this] {
+        m_isWaiting = false;
+        if (m_pdf.isPdf())
+            print();
+        else if (m_silence.mayPrint() && begin())
+            choosePrinter(Wish::Page);
+    });
 }
 
 QWidget* PagePrinter::frame() const
@@ -157,8 +151,7 @@ void PagePrinter::pageDied()
 
 void PagePrinter::tell(const QString& text)
 {
-    const WebEnginePage::Question keepsPage(*m_page);
-    const DropsDisabled guard(m_shell);
+    const AskingPage::Open open(m_asking);
     m_shell.prompt().tell(frame(), text, u"Meldung"_s, Prompt::Icon::Exclamation);
 }
 
@@ -168,14 +161,13 @@ void PagePrinter::print()
         if (wantsFile())
             download();
     } else if (begin()) {
-        choosePrinter();
+        choosePrinter(Wish::User);
     }
 }
 
 bool PagePrinter::wantsFile()
 {
-    const WebEnginePage::Question keepsPage(*m_page);
-    const DropsDisabled guard(m_shell);
+    const AskingPage::Open open(m_asking);
     return m_shell.prompt().askOkCancel(
         frame(),
         u"Ein PDF-Dokument kann nur mit einem PDF-Programm gedruckt werden. "
@@ -188,7 +180,7 @@ void PagePrinter::download()
     m_page->download(m_page->url());
 }
 
-void PagePrinter::choosePrinter()
+void PagePrinter::choosePrinter(Wish wish)
 {
     m_job->printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     m_job->printer->setResolution(resolution);
@@ -200,15 +192,16 @@ void PagePrinter::choosePrinter()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
     m_job->dialog = dialog;
-    new StaysOnScreen(dialog); // its options unfold downwards
-    const auto drops = std::make_shared<DropsDisabled>(m_shell);
-    const auto decided = [this, drops, printer = m_job->printer](int result) {
+    new StaysOnScreen(dialog);                                      // its options unfold downwards
+    const auto open = std::make_shared<AskingPage::Open>(m_asking); // goes with the dialog
+    const auto decided = [this, wish, open, printer = m_job->printer](int result) {
+        if (result != QDialog::Accepted && wish == Wish::Page)
+            m_asking.desk().prints.cancelled();
         QTimer::singleShot(0, this, [this, result] {
             if (result == QDialog::Accepted) {
                 printOn();
                 return;
             }
-            m_silence.silence();
             end();
         });
     };
@@ -261,8 +254,7 @@ void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
 
 QString PagePrinter::askFile()
 {
-    const WebEnginePage::Question keepsPage(*m_page);
-    const DropsDisabled guard(m_shell);
+    const AskingPage::Open open(m_asking);
     QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
     do {
         path = m_shell.prompt().saveFileAs(frame(), u"Als PDF speichern"_s, path);

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "browser/services/DialogSilence.h"
+#include "browser/services/PrintSilence.h"
 
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 
+class AskingPage;
+class PageInput;
 class PdfWatch;
 class QPageLayout;
 class QPageRanges;
@@ -19,9 +21,9 @@ class WebEnginePage;
 class PagePrinter : public QObject {
     Q_OBJECT
 public:
-    /// Belongs to `page`, which `view` in `window` shows; the key works there.
-    PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, WebEnginePage* page,
-                const PdfWatch& pdf);
+    /// Belongs to the page of `asking`, which `view` in `window` shows; the key works there.
+    PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, AskingPage& asking,
+                const PageInput& input, const PdfWatch& pdf);
     ~PagePrinter() override;
     Q_DISABLE_COPY_MOVE(PagePrinter)
 
@@ -35,11 +37,12 @@ signals:
 
 private:
     struct Job;
+    enum class Wish { User, Page };
 
     void connectPage();
     void pageWants();
     bool begin();
-    void choosePrinter();
+    void choosePrinter(Wish wish);
     void printOn();
     bool wantsFile();
     void download();
@@ -54,9 +57,11 @@ private:
     Shell& m_shell;
     QPointer<QWidget> m_window;
     QPointer<QWebEngineView> m_view;
+    AskingPage& m_asking;
     WebEnginePage* m_page;
     const PdfWatch& m_pdf;
-    /// What the user has refused to print is not offered again and again.
-    DialogSilence m_silence;
+    PrintSilence::Page m_silence;
+    /// The page's wish waits for its turn.
+    bool m_isWaiting = false;
     std::unique_ptr<Job> m_job;
 };

@@ -35,7 +35,7 @@ void PageServices::serveUser(QWebEngineView* view)
     new CertificateErrors(m_asking, this);
     new PermissionRequests(m_asking, this);
     new ScriptDialogs(m_asking, this);
-    new DesktopLinks(m_asking, view, this);
+    new DesktopLinks(m_asking, m_input, this);
     new CrashNotice(*m_page, view, this);
 }
 
@@ -45,7 +45,7 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
     auto* const zoom = new PageZoom(m_page, *pdf);
-    auto* const printer = new PagePrinter(shell, window, view, m_page, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, m_asking, m_input, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, m_page);
 
     PageMenuCommands commands;
@@ -67,12 +67,15 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
     find->serve(window);
     zoom->serve(window, view);
     menu->serve(view);
+    m_input.watch(view);
     connect(printer, &PagePrinter::starting, fullScreen, &PageFullScreen::leave);
-    connect(fullScreen, &PageFullScreen::entered, this, [=](QWebEngineView* screen) {
-        find->close();
-        find->serve(screen);
-        zoom->serve(screen, screen);
-        menu->serve(screen);
-    });
+    connect(fullScreen, &PageFullScreen::entered, this,
+            [this, find, zoom, menu](QWebEngineView* screen) {
+                find->close();
+                find->serve(screen);
+                zoom->serve(screen, screen);
+                menu->serve(screen);
+                m_input.watch(screen);
+            });
     connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/services/AskingPage.h"
+#include "browser/services/PageInput.h"
 
 #include <QObject>
 
@@ -29,4 +30,5 @@ private:
 
     WebEnginePage* m_page;
     AskingPage m_asking;
+    PageInput m_input;
 };

@@ -2,6 +2,7 @@
 
 #include "browser/services/PermissionMemory.h"
 #include "browser/services/PopupLimit.h"
+#include "browser/services/PrintSilence.h"
 #include "browser/services/QuestionQueue.h"
 
 #include <QSet>
@@ -20,6 +21,7 @@ struct QuestionDesk {
     /// Schemes that go to the desktop without another question.
     QSet<QString> desktopSchemes;
     PopupLimit popups;
+    PrintSilence prints;
 
     /// Forgets what the user has said about pages so far.
     void clear()

@@ -4,6 +4,8 @@
 #include "browser/services/AskingPage.h"
 #include "browser/services/SiteText.h"
 
+#include <QWebEngineHistory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -21,19 +23,14 @@ ScriptDialogs::ScriptDialogs(AskingPage& asking, QObject* parent)
     connect(&asking.page(), &WebEnginePage::navigationStarting, this,
             [this](const QUrl& url, bool isMainFrame) {
                 if (isMainFrame) {
-                    m_target = url;
+                    m_silence.navigationStarting(url);
                 }
             });
-    // Only what was navigated to: a script gives its page any address it likes.
-    connect(&asking.page(), &QWebEnginePage::urlChanged, this, [this](const QUrl& url) {
-        if (url == m_target) {
-            m_silence.movedTo(url);
-        }
-    });
 }
 
 PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestion question)
 {
+    m_silence.speaks(site, shown());
     if (m_silence.isSilenced()) {
         return {};
     }
@@ -72,8 +69,14 @@ std::optional<QString> ScriptDialogs::prompt(const QUrl& site, const QString& te
     return answer.isAccepted ? std::optional(answer.input) : std::nullopt;
 }
 
+QUrl ScriptDialogs::shown() const
+{
+    return m_asking.page().history()->currentItem().url();
+}
+
 bool ScriptDialogs::leave()
 {
+    m_silence.speaks(shown(), shown());
     // A script can put this question, too, and as often as any other.
     return m_silence.isSilenced() ||
            askOfferingSilence(

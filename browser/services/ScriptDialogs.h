@@ -24,8 +24,8 @@ public:
 private:
     PageAnswer ask(const QUrl& site, const QString& text, PageQuestion question);
     PageAnswer askOfferingSilence(PageQuestion question);
+    QUrl shown() const;
 
     AskingPage& m_asking;
     DialogSilence m_silence;
-    QUrl m_target;
 };

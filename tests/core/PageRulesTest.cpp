@@ -6,6 +6,7 @@
 #include "browser/services/PdfFileName.h"
 #include "browser/services/PermissionMemory.h"
 #include "browser/services/PopupLimit.h"
+#include "browser/services/PrintSilence.h"
 #include "browser/services/QuestionQueue.h"
 #include "browser/services/SiteText.h"
 #include "tests/TestCase.h"
@@ -107,17 +108,47 @@ private slots:
 
     void silence()
     {
+        const QUrl page(u"http://h/a"_s);
+        const QUrl other(u"http://i/b"_s);
+        const QUrl own(u"blob:http://h/x"_s);
         DialogSilence silence;
-        silence.movedTo(QUrl(u"http://h/a"_s));
+        const auto isSilent = [&](const QUrl& frame, const QUrl& shown) {
+            silence.speaks(frame, shown);
+            return silence.isSilenced();
+        };
+        silence.navigationStarting(page);
+        QVERIFY(!isSilent(page, page));
         QVERIFY(!silence.offersSilence() && silence.offersSilence());
         silence.silence();
-        silence.movedTo(QUrl(u"http://h/b?x#y"_s));
-        QVERIFY(silence.isSilenced());
-        silence.movedTo(QUrl(u"http://i/b"_s));
-        QVERIFY(!silence.isSilenced() && !silence.offersSilence());
+        for (const QUrl& target : {page, own, QUrl(u"http://h/b?x#y"_s), QUrl(u"about:blank"_s)}) {
+            silence.navigationStarting(target);
+            QVERIFY(isSilent(page, target));
+        }
+        silence.navigationStarting(other); // and stays, or only begins to step back to it
+        QVERIFY(isSilent(page, page) && isSilent(other, page) && isSilent(page, other));
+        QVERIFY(isSilent(QUrl(u"http://frame/"_s), other));
+        QVERIFY(!isSilent(other, other) && !silence.offersSilence());
         silence.silence();
         silence.userNavigates();
         QVERIFY(!silence.isSilenced());
+    }
+
+    void prints()
+    {
+        PrintSilence all;
+        PrintSilence::Page page(all);
+        PrintSilence::Page other(all);
+        const auto mayPrint = [&] { return std::pair(page.mayPrint(), other.mayPrint()); };
+        QCOMPARE(mayPrint(), std::pair(true, true));
+        page.clicked();
+        all.cancelled();
+        QCOMPARE(mayPrint(), std::pair(false, false));
+        QVERIFY(!PrintSilence::Page(all).mayPrint()); // in a window opened by itself
+        page.clicked();
+        QCOMPARE(mayPrint(), std::pair(true, false));
+        QVERIFY(PrintSilence::Page(all).mayPrint()); // in a window that the click has opened
+        all.cancelled();
+        QCOMPARE(mayPrint(), std::pair(false, false));
     }
 
     void popups()

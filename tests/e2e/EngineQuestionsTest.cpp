@@ -1,7 +1,12 @@
 #include "EngineWorld.h"
 
+#include "browser/WebEnginePage.h"
+#include "browser/services/AskingPage.h"
+#include "browser/services/ScriptDialogs.h"
+
 #include <QDesktopServices>
 #include <QDialog>
+#include <QWebEngineProfile>
 #include <QWebEngineView>
 #include <QtTest>
 
@@ -54,7 +59,7 @@ private slots:
             m_window->visit(u"/locked"_s);
             QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
             const QString question = m_world.server.address({}) + u"|Keller"_s;
-            QCOMPARE(m_world.asker.questions, QStringList({question, question}));
+            QCOMPARE(m_world.asker.questions, QStringList({question, question + u"|not ich"_s}));
         }
     }
 
@@ -77,12 +82,62 @@ private slots:
             return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
         };
         load(m_window, "<script>for (i = 0; i < 200; ++i) alert(i);"
-                       "history.pushState(0, '', '/elsewhere'); alert('more')</script>"
+                       "history.pushState(0, '', '/elsewhere'); alert('more');"
+                       "location.hash = 'part'; alert('more')</script>"
                        "<title>Ruhe</title>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"Ruhe"_s);
         QCOMPARE(m_world.asker.questions.size(), 2);
         load(m_window, "<script>alert('again')</script>");
         QTRY_COMPARE(m_world.asker.questions.size(), 3);
+    }
+
+    // The engine may tell only then that another page is shown.
+    void silencedBeforeTheAddressIsTold()
+    {
+        QWebEngineProfile profile;
+        const WebFrameReports reports;
+        QuestionDesk desk;
+        desk.asker = &m_world.asker;
+        WebEnginePage page(profile, reports, nullptr);
+        QWidget window;
+        AskingPage asking(desk, m_world.shell, &window, page);
+        ScriptDialogs dialogs(asking, nullptr);
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
+            return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
+        };
+        const QUrl site(u"http://h/"_s);
+        const auto speak = [&](const QString& address) {
+            emit page.navigationStarting(QUrl(address), true);
+            for (int i = 0; i < 3; ++i)
+                dialogs.alert(QUrl(address), u"x"_s);
+            emit page.urlChanged(QUrl(address));
+            dialogs.alert(QUrl(address), u"x"_s);
+            return m_world.asker.questions.size();
+        };
+        QCOMPARE(speak(u"http://h/a"_s), 2);
+        QCOMPARE(speak(u"http://h/pushed"_s), 2);
+        QCOMPARE(speak(u"http://h/pushed#part"_s), 2);
+        QCOMPARE(speak(u"http://i/"_s), 4);
+    }
+
+    void certificateRefused()
+    {
+        LoopbackServer server;
+        server.useTls();
+        m_world.asker.onAsk = {};
+        for (int asked = 1; asked < 3; ++asked) { // and again when it is loaded anew
+            asked == 1 ? m_window->engine().Navigate(server.address(u"/plain"_s))
+                       : m_window->engine().Refresh();
+            QTRY_COMPARE(m_world.asker.questions.size(), asked);
+            QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
+        }
+        const auto text = std::make_shared<QString>();
+        QTRY_VERIFY([&] {
+            m_window->view()->page()->toPlainText([=](const QString& shown) { *text = shown; });
+            return text->contains(u"kann nicht nachweisen, der richtige Server zu sein."_s);
+        }());
+        QVERIFY(text->contains(u"Stelle, der dieser Rechner nicht vertraut"_s));
+        QCOMPARE(m_window->engine().LocationURL(), server.address(u"/plain"_s));
     }
 
     void windowGoes()

@@ -29,6 +29,9 @@ public:
 
     explicit LoopbackServer(QObject* parent = nullptr);
 
+    /// From now on it speaks TLS, with a certificate that nobody trusts.
+    void useTls() { m_isTls = true; }
+
     void answer(const QString& path, const Answer& answer) { m_answers.insert(path, answer); }
     void page(const QString& path, const QByteArray& html) { answer(path, {.body = html}); }
 
@@ -39,10 +42,14 @@ signals:
     /// A request has come, and is about to be answered.
     void requested(const QString& path);
 
+protected:
+    void incomingConnection(qintptr descriptor) override;
+
 private:
     void serve(QTcpSocket& socket);
     void send(QTcpSocket& socket, const Answer& answer) const;
 
     QHash<QString, Answer> m_answers;
     QHash<QString, int> m_requests;
+    bool m_isTls = false;
 };

@@ -25,10 +25,16 @@ QString tool(const QStringList& arguments)
     return outputOf(u"xdotool"_s, arguments);
 }
 
-QString windowOf(const QString& title)
+QStringList windowsOf(const QString& title)
 {
     const QString pattern = u'^' + QRegularExpression::escape(title) + u'$';
-    return tool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, pattern}).section(u'\n', 0, 0);
+    return tool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, pattern})
+        .split(u'\n', Qt::SkipEmptyParts);
+}
+
+QString windowOf(const QString& title)
+{
+    return windowsOf(title).value(0);
 }
 
 QPixmap picture()
@@ -41,6 +47,11 @@ QPixmap picture()
 bool User::sees(const QString& title)
 {
     return !windowOf(title).isEmpty();
+}
+
+int User::count(const QString& title)
+{
+    return int(windowsOf(title).size());
 }
 
 QRect User::place(const QString& title)

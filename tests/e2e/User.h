@@ -11,6 +11,8 @@ class User {
 public:
     /// Whether a window with exactly this title is to be seen.
     static bool sees(const QString& title);
+    /// How many windows have exactly this title.
+    static int count(const QString& title);
     /// The place of that window's content on the display, in pixels; empty if there is none.
     static QRect place(const QString& title);
     static QColor colourAt(const QPoint& place);
