@@ -21,18 +21,23 @@ int dividedUp(int count, int parts)
     return (count + parts - 1) / parts;
 }
 
-int columnsFor(QSize area, int count, QSize readable)
+int columnsFor(QSize area, int count, const ChildSizes& sizes)
 {
-    const int rows = std::max(area.height() / readable.height(), 1);
-    const int most = std::clamp(area.width() / readable.width(), 1, dividedUp(count, 2));
-    const int longest = dividedUp(count, std::min(dividedUp(count, rows), most));
+    const auto columns = [&](QSize tile) {
+        const int rows = std::max(area.height() / std::max(tile.height(), 1), 1);
+        const int most = std::max(area.width() / std::max(tile.width(), 1), 1);
+        return std::min(dividedUp(count, rows), most);
+    };
+    // Where not all can be read, all are at least to be seen.
+    const int wanted = std::max(columns(sizes.readable), columns(sizes.least));
+    const int longest = dividedUp(count, std::min(wanted, dividedUp(count, 2)));
     return dividedUp(count, longest);
 }
 
 /// Children one under the other, column by column.
 std::vector<QRect> stacked(QSize area, int count, const ChildSizes& sizes)
 {
-    const int columns = columnsFor(area, count, sizes.readable);
+    const int columns = columnsFor(area, count, sizes);
     std::vector<QRect> places;
     for (int column = 0; column < columns; ++column) {
         const Span across = part(area.width(), columns, column, sizes.least.width());

@@ -29,11 +29,11 @@ struct ChildSizes {
 
 /// The places of `count` children in an area that begins at (0, 0), in pixels.
 ///
-/// Tiles fill the area. One under the other they become two or more columns when they
-/// would not be readable, as few as needed; the same holds for rows of children side by
-/// side. At least two always stay one under the other or side by side, so that two
-/// children lie as the user has chosen even where both are small. A cascade begins again
-/// at the corner when the area is full.
+/// Tiles fill the area. One under the other they become two or more columns, as few as
+/// needed, when they would not be readable or run out of the area; the same holds for
+/// rows of children side by side. At least two always stay one under the other or side
+/// by side, so that two children lie as the user has chosen even where both are small.
+/// A cascade begins again at the corner when the area is full.
 std::vector<QRect> arrangedPlaces(QSize area, int count, Arrangement mode, const ChildSizes& sizes);
 
 /// The place in a cascade for one more child, where no other begins if there is such a
