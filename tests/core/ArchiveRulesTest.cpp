@@ -1,37 +1,16 @@
-#include "SampleArchive.h"
 #include "base/DroppedAddress.h"
-#include "bookmarks/ArchiveMenuStates.h"
-#include "bookmarks/ArchiveTree.h"
 #include "bookmarks/DropRules.h"
 #include "bookmarks/FolderNames.h"
+#include "tests/TestCase.h"
 
-#include <QAbstractItemModelTester>
 #include <QMimeData>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
-using Selection = ArchiveSelection;
 
 class ArchiveRulesTest : public TestCase {
     Q_OBJECT
 private slots:
-    void menus()
-    {
-        const auto states = [](ArchiveSelection selection) {
-            QStringList items;
-            for (const auto& menu : {folderMenuStates(selection), bookmarkMenuStates(selection)})
-                for (const MenuState& state : menu)
-                    items << (state.enabled ? u'+' : u'-') + state.item.toString().mid(3);
-            return items.join(u' ');
-        };
-        QCOMPARE(states(Selection::EmptyFolder),
-                 u"+AddOrdner +DelOrdner +AttrOrdner -exportdetail +OpenAllBkm -OpenBkm "
-                 "+Hinzufügen -Loeschen -Eigenschaften"_s);
-        QCOMPARE(states(Selection::Bookmark),
-                 u"-AddOrdner -DelOrdner -AttrOrdner -exportdetail -OpenAllBkm +OpenBkm "
-                 "+Hinzufügen +Loeschen +Eigenschaften"_s);
-    }
-
     void names()
     {
         QCOMPARE(newDirName([](const QString& name) { return name != u"Neuer Ordner"; }),
@@ -46,31 +25,6 @@ private slots:
         QVERIFY(check(QString()) == DirNameCheck::Empty);
         QVERIFY(check(u"Archiv"_s) == DirNameCheck::Taken);
         QVERIFY(check(u"ARCHIV"_s) == DirNameCheck::Accepted);
-    }
-
-    void tree()
-    {
-        Book book({});
-        fillSample(book, {});
-        ArchiveTree tree;
-        const QAbstractItemModelTester tester(&tree);
-        QCOMPARE(tree.rowCount(tree.root()), 0);
-        tree.build(book.colThema().get());
-        QCOMPARE(shown(tree), u"0@ 3@ 3@2 3@5 3@9 6@ 9@ 12@ 12@5"_s);
-
-        auto folder = std::make_shared<Thema>(QString());
-        folder->Nr(13);
-        const QModelIndex node = tree.insertFolder(1, folder);
-        tree.insertBookmark(node, 0, makeBookmark(1, u"b"_s, {}, {}));
-        tree.insertBookmark(node, 0, makeBookmark(2, u"a"_s, {}, {}));
-        tree.insertBookmark(node, 1, makeBookmark(3, u"Archiv"_s, {}, {}));
-        QCOMPARE(shown(tree), u"0@ 3@ 3@2 3@5 3@9 13@ 13@2 13@3 13@1 6@ 9@ 12@ 12@5"_s);
-        const QPersistentModelIndex last = tree.index(0, 0, tree.index(4, 0, tree.root()));
-        tree.removeBookmark(tree.index(1, 0, node));
-        tree.removeFolder(tree.index(0, 0, tree.root()));
-        QCOMPARE(shown(tree), u"0@ 13@ 13@2 13@1 6@ 9@ 12@ 12@5"_s);
-        QCOMPARE(ArchiveTree::key(last), u"12@5"_s);
-        QCOMPARE(folder->colBookmark()->Item(2)->Titel(), u"b"_s);
     }
 
     void droppedTexts()
@@ -149,19 +103,6 @@ private slots:
         }
         const DroppedAddress dropped = droppedAddress(data);
         QTEST(dropped.text.value_or(u"-"_s) + u' ' + dropped.files.join(u'|'), "address");
-    }
-
-private:
-    static QString shown(const ArchiveTree& tree, const QModelIndex& above = {})
-    {
-        QStringList keys;
-        for (int row = 0; row < tree.rowCount(above); ++row) {
-            const QModelIndex node = tree.index(row, 0, above);
-            keys.append(ArchiveTree::key(node));
-            if (tree.hasChildren(node))
-                keys.append(shown(tree, node));
-        }
-        return keys.join(u' ');
     }
 };
 

@@ -120,19 +120,6 @@ private slots:
         QCOMPARE(m_got.size(), 5);
     }
 
-    /// The running copy is ending: who calls then takes its place.
-    void refusedCallersComeNext()
-    {
-        m_takes = false;
-        QVERIFY(listen());
-        auto next = start("http://x/");
-        QTRY_VERIFY(m_got.size() > 1); // it tries again
-        m_server.reset();
-        m_lock.release();
-        QTRY_VERIFY(isReady(next));
-        QCOMPARE(next.get().outcome, Outcome::FirstCopy);
-    }
-
     void filesAreRemovedWhileItRuns()
     {
         QVERIFY(listen());

@@ -7,7 +7,6 @@
 #include "browser/services/PermissionMemory.h"
 #include "browser/services/PopupLimit.h"
 #include "browser/services/PrintSilence.h"
-#include "browser/services/QuestionQueue.h"
 #include "browser/services/SiteText.h"
 #include "tests/TestCase.h"
 
@@ -161,24 +160,6 @@ private slots:
         QVERIFY(!limit.mayOpen(10s, false));
         QVERIFY(limit.mayOpen(10s, true));
         QVERIFY(limit.mayOpen(10s, false)); // the user is there
-    }
-
-    void queue()
-    {
-        QuestionQueue queue;
-        QObject owner;
-        auto gone = std::make_unique<QObject>();
-        QStringList log;
-        queue.add(&owner, [&] {
-            log << u"1 opens"_s;
-            QTest::qWait(50); // as a window that waits for the answer
-            log << u"1 closes"_s;
-        });
-        queue.add(gone.get(), [&] { log << u"gone"_s; });
-        queue.add(&owner, [&] { log << u"2"_s; });
-        gone.reset();
-        QVERIFY(log.isEmpty());
-        QTRY_COMPARE(log, QStringList({u"1 opens"_s, u"1 closes"_s, u"2"_s}));
     }
 };
 

@@ -7,6 +7,7 @@
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
+#include <QAbstractItemModelTester>
 #include <QAction>
 #include <QDir>
 #include <QLineEdit>
@@ -34,6 +35,7 @@ struct ArchiveFixture {
     void open()
     {
         window = new frmBook(shell, nullptr);
+        new QAbstractItemModelTester(view().model(), window);
         window->show();
         QVERIFY(QTest::qWaitForWindowActive(window));
         QCoreApplication::processEvents();
