@@ -50,23 +50,9 @@ private slots:
         const LoopbackServer::Answer whole{.body = "text"};
         check(whole, "filename*=UTF-8''%C3%9Cbersicht%20%E2%82%AC.txt", u"Übersicht €.txt"_s);
         check(whole, "filename=\"../../.x/y.txt\"", u"y.txt"_s);
-        check(whole, "filename=con.txt", u"_con.txt"_s);
-        check(whole, "filename=" + QByteArray(300, 'n') + ".txt", QString(242, u'n') + u".txt"_s);
         check({.body = "text", .isLengthUnknown = true}, "filename=a.txt", u"a.txt"_s);
         check({.body = QByteArray(90000, 'x'), .sent = 40000, .closes = true}, "filename=a.bin",
               u"a.bin"_s, u"Fehler: Die Verbindung ist abgerissen."_s);
-    }
-
-    void refused()
-    {
-        save({});
-        bool isAsked = false;
-        m_world->shell.fakePrompt.whileOpen([&] { isAsked = true; });
-        m_window->visit(u"/file"_s);
-        QTRY_VERIFY(isAsked);
-        m_window->visit(u"/start"_s);
-        QTRY_COMPARE(m_window->visits.size(), 2);
-        QVERIFY(states().isEmpty() && files().isEmpty());
     }
 
     void folderThatIsNone()

@@ -108,6 +108,13 @@ private slots:
         QTRY_COMPARE(hits->text(), u"1 von 2"_s);
         QTest::keyClick(m_window, Qt::Key_F3);
         QTRY_COMPARE(hits->text(), u"2 von 2"_s);
+        QTest::keyClick(bar->findChild<QLineEdit*>(), Qt::Key_Enter,
+                        Qt::ShiftModifier | Qt::KeypadModifier);
+        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
+        QTest::keyClick(bar->findChild<QWidget*>(u"chkCase"_s), Qt::Key_Space);
+        QTRY_COMPARE(hits->text(), u"1 von 1"_s);
+        QTest::keyClick(bar->findChild<QWidget*>(u"chkCase"_s), Qt::Key_Space);
+        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
         m_window->visitAndWait(u"/next"_s);
         QTRY_COMPARE(hits->text(), u"1 von 1"_s);
     }

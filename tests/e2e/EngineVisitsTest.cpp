@@ -69,16 +69,6 @@ private slots:
               {u"Frame @ H/plain"_s, u"Start @ H/start#x"_s});
     }
 
-    void backAndReload()
-    {
-        m_window->visit(u"/plain"_s);
-        QTRY_COMPARE(m_window->visits.last(), u"Frame @ H/plain"_s);
-        m_window->engine().GoBack();
-        QTRY_COMPARE(m_window->visits.mid(2), QStringList{u"Start @ H/start"_s});
-        m_window->engine().Refresh();
-        QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"Start @ H/start"_s});
-    }
-
     void slowPageReportsWithinASecondAndStops()
     {
         m_window->visit(u"/half"_s);

@@ -1,7 +1,5 @@
 #include "EngineWorld.h"
 
-#include <QApplication>
-#include <QLineEdit>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -65,21 +63,6 @@ private slots:
         // The others live on.
         m_opener->visit(u"/target"_s);
         QTRY_COMPARE(m_opener->visits.last(), u"Ziel @ H/target"_s);
-    }
-
-    void focus()
-    {
-        QWidget* const host = m_opener->engine().host();
-        QTRY_VERIFY(host->focusProxy() != nullptr);
-        QLineEdit line(m_opener);
-        line.show();
-        line.setFocus();
-        QTRY_COMPARE(QApplication::focusWidget(), &line);
-        QWidget* now = nullptr;
-        connect(qApp, &QApplication::focusChanged, &line, [&](QWidget*, QWidget* to) { now = to; });
-        QTest::mouseClick(host->focusProxy(), Qt::LeftButton, {},
-                          host->rect().bottomRight() - QPoint(5, 5)); // beside the link
-        QTRY_VERIFY(now != nullptr && (now == host || host->isAncestorOf(now)));
     }
 
 private:

@@ -108,19 +108,6 @@ private slots:
         QTRY_SEES(title());
     }
 
-    void sizeOutlivesTheRun()
-    {
-        const QString caption = maximised(u"Rot"_s);
-        open(u"/red"_s, u"Rot"_s);
-        User::resize(caption, {700, 500});
-        QTRY_COMPARE_WITH_TIMEOUT(User::place(caption).size(), QSize(700, 500), patience);
-        User::press(u"alt+F4"_s);
-        QVERIFY(m_run->waitForFinished(patience));
-        QCOMPARE(m_run->exitCode(), 0);
-        open(u"/red"_s, u"Rot"_s);
-        QCOMPARE(User::place(caption).size(), QSize(700, 500));
-    }
-
     void downloadIsSaved()
     {
         m_server->page(u"/link"_s, "<title>Link</title><a href=/file style='position:fixed;"
