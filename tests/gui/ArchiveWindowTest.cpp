@@ -1,6 +1,7 @@
 #include "ArchiveFixture.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QMimeData>
 #include <QTimer>
 
@@ -112,6 +113,51 @@ private slots:
         f.choose(u"mn_OpenAllBkm");
         QCOMPARE(f.shell.visited,
                  (QStringList{u"u"_s, u"http://"_s, u"C:\\liste.htm"_s, u"http://a2"_s}));
+    }
+
+    void mouse()
+    {
+        ArchiveFixture f;
+        f.open();
+        const auto place = [&f](const QString& text) {
+            return f.view().visualRect(f.node(text)).center();
+        };
+        // The menu that the click brings up: whole, in part, or none.
+        const auto click = [&](const QString& text, Qt::MouseButton button = Qt::LeftButton) {
+            QString menu;
+            QTimer::singleShot(0, f.window, [&] {
+                QWidget* open = QApplication::activePopupWidget();
+                if (open == nullptr)
+                    return;
+                const auto* folders = f.window->findChild<QAction*>(u"mn_Ordner"_s);
+                menu = folders->isVisible() ? u"whole"_s : u"part"_s;
+                open->close();
+            });
+            QTest::mouseClick(f.view().viewport(), button, {}, place(text));
+            QCoreApplication::processEvents();
+            return menu;
+        };
+        f.select(u"a1"_s);
+        for (const bool open : {false, true}) {
+            QCOMPARE(click(u"A"_s), QString());
+            QCOMPARE(f.view().isExpanded(f.folder(0)), open);
+        }
+        click(u"Archiv"_s);
+        QVERIFY(f.view().isExpanded(f.root()));
+        click(u"a1"_s);
+        const auto* status = f.window->findChild<QLabel*>(u"panel1"_s);
+        QCOMPARE(status->text(), u"http://a1"_s);
+        // Something selected: its menu, wherever the click is, and no other selection.
+        QCOMPARE(click(u"B"_s, Qt::RightButton), u"part"_s);
+        QCOMPARE(f.view().selectedNode(), f.node(u"a1"_s));
+        QCOMPARE(click(u"B"_s, Qt::MiddleButton), u"whole"_s);
+        f.select({});
+        QCOMPARE(click(u"a2"_s, Qt::RightButton), QString());
+        QCOMPARE(f.view().selectedNode(), f.node(u"a2"_s));
+        QMimeData data;
+        data.setText(u"http://x/"_s);
+        QVERIFY(dropOn(f.view().viewport(), place(u"Archiv"_s), data));
+        QCOMPARE(f.held(), u"A(a1 a2) B()"_s); // no folder to put it into
     }
 
     void closing()

@@ -1,16 +1,15 @@
 #include "tests/gui/FrameFixture.h"
 
 #include "browser/frmBrowser.h"
+#include "browser/services/PageMenu.h"
 #include "history/HistoryItem.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QProgressBar>
 #include <QTimer>
 #include <QToolBar>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -42,37 +41,6 @@ struct OneWindow : StartedFrame {
 class BrowserTest : public TestCase {
     Q_OBJECT
 private slots:
-    void enterOpensTheTextAsTyped()
-    {
-        OneWindow w;
-        w.combo->setEditText(u" http://a b"_s);
-        QTest::keyClick(w.combo->lineEdit(), Qt::Key_Enter);
-        QCOMPARE(w.page->calls(), u"Navigate  http://a b"_s);
-        w.page->arrive(u"http://one/"_s, u"one"_s);
-        w.combo->setCurrentIndex(0);
-        emit w.combo->activated(0); // choosing an entry alone opens nothing
-        QCOMPARE(w.page->calls(), QString());
-        w.page->host()->hide();
-        w.timer->stop();
-        QTest::keyClick(w.combo->lineEdit(), Qt::Key_Return);
-        QCOMPARE(w.page->calls(), QString());
-        QVERIFY(w.busy()); // the busy sign comes before the test of visibility
-    }
-
-    void drops()
-    {
-        OneWindow w;
-        QMimeData data;
-        w.combo->setEditText(u"before"_s);
-        QVERIFY(!dropOn(w.combo->lineEdit(), QPoint(5, 5), data));
-        QCOMPARE(w.page->calls() + w.combo->currentText(), u"before"_s);
-        data.setText(u"file:///tmp/a%20b\r\nfile:///tmp/c"_s); // names the files again
-        data.setUrls({QUrl(u"file:///tmp/a%20b"_s), QUrl(u"file:///tmp/c"_s)});
-        QVERIFY(dropOn(w.combo->lineEdit(), QPoint(5, 5), data));
-        QCOMPARE(w.page->calls(), u"Navigate /tmp/a b"_s);
-        QCOMPARE(w.combo->currentText(), u"/tmp/a b"_s);
-    }
-
     void theListHoldsEachAddressOnce()
     {
         OneWindow w;
@@ -117,25 +85,14 @@ private slots:
         QCOMPARE(w.page->calls(), u"Navigate http://a/"_s);
     }
 
-    void buttonsRefuseTheNextWindow()
-    {
-        for (const auto& [key, call] : {std::pair{"Back", u"GoBack"_s},
-                                        {"Refresh", u"Refresh"_s},
-                                        {"Home", u"Navigate home"_s}}) {
-            OneWindow w;
-            w.start.preferences().HomeUrl(u"home"_s);
-            w.page->failing = true; // an engine that fails changes nothing
-            w.frame().bOpenNewWindow(false);
-            w.click(key);
-            QCOMPARE(w.page->calls(), call);
-            QVERIFY(w.frame().bOpenNewWindow());
-        }
-    }
-
     void aPopUpIsRefusedOnceAfterAButton()
     {
         OneWindow w;
+        w.click("Back");
+        w.click("Refresh");
+        QCOMPARE(w.page->calls(), u"GoBack|Refresh"_s);
         w.frame().NewBrowser();
+        w.page->failing = true; // an engine that fails changes nothing
         w.click("Home");
         w.page->arrive(u"http://home/"_s, u"home"_s);
         // Any window's request meets the flag, and only the first one.
@@ -182,48 +139,26 @@ private slots:
         QCOMPARE(w.bar->value(), 0);
     }
 
-    void pagesSizeTheirWindow()
+    void quotesOfTheStartAreNotOpened()
     {
-        OneWindow w;
-        w.browser->showNormal();
-        const QSize frame = w.browser->size() - w.page->host()->parentWidget()->size();
-        const int bars = w.page->host()->y();
-        w.browser->showToolbar(false); // counts all the same
-        emit w.page->WindowSetHeight(300);
-        emit w.page->WindowSetWidth(400);
-        QCOMPARE(w.browser->size(), QSize(frame.width() + 400 + 40, frame.height() + bars + 330));
+        StartedFrame f(u"\"a\""_s);
+        QCOMPARE(f.opened(), QStringList{u"a"_s});
     }
 
-    void quotesGoBehindTheDrives()
+    void thePagesMenu()
     {
-        OneWindow w;
-        QString seen;
-        frmBrowser* window = nullptr;
-        frmBrowser browser(w.frame(),
-                           {[](QWidget* parent) { return std::make_unique<FakeEngine>(parent); },
-                            [&] {
-                                seen = window->StartingAddress();
-                                return QStringList();
-                            }});
-        window = &browser;
-        browser.StartingAddress(u"\"a\""_s);
-        browser.load();
-        QCOMPARE(seen + browser.StartingAddress(), u"\"a\"a"_s);
-    }
-
-    void aPageMayKeepItsWindow()
-    {
-        OneWindow w;
-        w.page->asksToClose = true;
-        w.browser->close();
-        w.frame().VisitUrl(u"y"_s);
-        w.engine(1)->asksToClose = true;
-        QCOMPARE(w.keys(), u"1 2"_s);
-        bool cancel = false;
-        emit w.page->WindowClosing(false, cancel); // the user lets it go
-        QCOMPARE(w.keys(), u"2"_s);
-        w.frame().close(); // asks no page
-        QCOMPARE(w.keys(), QString());
+        QWidget page;
+        QStringList done;
+        PageMenuCommands commands;
+        for (const PageMenuItem item : pageMenuItems({}))
+            commands.items.insert(item, [&done] { done << u"item"_s; });
+        commands.correct = [&done](const QString& word) { done << word; };
+        const PageMenuTarget target{.suggestions = {u"A&B"_s}, .idle = {PageMenuItem::Back}};
+        QMenu* const menu = makePageMenu(&page, target, commands);
+        QVERIFY(!menu->findChild<QAction*>(u"mn_Back"_s)->isEnabled());
+        menu->actions().constFirst()->trigger();
+        menu->findChild<QAction*>(u"mn_Print"_s)->trigger();
+        QCOMPARE(done, (QStringList{u"A&B"_s, u"item"_s}));
     }
 };
 

@@ -1,15 +1,13 @@
-#include "browser/services/frmBrowserData.h"
 #include "browser/services/frmDownloads.h"
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
-#include <QCheckBox>
 #include <QTableView>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
-/// The downloads window, and the dialog that has browsing data deleted.
+/// The list of the downloads and its buttons.
 class DownloadsWindowTest : public WindowTest {
     Q_OBJECT
 private slots:
@@ -72,21 +70,6 @@ private slots:
             press(u"cmdFolder"_s);
             QCOMPARE(m_opened.last(), path());
         }
-    }
-
-    void chosenData()
-    {
-        frmBrowserData dialog(nullptr);
-        show(dialog);
-        find<QCheckBox>(u"chkCookies"_s)->click();
-        find<QCheckBox>(u"chkCache"_s)->click();
-        QTest::keyClick(find(u"chkCache"_s), Qt::Key_Return); // there is nothing to delete
-        QVERIFY(dialog.isVisible());
-        find<QCheckBox>(u"chkStorage"_s)->click();
-        QTest::keyClick(find(u"chkStorage"_s), Qt::Key_Return);
-        QCOMPARE(dialog.result(), static_cast<int>(QDialog::Accepted));
-        const BrowserData data = dialog.chosen();
-        QVERIFY(data.storage && !data.cookies && !data.cache && !data.permissions);
     }
 
 private:

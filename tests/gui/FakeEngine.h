@@ -21,7 +21,7 @@ public:
     void Refresh() override { note(QStringLiteral("Refresh")); }
     void RefreshPastCache() override { note(QStringLiteral("RefreshPastCache")); }
     void Stop() override { note(QStringLiteral("Stop")); }
-    bool AskToClose() override { return asksToClose; }
+    bool AskToClose() override { return false; }
     bool Busy() const override { return busy; }
     QString LocationURL() const override { return locationUrl; }
     QString LocationName() const override { return locationName; }
@@ -42,7 +42,6 @@ public:
 
     bool busy = false;
     bool failing = false;
-    bool asksToClose = false;
     QString locationUrl;
     QString locationName;
     std::optional<EngineDocument> document;

@@ -52,7 +52,7 @@ private slots:
         QCOMPARE(int{stored.StatusBar()}, 1);
     }
 
-    void wrongHistorySize()
+    void whatCannotBeSaved()
     {
         setHistoryRows(u"abc"_s);
         saveFailing(u"'abc' ist keine Zahl."_s);
@@ -60,10 +60,6 @@ private slots:
         QCOMPARE(int{m_shell->pref.HistoryRows()}, -3);
         setHistoryRows(u"-32769"_s);
         saveFailing(u"Überlauf: Die Zahl ist zu klein."_s);
-    }
-
-    void fileThatCannotBeWritten()
-    {
         const QString file = m_shell->programFolder() + u"/Pref.tsp"_s;
         QVERIFY(QFile::remove(file) && QDir().mkdir(file)); // even root cannot write a folder
         setHistoryRows(u"9"_s);
