@@ -4,19 +4,17 @@
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "browser/AddressBar.h"
+#include "browser/BrowserFocus.h"
 #include "browser/BrowserLayout.h"
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
 #include "browser/PageTexts.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QIcon>
-#include <QMdiArea>
 #include <QMenu>
 #include <QShortcut>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +34,7 @@ frmBrowser::~frmBrowser()
     // The engine's widget goes with the window's children; the engine itself,
     // and the focus that leaves them, must not report into a window half gone.
     m_engine->disconnect(this);
-    disconnect(qApp, nullptr, this, nullptr);
+    m_focus.reset();
 }
 
 void frmBrowser::buildControls(const BrowserParts& parts)
@@ -70,14 +68,8 @@ void frmBrowser::connectControls()
     escape->setEnabled(false); // while nothing loads, the key belongs to the page
     connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
     connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
-        rememberFocus(now);
-        returnLostFocus(before, now);
-    });
-    // A click gives the focus to what it meets, which activates the window before the
-    // change is told.
-    connect(this, &QMdiSubWindow::aboutToActivate, this,
-            [this] { rememberFocus(QApplication::focusWidget()); });
+    m_focus = std::make_unique<BrowserFocus>(
+        BrowserFocus::Places{*this, *m_client, *m_engine->host(), *m_addressBar, *m_toolbar});
 }
 
 void frmBrowser::connectEngine()
@@ -121,7 +113,7 @@ void frmBrowser::load()
     m_shell.bOpenNewWindow(false);
     ignoringErrors([this] { InitEngine(); });
     // An empty window waits for an address, any other one for its page.
-    m_pageHadFocus = !StripQuotes(m_startingAddress).isEmpty();
+    m_focus->settle(!StripQuotes(m_startingAddress).isEmpty());
     ignoringErrors([this] { show(); });
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
     m_startingAddress = StripQuotes(m_startingAddress);
@@ -252,7 +244,7 @@ void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
     if (window == nullptr)
         return;
     window->bNewWindow(true);
-    window->m_pageHadFocus = true;
+    window->m_focus->settle(true);
     engine = window->brwWebBrowser();
 }
 
@@ -271,27 +263,6 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     ignoringErrors([this] { m_shell.SetDropDisabled(false); });
 }
 
-void frmBrowser::returnLostFocus(const QWidget* before, const QWidget* now)
-{
-    // The engine hides a widget that it replaces. Where its focus goes then differs
-    // between the engine's versions: nowhere, or to the next control of the window.
-    const bool isTakenAway = before != nullptr && before->isHidden() && isOfPage(*before);
-    if (now != nullptr && !isTakenAway)
-        return;
-    QTimer::singleShot(0, this, [this, isTakenAway] {
-        const QWidget* const focus = window()->focusWidget();
-        const bool isLost = isTakenAway || focus == nullptr || focus == this;
-        if (isLost && m_pageHadFocus && mdiArea() && mdiArea()->currentSubWindow() == this)
-            m_engine->host()->setFocus();
-    });
-}
-
-bool frmBrowser::isOfPage(const QWidget& widget) const
-{
-    return m_client->isAncestorOf(&widget) && !m_addressBar->isAncestorOf(&widget) &&
-           !m_toolbar->isAncestorOf(&widget);
-}
-
 void frmBrowser::windowClosing(bool& cancel)
 {
     cancel = true;
@@ -308,7 +279,7 @@ void frmBrowser::activated()
 {
     refreshToolTips();
     // The engine replaces its widget, so the place is remembered, not the widget.
-    if (m_pageHadFocus)
+    if (m_focus->isInPage())
         m_engine->host()->setFocus();
     else
         m_addressBar->cboAddress()->setFocus();
@@ -319,16 +290,6 @@ void frmBrowser::refreshToolTips()
     m_toolbar->update();
     m_toolbar->homeToolTip(m_shell.preferences().HomeUrl());
     m_toolbar->searchToolTip(m_shell.preferences().SearchEngine());
-}
-
-void frmBrowser::rememberFocus(const QWidget* now)
-{
-    if (now == nullptr)
-        return;
-    if (m_addressBar->isAncestorOf(now))
-        m_pageHadFocus = false;
-    else if (isOfPage(*now))
-        m_pageHadFocus = true;
 }
 
 void frmBrowser::focusAddress()

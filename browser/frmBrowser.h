@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 
 class AddressBar;
+class BrowserFocus;
 class BrowserToolbar;
 class BusyDisplay;
 class Shell;
@@ -102,12 +103,6 @@ private:
     void layOut();
     BrowserBars bars() const;
     void unload();
-    void rememberFocus(const QWidget* now);
-    /// The engine takes its widget away for a page of another site, or when the page's
-    /// process dies, and loses the focus that it had.
-    void returnLostFocus(const QWidget* before, const QWidget* now);
-    /// Whether it is the page, a part of it, or lies over it; the bars do not.
-    bool isOfPage(const QWidget& widget) const;
 
     Shell& m_shell;
     std::function<QStringList()> m_drives;
@@ -117,11 +112,11 @@ private:
     bool m_updatingList = false;
     bool m_unloaded = false;
     bool m_mayClose = false;
-    bool m_pageHadFocus = false;
 
     QWidget* m_client = nullptr;
     BrowserToolbar* m_toolbar = nullptr;
     AddressBar* m_addressBar = nullptr;
     BusyDisplay* m_busy = nullptr;
     std::unique_ptr<EngineControl> m_engine;
+    std::unique_ptr<BrowserFocus> m_focus;
 };
