@@ -104,8 +104,22 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
         emit enterPressed();
         return;
     default:
-        QTreeView::keyPressEvent(event);
+        walk(*event);
     }
+}
+
+void ArchiveView::walk(QKeyEvent& event)
+{
+    const QModelIndex before = selectedNode();
+    // With nothing selected the toolkit starts from the first node nevertheless.
+    const QList<int> fromNothing{Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_PageDown,
+                                 Qt::Key_PageUp};
+    if (!before.isValid() && fromNothing.contains(event.key()))
+        selectNode(m_tree.root());
+    else
+        QTreeView::keyPressEvent(&event);
+    if (const QModelIndex node = selectedNode(); node != before)
+        emit nodeReached(node);
 }
 
 void ArchiveView::contextMenuEvent(QContextMenuEvent* event)

@@ -27,6 +27,8 @@ public:
 
 signals:
     void labelEdited(const QModelIndex& node, const QString& text);
+    /// A key has brought the selection to this node.
+    void nodeReached(const QModelIndex& node);
     void escapePressed();
     /// F2.
     void renamePressed();
@@ -44,5 +46,6 @@ protected:
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    void walk(QKeyEvent& event);
     ArchiveTree& m_tree;
 };

@@ -35,7 +35,7 @@ bool TreeMouse::eventFilter(QObject* watched, QEvent* event)
         return false;
     case QEvent::MouseMove: {
         const auto& move = *static_cast<QMouseEvent*>(event);
-        emit statusText(addressOf(m_view.indexAt(move.position().toPoint())));
+        tellAddress(m_view.indexAt(move.position().toPoint()));
         return false;
     }
     case QEvent::ContextMenu: // the press was answered already
@@ -71,7 +71,7 @@ void TreeMouse::nodeClicked(const QModelIndex& node, const QPoint& globalPos)
 {
     const QString tag = m_nodes.tag(node);
     if (tag == u"Url"_s)
-        emit statusText(addressOf(node));
+        tellAddress(node);
     if (tag != u"Dir"_s)
         return;
     emit statusText(QString());
@@ -79,6 +79,11 @@ void TreeMouse::nodeClicked(const QModelIndex& node, const QPoint& globalPos)
         m_view.setExpanded(node, !m_view.isExpanded(node));
     else
         emit folderMenuWanted(globalPos);
+}
+
+void TreeMouse::tellAddress(const QModelIndex& node)
+{
+    emit statusText(addressOf(node));
 }
 
 QString TreeMouse::addressOf(const QModelIndex& node) const

@@ -27,6 +27,8 @@ public:
     TreeMouse(QTreeView& view, const Nodes& nodes);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Tells the address of a bookmark's node, none for any other.
+    void tellAddress(const QModelIndex& node);
 
 signals:
     /// The address under the mouse, or empty.

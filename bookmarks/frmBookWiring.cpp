@@ -78,7 +78,8 @@ void frmBook::connectMouse()
         return node.data(ArchiveTree::TagRole).toString();
     };
     const auto url = [this](const QModelIndex& node) { return m_commands->url(node); };
-    const auto* mouse = new TreeMouse(*m_view, {tag, url});
+    auto* mouse = new TreeMouse(*m_view, {tag, url});
+    connect(m_view, &ArchiveView::nodeReached, mouse, &TreeMouse::tellAddress);
     connect(mouse, &TreeMouse::statusText, m_statusPanel, &ElidedLabel::showText);
     connect(mouse, &TreeMouse::contextMenuWanted, this, &frmBook::popUpMenu);
     connect(mouse, &TreeMouse::folderMenuWanted, this,

@@ -282,9 +282,23 @@ bool frmHistory::gridKeyPressed(const QKeyEvent& event)
         if (const int row = currentRow(); row >= 0)
             ignoringErrors([this, row] { m_shell.HistoryUrl(m_table.address(row)); });
     } else if (!isEscapeKey(event)) {
-        return false;
+        return rowReached(event);
     }
     close();
+    return true;
+}
+
+bool frmHistory::rowReached(const QKeyEvent& event)
+{
+    const int last = m_table.rowCount() - 1;
+    const bool isToEnd = event.key() == Qt::Key_End;
+    // The toolkit goes through the columns with these, which nobody sees, and after a sort,
+    // with the header current, from the first row with the others.
+    const bool isFromHeader =
+        currentRow() < 0 && (event.key() == Qt::Key_Down || event.key() == Qt::Key_PageDown);
+    if (last < 0 || (!isToEnd && !isFromHeader && event.key() != Qt::Key_Home))
+        return false;
+    m_grid->selectRow(isToEnd ? last : 0);
     return true;
 }
 

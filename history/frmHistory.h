@@ -51,6 +51,7 @@ private:
     bool mousePressed(const QMouseEvent& event, QPoint inGrid);
     void gridDoubleClicked();
     bool gridKeyPressed(const QKeyEvent& event);
+    bool rowReached(const QKeyEvent& event);
     void contextMenuWanted(const QContextMenuEvent& event);
 
     Shell& m_shell;

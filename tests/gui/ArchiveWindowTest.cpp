@@ -24,6 +24,23 @@ private slots:
         QVERIFY(!f.shell.isOpenBook);
     }
 
+    void keysReachNodes()
+    {
+        for (const Qt::Key first : {Qt::Key_Down, Qt::Key_Home}) {
+            ArchiveFixture f;
+            f.open();
+            QTest::keyClick(&f.view(), first);
+            QCOMPARE(f.view().selectedNode(), f.root());
+            f.select(u"A"_s);
+            QTest::keyClick(&f.view(), Qt::Key_Right);
+            QTest::keyClick(&f.view(), Qt::Key_Down);
+            const auto* status = f.window->findChild<QLabel*>(u"panel1"_s);
+            QCOMPARE(status->text(), u"http://a1"_s);
+            QTest::keyClick(&f.view(), Qt::Key_Home);
+            QCOMPARE(status->text(), QString());
+        }
+    }
+
     void newFolders()
     {
         ArchiveFixture f;
