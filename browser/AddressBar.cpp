@@ -1,5 +1,6 @@
 #include "browser/AddressBar.h"
 
+#include "base/DialogKeys.h"
 #include "base/DroppedAddress.h"
 
 #include <QComboBox>
@@ -39,9 +40,10 @@ AddressBar::AddressBar(QWidget* parent)
     // The line would insert a drop into its text; here a drop replaces it.
     m_address->installEventFilter(this);
     m_address->lineEdit()->installEventFilter(this);
-
-    connect(m_address->lineEdit(), &QLineEdit::textEdited, this,
-            [this](const QString& text) { m_typed = text; });
+    connect(m_address->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        m_typed = text;
+        m_isOpening = false;
+    });
 
     m_label->move(margin, margin);
     m_label->resize(m_label->sizeHint().width(), m_address->sizeHint().height());
@@ -71,6 +73,8 @@ void AddressBar::visited(const QString& current, const QString& location)
     // middle of its load: the address shares the paint of its first picture.
     setUpdatesEnabled(false);
     QTimer::singleShot(untilPicture, this, [this] { setUpdatesEnabled(true); });
+    m_shown = current;
+    m_isOpening = false;
     const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0)
         m_address->removeItem(found);
@@ -106,6 +110,9 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::KeyPress:
         return keyPressed(*static_cast<QKeyEvent*>(event));
+    case QEvent::FocusOut:
+        left(static_cast<QFocusEvent*>(event)->reason());
+        return false;
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         auto* drag = static_cast<QDragMoveEvent*>(event);
@@ -126,10 +133,37 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
 
 bool AddressBar::keyPressed(const QKeyEvent& event)
 {
+    if (isEscapeKey(event)) {
+        giveUp();
+        m_address->lineEdit()->selectAll();
+        return true;
+    }
     if (event.key() != Qt::Key_Return && event.key() != Qt::Key_Enter)
         return false;
-    emit entered();
+    open();
     return true;
+}
+
+void AddressBar::open()
+{
+    m_isOpening = true;
+    emit entered();
+}
+
+void AddressBar::giveUp()
+{
+    m_isOpening = false;
+    showAddress(m_shown);
+    m_address->lineEdit()->setCursorPosition(0);
+}
+
+void AddressBar::left(Qt::FocusReason reason)
+{
+    // Its own menu and list, the menu bar, and other programs: one comes back from these.
+    const bool comesBack = reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
+                           reason == Qt::ActiveWindowFocusReason;
+    if (!comesBack && !m_isOpening && text() != m_shown)
+        giveUp();
 }
 
 bool AddressBar::dropped(const QMimeData& offered)
@@ -138,6 +172,6 @@ bool AddressBar::dropped(const QMimeData& offered)
     if (address.isEmpty())
         return false;
     showAddress(address.text ? *address.text : address.files.constFirst());
-    emit entered();
+    open();
     return true;
 }

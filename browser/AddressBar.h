@@ -11,7 +11,8 @@ class QMimeData;
 
 /// The panel `picAddress` with the label and the address line `cboAddress`. The
 /// list of the line holds the addresses visited in this window, the latest
-/// first, no two equal (case-sensitive), without an upper bound.
+/// first, no two equal (case-sensitive), without an upper bound. A text that was typed and
+/// not opened gives way to the page's address by Escape, or when the focus leaves it.
 class AddressBar : public QWidget {
     Q_OBJECT
 public:
@@ -41,10 +42,18 @@ protected:
 
 private:
     bool keyPressed(const QKeyEvent& event);
+    void open();
+    /// Brings back the address of the page in place of what was typed.
+    void giveUp();
+    void left(Qt::FocusReason reason);
     bool dropped(const QMimeData& offered);
     void showAddress(const QString& address);
 
     QLabel* m_label;
     QComboBox* m_address;
     std::optional<QString> m_typed;
+    /// The address of the page; empty before the first one.
+    QString m_shown;
+    /// The text is on its way to become the page's address.
+    bool m_isOpening = false;
 };
