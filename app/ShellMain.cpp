@@ -6,6 +6,7 @@
 #include "app/ProgramStarter.h"
 #include "app/ShellEntry.h"
 #include "app/StartupNotice.h"
+#include "base/ContextMenuKey.h"
 #include "base/MessagePrompt.h"
 #include "base/OneLineText.h"
 #include "browser/AddressResolver.h"
@@ -146,6 +147,7 @@ int tesseraMain(const ShellStart& start)
     QApplication application(count, arguments.data());
     describeProgram();
     installGermanTexts();
+    new ContextMenuKey(&application); // belongs to the application
     return start.complaint.empty() ? run(application, start)
                                    : show(QString::fromStdString(start.complaint));
 }

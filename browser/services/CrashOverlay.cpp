@@ -1,5 +1,6 @@
 #include "browser/services/CrashOverlay.h"
 
+#include "base/DialogKeys.h"
 #include "browser/services/OverPage.h"
 
 #include <QEvent>
@@ -33,6 +34,8 @@ CrashOverlay::CrashOverlay(QWidget* view)
     layout->addWidget(m_reload, 0, Qt::AlignCenter);
     layout->addStretch(2);
     connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
+    // Outside of dialogs a button is pressed by the space bar only.
+    (new DialogKeys(this))->set(m_reload, [this] { m_reload->click(); }, {});
     hide();
     view->installEventFilter(this);
     new OverPage(view, this, [this](const QRect& area) { setGeometry(area); });

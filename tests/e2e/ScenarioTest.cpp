@@ -162,7 +162,7 @@ private slots:
         QTRY_COLOUR(corner, Qt::red);
         killRenderers(m_run->processId());
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
-        User::press(u"space"_s); // the button of the notice has the focus
+        User::press(u"Return"_s); // the button of the notice has the focus
         QTRY_COLOUR(corner, Qt::blue);
         QCOMPARE(m_server->requests(u"/one"_s), 2);
         QTest::qWait(700);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QObject>
+
+/// Lets Shift+F10 do what the menu key does, in all windows of the program: the toolkit
+/// knows only the menu key. Pages see to it themselves.
+class ContextMenuKey : public QObject {
+    Q_OBJECT
+public:
+    /// Belongs to the application.
+    explicit ContextMenuKey(QObject* application);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
