@@ -1,10 +1,12 @@
 #include "app/FrameCommands.h"
 
+#include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
 #include "app/Prefer.h"
 #include "app/ProgramStarter.h"
+#include "app/WindowListEntry.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
 #include "base/Maker.h"
@@ -97,13 +99,11 @@ void FrameCommands::rebuildWindowList()
     for (frmBrowser* window : m_frame.Browser()) {
         if (m_windowList.isEmpty())
             m_windowList.append(menu->addSeparator());
-        QString caption = window->windowTitle();
-        caption.replace(u"[*][*]"_s, u"[*]"_s).replace(u'&', u"&&"_s); // doubled for titles only
-        auto* entry = new QAction(u"&%1 %2"_s.arg(++number).arg(caption), menu);
+        auto* entry = new QAction(windowListEntry(++number, window->windowTitle()), menu);
         entry->setCheckable(true);
         entry->setChecked(window == m_frame.activeBrowser());
         connect(entry, &QAction::triggered, window,
-                [this, window] { m_frame.area().setActiveSubWindow(window); });
+                [this, window] { m_frame.activeChild().choose(*window); });
         menu->addAction(entry);
         m_windowList.append(entry);
     }

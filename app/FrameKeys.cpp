@@ -1,11 +1,12 @@
 #include "app/FrameKeys.h"
 
-#include "app/ChildArea.h"
+#include "app/ActiveChild.h"
 #include "app/FrameCommands.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
 
 #include <QAction>
+#include <QMenuBar>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -29,27 +30,39 @@ FrameKeys::FrameKeys(MDIForm1& frame, FrameCommands& commands) : QObject(&frame)
         if (frmBrowser* active = m_frame.activeBrowser())
             active->refreshPastCache();
     });
-    addKey(Qt::CTRL | Qt::Key_Tab, [this] { m_frame.area().activateNextSubWindow(); });
-    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab,
-           [this] { m_frame.area().activatePreviousSubWindow(); });
+    addKey(Qt::CTRL | Qt::Key_Tab, [this] { m_frame.activeChild().chooseNext(); });
+    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { m_frame.activeChild().choosePrevious(); });
+    addKey(Qt::ALT | Qt::Key_Minus, [this] {
+        if (frmBrowser* active = m_frame.activeBrowser())
+            active->showSystemMenu();
+    });
+    addKey(Qt::Key_F10, [this] {
+        QMenuBar& bar = *m_frame.menuBar();
+        bar.setActiveAction(bar.actions().constFirst());
+    });
 }
 
-void FrameKeys::addKey(const QKeySequence& key, std::function<void()> step)
+QShortcut* FrameKeys::addKey(const QKeySequence& key, std::function<void()> step)
 {
     auto* shortcut = new QShortcut(key, &m_frame);
     connect(shortcut, &QShortcut::activated, this, std::move(step));
+    return shortcut;
 }
 
 void FrameKeys::addCommand(const QString& role, const QList<QKeySequence>& keys,
                            FrameCommands& commands)
 {
-    // Shown beside the caption only: an item that its menu has disabled would
-    // swallow the key.
+    // Shown beside the caption, where the item is the one that has the key: two owners of
+    // a key would leave it to neither. An item that its menu has disabled would swallow
+    // it, though.
     QAction* item = m_frame.menus().item(role);
     item->setShortcuts(keys);
-    item->setShortcutContext(Qt::WidgetShortcut);
-    for (const QKeySequence& key : keys)
-        addKey(key, [role, &commands] { commands.run(role); });
+    for (const QKeySequence& key : keys) {
+        QShortcut* const standIn = addKey(key, [role, &commands] { commands.run(role); });
+        const auto follow = [item, standIn] { standIn->setEnabled(!item->isEnabled()); };
+        connect(item, &QAction::enabledChanged, standIn, follow);
+        follow();
+    }
 }
 
 void FrameKeys::addButton(const QKeySequence& key, const QString& button)

@@ -7,6 +7,7 @@
 class FrameCommands;
 class MDIForm1;
 class QKeySequence;
+class QShortcut;
 
 /// The keys of the frame: they act on the active browser window wherever inside
 /// the frame the focus is, and whatever state the menu items are in.
@@ -17,7 +18,7 @@ public:
     FrameKeys(MDIForm1& frame, FrameCommands& commands);
 
 private:
-    void addKey(const QKeySequence& key, std::function<void()> step);
+    QShortcut* addKey(const QKeySequence& key, std::function<void()> step);
     void addCommand(const QString& role, const QList<QKeySequence>& keys, FrameCommands& commands);
     void addButton(const QKeySequence& key, const QString& button);
 

@@ -1,5 +1,6 @@
 #include "app/MDIForm1.h"
 
+#include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/DescriptorLimit.h"
 #include "app/FrameMenus.h"
@@ -14,6 +15,7 @@
 #include "history/HistoryList.h"
 
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QIcon>
 #include <QPointer>
 #include <QScreen>
@@ -26,7 +28,7 @@ using namespace Qt::StringLiterals;
 MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
     : m_start(start), m_prompt(prompt), m_parts(std::move(parts)),
       m_menus(new FrameMenus(this, maker::webSite())), m_area(new ChildArea(this)),
-      m_statusBar(new FrameStatusBar(this))
+      m_activeChild(new ActiveChild(*m_area)), m_statusBar(new FrameStatusBar(this))
 {
     setObjectName(u"MDIForm1"_s);
     setCentralWidget(m_area);
@@ -95,6 +97,7 @@ frmBrowser* MDIForm1::CreateBrowser()
     window->showAddressBar(preferences().Adresszeile() != 0);
     window->showToolbar(preferences().Toolbar() != 0);
     m_area->addChild(window);
+    m_activeChild->watch(*window);
     window->load();
     if (!window.isNull()) {
         window->PubResize();
@@ -179,7 +182,19 @@ void MDIForm1::browserUnloaded(qint32 number)
 {
     ignoringErrors([this] { m_counter = addWhole(m_counter, -1); });
     statusText({});
+    ignoringErrors([&] { makeWay(*m_browser.Item(QString::number(number))); });
     ignoringErrors([&] { m_browser.Remove(QString::number(number)); });
+}
+
+void MDIForm1::makeWay(const frmBrowser& closing)
+{
+    if (!m_unloading)
+        m_activeChild->replace(closing);
+    // A window that a pop-up has opened goes back to where that came from.
+    for (frmBrowser* window : m_browser) {
+        if (window->opener() == &closing)
+            window->opener(closing.opener());
+    }
 }
 
 void MDIForm1::SetDropDisabled(bool disable)
@@ -223,6 +238,11 @@ bool MDIForm1::event(QEvent* event)
         return true; // the panels belong to the pages
     if (event->type() == QEvent::WindowActivate)
         MDIForm_Activate();
+    if (event->type() == QEvent::ContextMenu && activeBrowser() == nullptr &&
+        static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard) {
+        emit m_area->contextMenuWanted(m_area->mapToGlobal(m_area->rect().center()));
+        return true;
+    }
     return QMainWindow::event(event);
 }
 

@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class ActiveChild;
 class ChildArea;
 class FrameMenus;
 class FrameStatusBar;
@@ -71,6 +72,7 @@ public:
 
     FrameMenus& menus() const { return *m_menus; }
     ChildArea& area() const { return *m_area; }
+    ActiveChild& activeChild() const { return *m_activeChild; }
     /// The browser window that is active inside the frame, or null.
     frmBrowser* activeBrowser() const;
     /// Lays out the children by the arrangement that is checked.
@@ -113,6 +115,7 @@ private:
     void MDIForm_Unload();
     void ShowActiveChild();
     void unloadChildren();
+    void makeWay(const frmBrowser& closing);
     void storeSizeAndState();
     void stayOnScreen(const QSize& decoration);
 
@@ -121,6 +124,7 @@ private:
     BrowserParts m_parts;
     FrameMenus* m_menus;
     ChildArea* m_area;
+    ActiveChild* m_activeChild;
     FrameStatusBar* m_statusBar;
 
     KeyedCollection<frmBrowser*> m_browser;

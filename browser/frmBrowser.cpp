@@ -9,11 +9,11 @@
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
 #include "browser/PageTexts.h"
+#include "browser/SystemMenu.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QIcon>
-#include <QMenu>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -48,10 +48,7 @@ void frmBrowser::buildControls(const BrowserParts& parts)
     m_busy = new BusyDisplay(m_toolbar, this);
     setWidget(m_client);
     m_client->installEventFilter(this);
-    // The frame has keys of its own for closing and walking the windows.
-    const QList<QAction*> entries = systemMenu()->actions();
-    for (QAction* entry : entries)
-        entry->setShortcut({});
+    settleSystemMenu(*this, [this](Placing placing) { beginPlacing(placing); });
 }
 
 void frmBrowser::connectControls()
@@ -67,7 +64,12 @@ void frmBrowser::connectControls()
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     escape->setEnabled(false); // while nothing loads, the key belongs to the page
     connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
-    connect(escape, &QShortcut::activated, this, [this] { clickButton(u"Stop"_s); });
+    connect(escape, &QShortcut::activated, this, [this] {
+        if (m_placing == Placing::None)
+            clickButton(u"Stop"_s);
+        else
+            giveUpPlacing();
+    });
     m_focus = std::make_unique<BrowserFocus>(
         BrowserFocus::Places{*this, *m_client, *m_engine->host(), *m_addressBar, *m_toolbar});
 }
@@ -244,6 +246,7 @@ void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
     if (window == nullptr)
         return;
     window->bNewWindow(true);
+    window->opener(this);
     window->m_focus->settle(true);
     engine = window->brwWebBrowser();
 }
@@ -278,6 +281,11 @@ void frmBrowser::closeUnasked()
 void frmBrowser::activated()
 {
     refreshToolTips();
+    takeFocus();
+}
+
+void frmBrowser::takeFocus()
+{
     // The engine replaces its widget, so the place is remembered, not the widget.
     if (m_focus->isInPage())
         m_engine->host()->setFocus();
@@ -294,6 +302,12 @@ void frmBrowser::refreshToolTips()
 
 void frmBrowser::focusAddress()
 {
+    if (isMinimized())
+        showNormal();
+    if (!isAddressBarShown()) {
+        showAddressBar(true);
+        PubResize();
+    }
     m_addressBar->focusAddress();
 }
 

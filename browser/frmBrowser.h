@@ -1,8 +1,10 @@
 #pragma once
 
 #include "browser/EngineControl.h"
+#include "browser/KeyboardPlace.h"
 
 #include <QMdiSubWindow>
+#include <QPointer>
 
 class AddressBar;
 class BrowserFocus;
@@ -38,6 +40,10 @@ public:
     bool bNewWindow() const { return m_newWindow; }
     void bNewWindow(bool value) { m_newWindow = value; }
 
+    /// The window whose page has asked for this one, while it is open; else null.
+    frmBrowser* opener() const { return m_opener; }
+    void opener(frmBrowser* value) { m_opener = value; }
+
     bool isAddressBarShown() const;
     void showAddressBar(bool shown);
     bool isToolbarShown() const;
@@ -62,6 +68,7 @@ public:
 
     /// Puts the home and search addresses of the preferences into the tool tips.
     void refreshToolTips();
+    /// Puts the cursor into the address line, which is shown if need be.
     void focusAddress();
     /// Does what a click on the toolbar button with this key does.
     void clickButton(const QString& key);
@@ -77,6 +84,7 @@ signals:
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -103,12 +111,23 @@ private:
     void layOut();
     BrowserBars bars() const;
     void unload();
+    /// Gives the focus to the page or the address line, whichever had it.
+    void takeFocus();
+    /// Moves or sizes the window by the arrow keys until Enter, Escape, or the focus goes.
+    void beginPlacing(Placing placing);
+    void endPlacing();
+    void giveUpPlacing();
 
     Shell& m_shell;
     std::function<QStringList()> m_drives;
     QString m_startingAddress;
     qint32 m_windowKey = 0;
     bool m_newWindow = false;
+    Placing m_placing = Placing::None;
+    QRect m_placeBefore;
+    /// Has the focus while the arrow keys move or size the window.
+    QPointer<QWidget> m_arrowKeys;
+    QPointer<frmBrowser> m_opener;
     bool m_updatingList = false;
     bool m_unloaded = false;
     bool m_mayClose = false;

@@ -1,3 +1,5 @@
+#include "app/ActiveChild.h"
+#include "app/WindowListEntry.h"
 #include "tests/gui/FrameFixture.h"
 
 #include <QComboBox>
@@ -68,16 +70,62 @@ private slots:
     {
         Started f;
         f.frame().NewBrowser();
-        f.engine(0)->arrive(u"u"_s, u"A & B"_s);
+        f.engine(0)->arrive(u"u"_s, u"A & B"_s + QString(90, u'x'));
         f.engine(1)->arrive(u"v"_s, u"C"_s);
         for (int i = 0; i < 2; ++i) // rebuilt, not added to
             f.open("mn_Fenster");
         const QList<QAction*> entries = f.item("mn_Fenster")->menu()->actions().mid(8);
         QCOMPARE(entries.size(), 3);
         QVERIFY(entries[0]->isSeparator());
-        QCOMPARE(entries[1]->text(), u"&1 A && B"_s);
+        QCOMPARE(entries[1]->text(), u"&1 A && B"_s + QString(54, u'x') + u'…');
         QCOMPARE(entries[2]->text(), u"&2 C"_s);
         QVERIFY(!entries[1]->isChecked() && entries[2]->isChecked());
+        QCOMPARE(windowListEntry(10, u"C"_s), u"10 C"_s); // the key 1 is the first one's
+    }
+
+    void closingAndMinimisingGiveWay()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        f.frame().NewBrowser();
+        const auto active = [&] { return f.frame().activeBrowser()->windowKey(); };
+        const auto window = [&](int key) { return f.frame().Browser().Item(QString::number(key)); };
+        const auto choose = [&](int key) { f.frame().activeChild().choose(*window(key)); };
+        const auto popUp = [&](std::size_t from) {
+            EngineControl* engine = nullptr;
+            bool cancel = false;
+            emit f.engine(from)->NewWindow2(engine, cancel);
+        };
+        choose(1);
+        f.choose("mn_Aktivschließen");
+        QCOMPARE(active(), 3); // not the first one made
+        popUp(1);              // 2 opens 4, that 5
+        popUp(3);
+        choose(4);
+        f.choose("mn_Aktivschließen");
+        QCOMPARE(active(), 2);
+        choose(3);
+        choose(5);
+        f.choose("mn_Aktivschließen");
+        QCOMPARE(active(), 2);  // its opener has gone: that one's
+        f.frame().NewBrowser(); // 6
+        choose(3);
+        choose(6);
+        window(6)->showMinimized();
+        QTRY_COMPARE(active(), 3);
+        f.choose("mn_Aktivschließen");
+        QCOMPARE(active(), 2);
+        window(2)->showMinimized();
+        choose(6);
+        QVERIFY(!window(6)->isMinimized());
+        window(6)->showMinimized();
+        QTRY_COMPARE(active(), 6); // there is no other to be seen
+        f.frame().activeChild().chooseNext();
+        QVERIFY(active() == 2 && !window(2)->isMinimized());
+        f.frame().activeChild().choosePrevious();
+        QVERIFY(active() == 6 && !window(6)->isMinimized());
+        window(6)->showMinimized();
+        QTRY_COMPARE(active(), 2);
     }
 
     void theHistoryItemNeedsTwoEntries()
