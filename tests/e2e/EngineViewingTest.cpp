@@ -21,8 +21,8 @@ private slots:
     void initTestCase()
     {
         m_world.server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
-                                        "'this.requestFullscreen()'>Wort wort anderes");
-        m_world.server.page(u"/next"_s, "<title>Nächste</title>Wort");
+                                        "'this.requestFullscreen()'>Wort wort wort");
+        m_world.server.page(u"/next"_s, "<title>Nächste</title>wort");
     }
     void init()
     {
@@ -105,16 +105,14 @@ private slots:
         QVERIFY(told->parent()->indexOfChild(told) >= 0); // found from above, too
         const auto* const hits = bar->findChild<QLabel*>(u"lblHits"_s);
         QTest::keyClicks(bar->findChild<QLineEdit*>(), u"wort"_s);
-        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
+        QTRY_COMPARE(hits->text(), u"1 von 3"_s);
         QTest::keyClick(m_window, Qt::Key_F3);
-        QTRY_COMPARE(hits->text(), u"2 von 2"_s);
+        QTRY_COMPARE(hits->text(), u"2 von 3"_s);
         QTest::keyClick(bar->findChild<QLineEdit*>(), Qt::Key_Enter,
                         Qt::ShiftModifier | Qt::KeypadModifier);
-        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
+        QTRY_COMPARE(hits->text(), u"1 von 3"_s);
         QTest::keyClick(bar->findChild<QWidget*>(u"chkCase"_s), Qt::Key_Space);
-        QTRY_COMPARE(hits->text(), u"1 von 1"_s);
-        QTest::keyClick(bar->findChild<QWidget*>(u"chkCase"_s), Qt::Key_Space);
-        QTRY_COMPARE(hits->text(), u"1 von 2"_s);
+        QTRY_VERIFY(hits->text().endsWith(u" von 2"_s));
         m_window->visitAndWait(u"/next"_s);
         QTRY_COMPARE(hits->text(), u"1 von 1"_s);
     }
@@ -126,7 +124,7 @@ private slots:
         const QPointer<FindBar> bar = screen()->findChild<FindBar*>();
         QVERIFY(bar && bar->isVisible());
         QTest::keyClicks(bar->findChild<QLineEdit*>(), u"wort"_s);
-        QTRY_COMPARE(bar->findChild<QLabel*>(u"lblHits"_s)->text(), u"1 von 2"_s);
+        QTRY_COMPARE(bar->findChild<QLabel*>(u"lblHits"_s)->text(), u"1 von 3"_s);
         QTest::keyClick(bar->findChild<QLineEdit*>(), Qt::Key_Escape); // ends only the search
         QVERIFY(bar && bar->isHidden());
         screen()->close();
