@@ -156,6 +156,10 @@ QUrl resolveHost(const QString& text)
         return QUrl(u"http://"_s + text);
     // It also takes ":..." for a file.
     const QUrl url = QUrl::fromUserInput(text);
+    // And it decodes digits, so that a port may come out of what was none.
+    const QString read = url.toString(QUrl::FullyEncoded);
+    if (schemeLength(read) == 0 && hostAndPort.match(read).hasMatch())
+        return QUrl(u"http://"_s + read);
     return url.isLocalFile() ? QUrl() : url;
 }
 

@@ -18,7 +18,7 @@ const std::array known{
     Known{"javascript:alert('x')", "javascript:alert('x')"},
     Known{"www.example.org", "http://www.example.org"},
     Known{"localhost:8080", "http://localhost:8080"}, Known{"c:8080", "http://c:8080"},
-    Known{"müller.example", "http://xn--mller-kva.example"},
+    Known{"h4:%300", "http://h4:0"}, Known{"müller.example", "http://xn--mller-kva.example"},
     // Paths.
     Known{"/opt/tessera\\lizenz.TXT", "file:///opt/Tessera/Lizenz.txt"},
     Known{"/OPT/TESSERA/readme", "file:///opt/Tessera/README"},
