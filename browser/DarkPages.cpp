@@ -9,5 +9,5 @@ void announceDarkDesktop()
 {
     // The engine does not ask the toolkit (6.4). 0 is its number for dark.
     if (isDark(QGuiApplication::palette()))
-        addEngineFlag("--blink-settings", "preferredColorScheme=0");
+        addPageSwitch("preferredColorScheme=0");
 }

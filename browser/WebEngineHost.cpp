@@ -2,6 +2,7 @@
 
 #include "browser/AssistiveTools.h"
 #include "browser/DarkPages.h"
+#include "browser/EngineFlags.h"
 #include "browser/WebEnginePage.h"
 #include "browser/services/PageServices.h"
 #include "browser/services/PermissionRequests.h"
@@ -12,6 +13,7 @@
 
 #include <QQuickWidget>
 #include <QTimer>
+#include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
@@ -29,6 +31,10 @@ std::unique_ptr<QWebEngineProfile> makeProfile()
     announceDictionaries();
     announceAssistiveTools();
     announceDarkDesktop();
+    // A local page shows its pictures and styles, but reads no other local file. The
+    // profile's own switch for that, when it is off, takes the pictures and styles away,
+    // too (seen with Qt 6.4), so it stays on and the part that draws the pages is told.
+    addPageSwitch("allowFileAccessFromFileURLs=false");
     return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
 }
 
@@ -102,6 +108,7 @@ void WebEngineHost::applySettings()
     settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
     settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, true); // the user is asked
+    settings.setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, true);
     settings.setUnknownUrlSchemePolicy(
         QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
@@ -111,6 +118,9 @@ void WebEngineHost::applySettings()
 #endif
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
+    // Called in a thread of the engine's.
+    m_profile->cookieStore()->setCookieFilter(
+        [](const QWebEngineCookieStore::FilterRequest& request) { return !request.thirdParty; });
 }
 
 void WebEngineHost::addReportScript()
