@@ -2,6 +2,7 @@
 
 #include "base/DialogKeys.h"
 #include "base/DroppedAddress.h"
+#include "browser/PageTexts.h"
 
 #include <QComboBox>
 #include <QDropEvent>
@@ -53,7 +54,8 @@ AddressBar::AddressBar(QWidget* parent)
 
 QString AddressBar::text() const
 {
-    return m_address->currentText();
+    const QString text = m_address->currentText();
+    return text == addressShown(m_shown) ? m_shown : text;
 }
 
 bool AddressBar::isTyped() const
@@ -78,9 +80,11 @@ void AddressBar::visited(const QString& current, const QString& location)
     const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0)
         m_address->removeItem(found);
-    m_address->insertItem(0, current);
-    m_address->setCurrentIndex(0);
-    showAddress(current);
+    const bool isListed = isKept(current);
+    if (isListed)
+        m_address->insertItem(0, current);
+    m_address->setCurrentIndex(isListed ? 0 : -1);
+    showAddress(addressShown(current));
     m_address->lineEdit()->setCursorPosition(0); // of a long address the host is to be seen
 }
 
@@ -153,7 +157,7 @@ void AddressBar::open()
 void AddressBar::giveUp()
 {
     m_isOpening = false;
-    showAddress(m_shown);
+    showAddress(addressShown(m_shown));
     m_address->lineEdit()->setCursorPosition(0);
 }
 

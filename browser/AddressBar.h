@@ -13,12 +13,14 @@ class QMimeData;
 /// list of the line holds the addresses visited in this window, the latest
 /// first, no two equal (case-sensitive), without an upper bound. A text that was typed and
 /// not opened gives way to the page's address by Escape, or when the focus leaves it.
+/// Of an address that is too long to be kept the line shows the beginning.
 class AddressBar : public QWidget {
     Q_OBJECT
 public:
     explicit AddressBar(QWidget* parent);
 
     QComboBox* cboAddress() const { return m_address; }
+    /// The address in the line, whole even where only its beginning is shown.
     QString text() const;
     /// Whether the user has typed this text, or has changed what was there; else it is
     /// an address visited, chosen from the list or dropped.

@@ -17,6 +17,7 @@ public:
     void stop();
     /// As stop, and sets the bar back to its start.
     void finish();
+    bool isOn() const { return m_timer.isActive(); }
     /// One step of the bar: from its minimum to its maximum, then again.
     void advance();
 

@@ -2,7 +2,13 @@
 
 #include "base/OneLineText.h"
 
+#include <QUrl>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qsizetype longestKept = 4096; // characters
+} // namespace
 
 QString StripQuotes(const QString& text)
 {
@@ -28,6 +34,25 @@ Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locat
 {
     return {url.endsWith(locationName) ? locationUrl : url,
             frame.Document ? frame.Document->Title : locationName};
+}
+
+bool isKept(const QString& address)
+{
+    return address.size() <= longestKept;
+}
+
+QString addressShown(const QString& address)
+{
+    return isKept(address) ? address : address.left(longestKept) + u'…';
+}
+
+QString linkShown(const QString& address)
+{
+    const QUrl url(address);
+    const QString encoded = url.isValid() ? url.toString(QUrl::FullyEncoded)
+                                          : QString::fromLatin1(QUrl::toPercentEncoding(
+                                                address.left(longestKept), ":/?#[]@!$&'()*+,;=%"));
+    return addressShown(encoded);
 }
 
 QString windowCaption(const QString& text)

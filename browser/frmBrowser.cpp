@@ -254,14 +254,21 @@ void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
 void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
 {
     const QString name = locationName();
-    caption(captionOf(frame, document(), name));
+    const std::optional<EngineDocument> own = document();
+    const QString frameCaption = captionOf(frame, own, name);
+    caption(frameCaption);
     QString current;
     ignoringErrors([&] { current = m_engine->LocationURL(); });
     m_updatingList = true;
     ignoringErrors([&] { m_addressBar->visited(current, current); });
     const Visit visit = visitOf(frame, url, current, name);
-    ignoringErrors([&] { m_shell.AddToHistory(visit.address, visit.title); });
+    if (isKept(visit.address))
+        ignoringErrors([&] { m_shell.AddToHistory(visit.address, visit.title); });
     m_updatingList = false;
+    // A frame that a page adds or changes later: the next tick gives the caption back to
+    // the page.
+    if (!m_busy->isOn() && frameCaption != captionOf({own}, own, name))
+        StartBusy();
     ignoringErrors([this] { layOut(); });
     ignoringErrors([this] { m_shell.SetDropDisabled(false); });
 }

@@ -51,6 +51,34 @@ private slots:
         QCOMPARE(w.combo->currentText(), u"a"_s);
     }
 
+    void longAddressesAreNotKept()
+    {
+        OneWindow w;
+        const QString address = u"http://h/"_s + QString(1900000, u'a');
+        w.page->arrive(u"http://h/"_s, u"t"_s);
+        w.page->arrive(address, u"t"_s);
+        QCOMPARE(w.combo->count(), 1);
+        QCOMPARE(w.combo->currentText(), address.left(4096) + u'…');
+        QCOMPARE(w.frame().History().Count(), 1);
+        w.page->calls();
+        QTest::keyClick(w.combo->lineEdit(), Qt::Key_Enter);
+        QCOMPARE(w.page->calls(), u"Navigate "_s + address); // whole
+    }
+
+    void aLateFrameGivesTheCaptionBack()
+    {
+        OneWindow w;
+        w.page->arrive(u"http://e/"_s, u"Seite"_s);
+        w.page->document = EngineDocument{u"Seite"_s};
+        w.timer->stop();
+        emit w.page->NavigateComplete2(EngineFrame{w.page->document}, u"http://e/#x"_s);
+        QVERIFY(!w.busy()); // nothing to give back
+        emit w.page->NavigateComplete2(EngineFrame{EngineDocument{u"Rahmen"_s}}, u"http://f/"_s);
+        QCOMPARE(w.browser->windowTitle(), u"Rahmen"_s);
+        QTRY_COMPARE(w.browser->windowTitle(), u"Seite"_s);
+        QVERIFY(!w.busy());
+    }
+
     void captionAndHistoryFollowTheirOwnRules()
     {
         // The titles of the frame and of the page, which also is its name.
