@@ -1,6 +1,7 @@
 #include "browser/WebEngineControl.h"
 
 #include "base/Guarded.h"
+#include "browser/PageTexts.h"
 #include "browser/WebEnginePage.h"
 #include "browser/WebErrorPage.h"
 #include "browser/services/DesktopSchemes.h"
@@ -20,6 +21,8 @@ namespace {
 
 // Scripts and addresses of other programs never begin a load.
 constexpr std::chrono::seconds startPatience(3);
+
+const QUrl blank(u"about:blank"_s);
 
 } // namespace
 
@@ -72,7 +75,11 @@ void WebEngineControl::connectLoading()
             [this] { m_visits.urlChanged(pageState()); });
     connect(m_page, &QWebEnginePage::titleChanged, this, [this](const QString& title) {
         m_visits.titleChanged(pageState());
+        const QPointer<WebEngineControl> self = this;
         emit TitleChange(title);
+        if (self) {
+            announceWriting(title);
+        }
     });
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
         if (const QUrl url(report.address); report.isMainFrame && WebErrorPage::isAt(url))
@@ -87,7 +94,7 @@ void WebEngineControl::connectWindow()
 {
     connect(m_page, &QWebEnginePage::linkHovered, this, [this](const QString& address) {
         m_isOverLink = !address.isEmpty();
-        emit StatusTextChange(address);
+        emit StatusTextChange(linkShown(address));
     });
     // A page that goes may name a link of its own once more, after it has gone.
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
@@ -161,12 +168,13 @@ void WebEngineControl::GoForward()
 
 void WebEngineControl::Refresh()
 {
-    actLater(QWebEnginePage::Reload);
+    QTimer::singleShot(0, m_page, [page = m_page] { page->reload(); });
 }
 
 void WebEngineControl::RefreshPastCache()
 {
-    actLater(QWebEnginePage::ReloadAndBypassCache);
+    QTimer::singleShot(0, m_page,
+                       [page = m_page] { page->reload(QWebEnginePage::ReloadAndBypassCache); });
 }
 
 void WebEngineControl::Stop()
@@ -246,11 +254,23 @@ WebPageState WebEngineControl::pageState() const
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 {
     if (isMainFrame) {
+        // No load begins where another one is still running.
+        m_isStarting = m_isStarting && !m_page->isLoading();
         m_visits.navigationStarting(url, pageState());
     }
     // The engine announces a page of our own making by its content.
     const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);
     emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));
+}
+
+void WebEngineControl::announceWriting(const QString& title)
+{
+    // A window that is written into has its title when nothing is busy any more, and
+    // nothing else tells that a document has come.
+    const QUrl url = m_page->url();
+    if (!title.isEmpty() && (url.isEmpty() || url == blank)) {
+        emit BeforeNavigate2(blank.toString());
+    }
 }
 
 bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
@@ -296,7 +316,7 @@ void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
     // (seen with Qt 6.4). A page that has begun a load of its own has some, and
     // a setting that is set once more hands them over to the window lent.
     const QPointer<WebEnginePage> page = m_page;
-    page->load(QUrl(u"about:blank"_s));
+    page->load(blank);
     request.openIn(page); // sends events: this object may be gone after it
     page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
 }

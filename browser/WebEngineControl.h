@@ -62,6 +62,7 @@ private:
     WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
+    void announceWriting(const QString& title);
     bool mayOpenWindow(QWebEngineNewWindowRequest& request);
     void openWindow(QWebEngineNewWindowRequest& request);
     void lend(QWebEngineNewWindowRequest& request);

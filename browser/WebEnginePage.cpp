@@ -1,9 +1,12 @@
 #include "browser/WebEnginePage.h"
 
+#include "browser/WebErrorPage.h"
 #include "browser/WebScriptAnswers.h"
+#include "browser/WebSentForm.h"
 #include "browser/services/DesktopSchemes.h"
 
 #include <QCoreApplication>
+#include <QWebEngineHistory>
 
 namespace {
 
@@ -45,6 +48,16 @@ void WebEnginePage::retire()
     }
 }
 
+void WebEnginePage::reload(WebAction action)
+{
+    emit userNavigates();
+    if (isFromSentForm(*history())) {
+        emit resendingWanted(action);
+    } else {
+        triggerAction(action);
+    }
+}
+
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
     if (isForDesktop(url)) {
@@ -53,7 +66,10 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
         }
         return false;
     }
-    if (isForNobody(url)) {
+    // Our own page of an address that is none, on its way or loaded once more.
+    const bool isOurs = WebErrorPage::isAt(url) && type != NavigationTypeLinkClicked &&
+                        type != NavigationTypeOther && type != NavigationTypeRedirect;
+    if (isForNobody(url) && !isOurs) {
         emit barredAddressMet(url);
         return false;
     }
@@ -93,13 +109,13 @@ bool WebEnginePage::askToLeave()
     return isLeaving;
 }
 
-void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level,
-                                             const QString& message, int lineNumber,
-                                             const QString& sourceId)
+void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*level*/,
+                                             const QString& message, int /*lineNumber*/,
+                                             const QString& /*sourceId*/)
 {
+    // Everything else is dropped: a page could fill the program's own output with it.
+
     if (const std::optional<FrameReport> report = m_reports.read(message)) {
         emit frameReported(*report);
-        return;
     }
-    QWebEnginePage::javaScriptConsoleMessage(level, message, lineNumber, sourceId);
 }

@@ -48,6 +48,10 @@ public:
     /// Whether a question is open.
     bool isAsking() const { return m_questions > 0; }
 
+    /// Loads what is shown once more, by `action`, as the user wants it. What came of a form
+    /// that was sent is not loaded before the user agrees: see `resendingWanted`.
+    void reload(WebAction action = Reload);
+
     /// `answers` answers the page's scripts from now on; it goes with the page.
     /// Without one they get no answer.
     void answerScripts(WebScriptAnswers* answers) { m_answers = answers; }
@@ -58,6 +62,8 @@ signals:
     void navigationStarting(const QUrl& url, bool isMainFrame);
     /// What the page was about to show is being saved as a file, or is not wanted.
     void downloadDecided();
+    /// `action` would send the form once more that the page shown has come of.
+    void resendingWanted(QWebEnginePage::WebAction action);
     /// The user, not a script, is about to send the page somewhere.
     void userNavigates();
     /// The page goes nowhere, as `url` is for another program of the desktop. It

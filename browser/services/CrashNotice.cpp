@@ -36,10 +36,6 @@ CrashNotice::CrashNotice(WebEnginePage& page, QWebEngineView* view, QObject* par
     // A load that was on its way already comes to its end in a new process.
     connect(&page, &WebEnginePage::frameReported, overlay, &CrashOverlay::vanish);
     connect(&page, &QWebEnginePage::loadStarted, overlay, &CrashOverlay::vanish);
-    connect(overlay, &CrashOverlay::reloadWanted, &page, [&page] {
-        QTimer::singleShot(0, &page, [&page] {
-            emit page.userNavigates();
-            page.triggerAction(QWebEnginePage::Reload);
-        });
-    });
+    connect(overlay, &CrashOverlay::reloadWanted, &page,
+            [&page] { QTimer::singleShot(0, &page, [&page] { page.reload(); }); });
 }

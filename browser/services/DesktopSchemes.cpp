@@ -20,8 +20,6 @@ bool isForEngine(const QUrl& url)
                                      u"http"_s,
                                      u"https"_s,
                                      u"javascript"_s,
-                                     u"qrc"_s,
-                                     u"tessera-error"_s,
                                      u"view-source"_s};
     return shown.contains(url.scheme());
 }
@@ -34,11 +32,12 @@ bool isScript(const QUrl& url)
 bool isForDesktop(const QUrl& url)
 {
     static const QSet<QString> never{
-        u"admin"_s,   u"afp"_s,      u"applications"_s, u"burn"_s,     u"cdda"_s, u"computer"_s,
-        u"content"_s, u"dav"_s,      u"davs"_s,         u"desktop"_s,  u"fish"_s, u"ftp"_s,
-        u"ftps"_s,    u"gphoto2"_s,  u"jar"_s,          u"ldap"_s,     u"mtp"_s,  u"network"_s,
-        u"nfs"_s,     u"programs"_s, u"recent"_s,       u"sftp"_s,     u"smb"_s,  u"ssh"_s,
-        u"telnet"_s,  u"trash"_s,    u"urn"_s,          u"vbscript"_s, u"ws"_s,   u"wss"_s};
+        u"admin"_s,   u"afp"_s,      u"applications"_s,  u"burn"_s,    u"cdda"_s, u"computer"_s,
+        u"content"_s, u"dav"_s,      u"davs"_s,          u"desktop"_s, u"fish"_s, u"ftp"_s,
+        u"ftps"_s,    u"gphoto2"_s,  u"jar"_s,           u"ldap"_s,    u"mtp"_s,  u"network"_s,
+        u"nfs"_s,     u"programs"_s, u"qrc"_s,           u"recent"_s,  u"sftp"_s, u"smb"_s,
+        u"ssh"_s,     u"telnet"_s,   u"tessera-error"_s, u"trash"_s,   u"urn"_s,  u"vbscript"_s,
+        u"ws"_s,      u"wss"_s};
     // A single letter is a drive, not a scheme.
     return url.isValid() && url.scheme().size() > 1 && !isForEngine(url) &&
            !never.contains(url.scheme());
@@ -47,4 +46,12 @@ bool isForDesktop(const QUrl& url)
 bool isForNobody(const QUrl& url)
 {
     return !url.scheme().isEmpty() && !isForEngine(url) && !isForDesktop(url);
+}
+
+bool canPageOpen(const QUrl& url, const QUrl& page)
+{
+    static const QSet<QString> ofAnyPage{u"about"_s, u"blob"_s,  u"filesystem"_s,
+                                         u"http"_s,  u"https"_s, u"javascript"_s};
+    return ofAnyPage.contains(url.scheme()) || isForDesktop(url) ||
+           (url.isLocalFile() && page.isLocalFile());
 }

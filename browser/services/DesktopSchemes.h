@@ -15,5 +15,9 @@ bool isScript(const QUrl& url);
 /// among them.
 bool isForDesktop(const QUrl& url);
 
-/// Whether `url` is neither for the one nor for the others.
+/// Whether `url` is neither for the one nor for the others. The program's own addresses
+/// are among them: they are never opened, but stand for something that the program shows.
 bool isForNobody(const QUrl& url);
+
+/// Whether a click on a link to `url` in the page at `page` could open it.
+bool canPageOpen(const QUrl& url, const QUrl& page);

@@ -40,16 +40,16 @@ const QHash<Item, Action>& engineActions()
         {Item::SelectAll, Action::SelectAll},
         {Item::Back, Action::Back},
         {Item::Forward, Action::Forward},
-        {Item::Reload, Action::Reload},
         {Item::SavePage, Action::SavePage},
     };
     return all;
 }
 
-bool isForWindow(const QUrl& address)
+bool isForWindow(const QUrl& address, const QUrl& page)
 {
     const QString scheme = address.scheme();
-    return scheme == "http"_L1 || scheme == "https"_L1 || scheme == "file"_L1;
+    return scheme == "http"_L1 || scheme == "https"_L1 ||
+           (address.isLocalFile() && canPageOpen(address, page));
 }
 
 QString encoded(const QUrl& address)
@@ -117,9 +117,13 @@ PageMenuTarget PageContextMenu::targetOf(const Request& request) const
 {
     PageMenuTarget target;
     target.isLink = !request.linkUrl().isEmpty();
-    target.isLinkForWindow = isForWindow(request.linkUrl());
+    const QUrl page = m_page->url();
+    target.isLinkOpenable = canPageOpen(request.linkUrl(), page);
+    target.isLinkForWindow = isForWindow(request.linkUrl(), page);
     target.media = mediaOf(request);
-    target.isImageForWindow = isForWindow(request.mediaUrl());
+    const QUrl media = request.mediaUrl();
+    target.isMediaSavable = media.scheme() == "data"_L1 || canPageOpen(media, page);
+    target.isImageForWindow = isForWindow(media, page);
     target.isMuted = request.mediaFlags().testFlag(Request::MediaMuted);
     target.isLooping = request.mediaFlags().testFlag(Request::MediaLoop);
     target.hasControls = request.mediaFlags().testFlag(Request::MediaControls);
@@ -140,7 +144,8 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     for (const auto& [item, action] : engineActions().asKeyValueRange())
         commands.items[item] = [this, act = action] { m_page->triggerAction(act); };
     // As the toolbar's buttons: what the page was silenced for is over.
-    for (const Item item : {Item::OpenLink, Item::Back, Item::Forward, Item::Reload})
+    commands.items[Item::Reload] = [this] { m_page->reload(); };
+    for (const Item item : {Item::OpenLink, Item::Back, Item::Forward})
         commands.items[item] = [this, act = engineActions().value(item)] {
             emit m_page->userNavigates();
             m_page->triggerAction(act);

@@ -20,6 +20,9 @@ bool PageInput::eventFilter(QObject* watched, QEvent* event)
     case QEvent::ChildAdded:
         static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
         break;
+    case QEvent::MouseButtonPress:
+        emit pressed();
+        break;
     case QEvent::MouseButtonRelease:
     case QEvent::TouchEnd:
         emit used();

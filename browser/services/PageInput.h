@@ -14,6 +14,8 @@ public:
     void watch(QWidget* view);
 
 signals:
+    /// A button of the mouse goes down.
+    void pressed();
     void used();
     /// By the mouse, a finger, or a key that presses a button.
     void clicked();

@@ -7,7 +7,9 @@ using Media = PageMenuTarget::Media;
 
 QList<PageMenuItem> linkItems(const PageMenuTarget& target)
 {
-    QList<PageMenuItem> items{Separator, OpenLink};
+    QList<PageMenuItem> items{Separator};
+    if (target.isLinkOpenable)
+        items << OpenLink;
     if (target.isLinkForWindow)
         items << OpenLinkInWindow;
     items << CopyLinkAddress;
@@ -21,7 +23,9 @@ QList<PageMenuItem> imageItems(const PageMenuTarget& target)
     QList<PageMenuItem> items{Separator};
     if (target.isImageForWindow)
         items << OpenImageInWindow;
-    return items << QList{SaveImage, CopyImage, CopyImageAddress};
+    if (target.isMediaSavable)
+        items << SaveImage;
+    return items << QList{CopyImage, CopyImageAddress};
 }
 
 } // namespace
@@ -34,7 +38,9 @@ QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
     if (target.media == Media::Image)
         items << imageItems(target);
     if (target.media == Media::Player)
-        items << QList{Separator, PlayOrPause, Mute, Loop, Controls, Separator, SaveMedia};
+        items << QList{Separator, PlayOrPause, Mute, Loop, Controls};
+    if (target.media == Media::Player && target.isMediaSavable)
+        items << QList{Separator, SaveMedia};
     if (target.isEditable)
         items << QList{Separator, Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll};
     else if (target.hasSelection)

@@ -44,10 +44,14 @@ struct PageMenuTarget {
     enum class Media { None, Image, Player };
 
     bool isLink = false;
-    /// The link leads to an address that another window can open.
+    /// The page itself could open the link, if it were clicked on.
+    bool isLinkOpenable = false;
+    /// The link leads to an address that another window can open for the page.
     bool isLinkForWindow = false;
     Media media = Media::None;
-    /// The image comes from an address that another window can open.
+    /// The image or the player comes from where the page may take it.
+    bool isMediaSavable = false;
+    /// The image comes from an address that another window can open for the page.
     bool isImageForWindow = false;
     bool isMuted = false;
     bool isLooping = false;

@@ -4,7 +4,9 @@
 #include "browser/services/CertificateErrors.h"
 #include "browser/services/CrashNotice.h"
 #include "browser/services/DesktopLinks.h"
+#include "browser/services/FormResending.h"
 #include "browser/services/LogInRequests.h"
+#include "browser/services/PageClipboard.h"
 #include "browser/services/PageContextMenu.h"
 #include "browser/services/PageFind.h"
 #include "browser/services/PageFullScreen.h"
@@ -35,7 +37,9 @@ void PageServices::serveUser(QWebEngineView* view)
     new CertificateErrors(m_asking, this);
     new PermissionRequests(m_asking, this);
     new ScriptDialogs(m_asking, this);
+    new FormResending(m_asking, this);
     new DesktopLinks(m_asking, m_input, this);
+    new PageClipboard(*m_page, m_input);
     new CrashNotice(*m_page, view, this);
 }
 

@@ -81,10 +81,23 @@ private slots:
                                    u"c:x"_s, u"view-source:http://h"_s, u"rel/ative"_s, QString()})
             QVERIFY2(!isForDesktop(QUrl(url)), qPrintable(url));
         // The engine would hand them over by itself.
-        for (const QString& url : {u"ftp://h"_s, u"jar:file:///x"_s, u"VBScript:x"_s, u"c:x"_s})
+        for (const QString& url : {u"ftp://h"_s, u"jar:file:///x"_s, u"VBScript:x"_s, u"c:x"_s,
+                                   u"qrc:/x"_s, u"tessera-error:x"_s})
             QVERIFY2(isForNobody(QUrl(url)), qPrintable(url));
         for (const QString& url : {u"rel/ative"_s, u"about:blank"_s, QString()})
             QVERIFY2(!isForNobody(QUrl(url)), qPrintable(url));
+    }
+
+    void whatPagesOpen()
+    {
+        const QUrl web(u"http://h/"_s);
+        const QUrl local(u"file:///tmp/x.html"_s);
+        for (const QString& url : {u"https://i"_s, u"javascript:1"_s, u"mailto:a@b"_s})
+            QVERIFY2(canPageOpen(QUrl(url), web), qPrintable(url));
+        for (const QString& url : {u"file:///x"_s, u"chrome://gpu"_s, u"view-source:http://h"_s,
+                                   u"devtools://x"_s, u"qrc:/x"_s, u"data:,x"_s, QString()})
+            QVERIFY2(!canPageOpen(QUrl(url), web), qPrintable(url));
+        QVERIFY(canPageOpen(QUrl(u"file:///x"_s), local));
     }
 
     void permissions()

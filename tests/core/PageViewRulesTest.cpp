@@ -32,6 +32,8 @@ private slots:
             return offeredItems(pageMenuItems(target), [](PageMenuItem) { return true; });
         };
         PageMenuTarget target{.isLink = true};
+        QCOMPARE(items(target), (Items{CopyLinkAddress})); // a local file, for a foreign page
+        target.isLinkOpenable = true;
         QCOMPARE(items(target), (Items{OpenLink, CopyLinkAddress})); // a script
         target.isLinkForWindow = true;
         QCOMPARE(items(target), link);
@@ -40,8 +42,9 @@ private slots:
         target.hasSelection = false;
         target.media = Media::Image;
         target.isImageForWindow = true;
+        target.isMediaSavable = true;
         QCOMPARE(items(target), link + Items{Separator} + image);
-        QCOMPARE(items({.media = Media::Image}), image.mid(1)); // of the page's own making
+        QCOMPARE(items({.media = Media::Image}), image.mid(2)); // of the page's own making
         QCOMPARE((items({.hasSelection = true, .isEditable = true})),
                  (Items{Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll}));
     }

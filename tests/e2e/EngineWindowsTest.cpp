@@ -21,6 +21,8 @@ private slots:
         m_opener->makeWindow = [this] {
             m_lent = m_world.open();
             m_lent->visit(u"/home"_s); // must not win
+            connect(&m_lent->engine(), &EngineControl::BeforeNavigate2, m_lent,
+                    [this] { m_nameWhenBusy = m_lent->engine().LocationName(); });
             return m_lent;
         };
     }
@@ -50,6 +52,7 @@ private slots:
         QTRY_VERIFY(m_lent);
         QTRY_COMPARE(m_lent->colour(), QColor(Qt::green));
         QTRY_COMPARE(m_lent->engine().LocationName(), u"Text"_s);
+        QTRY_COMPARE(m_nameWhenBusy, u"Text"_s); // so that its window takes it up
         QTRY_VERIFY(!m_lent->engine().Busy());
         QCOMPARE(m_lent->visits, QStringList());
         QCOMPARE(m_world.server.requests(u"/home"_s), 0);
@@ -85,6 +88,7 @@ private:
     EngineWorld m_world;
     QPointer<EngineWindow> m_opener;
     QPointer<EngineWindow> m_lent;
+    QString m_nameWhenBusy;
 };
 
 ENGINE_TEST_MAIN(EngineWindowsTest)

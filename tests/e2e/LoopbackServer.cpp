@@ -68,6 +68,7 @@ void LoopbackServer::serve(QTcpSocket& socket)
     const QList<QByteArray> words = request.split(' ');
     const QString path = QString::fromLatin1(words.value(1)).section(u'?', 0, 0);
     ++m_requests[path];
+    m_last[path] = request;
     emit requested(path);
     const Answer answer = m_answers.value(path, {.body = "nicht da", .status = 404});
     if (answer.logIn.isEmpty() || request.contains("Basic " + answer.logIn.toBase64() + "\r\n")) {

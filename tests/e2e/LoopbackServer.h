@@ -37,6 +37,8 @@ public:
 
     QString address(const QString& path, const QString& host = QStringLiteral("127.0.0.1")) const;
     int requests(const QString& path) const { return m_requests.value(path); }
+    /// The head of the last request for `path`.
+    QByteArray lastRequest(const QString& path) const { return m_last.value(path); }
 
 signals:
     /// A request has come, and is about to be answered.
@@ -51,5 +53,6 @@ private:
 
     QHash<QString, Answer> m_answers;
     QHash<QString, int> m_requests;
+    QHash<QString, QByteArray> m_last;
     bool m_isTls = false;
 };

@@ -9,8 +9,8 @@ namespace {
 /// The first line of `output` that is a warning of ours or of the toolkit's.
 QString firstWarning(const QByteArray& output)
 {
-    // Of the engine: its log, what it says of its sandbox, and pages' consoles.
-    static const QRegularExpression excused(u"^(\\[\\d+:|Sandboxing disabled|js: |$)"_s);
+    // Of the engine: its log, and what it says of its sandbox.
+    static const QRegularExpression excused(u"^(\\[\\d+:|Sandboxing disabled|$)"_s);
     const QStringList lines = QString::fromUtf8(output).split(u'\n');
     for (const QString& line : lines) {
         if (!excused.match(line).hasMatch())

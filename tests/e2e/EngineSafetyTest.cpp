@@ -1,0 +1,342 @@
+#include "EngineWorld.h"
+
+#include "tests/Files.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QMenu>
+#include <QWebEngineView>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Each way of reading leaves a line in `got`.
+const QByteArray reader = R"(<title>Liest</title><link rel=stylesheet href=style.css>
+<body style='margin:0'><img id=picture src=picture.svg><iframe id=frame src=secret.txt></iframe>
+<script>
+const got = [], had = (way, what) => { got.push(way + ': ' + what); };
+onerror = text => { had('error', text); };
+const request = new XMLHttpRequest();
+request.onload = () => { had('xhr', request.responseText); };
+request.open('GET', 'secret.txt');
+request.send();
+fetch('secret.txt').then(answer => answer.text()).then(text => { had('fetch', text); }, () => {});
+const window2 = open('secret.txt');
+onload = () => {
+    const tries = {
+        frame: () => frame.contentDocument.body.innerText,
+        frame2: () => frame.contentWindow.document.body.innerText,
+        rules: () => document.styleSheets[0].cssRules[0].cssText,
+        canvas: () => {
+            const context = document.createElement('canvas').getContext('2d');
+            context.drawImage(picture, 0, 0);
+            return context.getImageData(0, 0, 1, 1).data[0];
+        },
+    };
+    setTimeout(() => { try { had('window', window2.document.body.innerText) } catch {} }, 700);
+    for (const way in tries) { try { had(way, tries[way]()); } catch {} }
+    document.title = 'Breite ' + picture.naturalWidth + getComputedStyle(document.body).color;
+};
+</script><script src=secret.txt></script>)";
+
+const QByteArray sound = R"(<body style='background:#0000ff'><script>
+const wave = new DataView(new ArrayBuffer(844)), text = 'RIFF    WAVEfmt     data';
+[...'RIFF'].forEach((c, i) => wave.setUint8(i, c.charCodeAt()));
+[...'WAVEfmt '].forEach((c, i) => wave.setUint8(8 + i, c.charCodeAt()));
+[...'data'].forEach((c, i) => wave.setUint8(36 + i, c.charCodeAt()));
+wave.setUint32(4, 836, true); wave.setUint32(16, 16, true); wave.setUint16(20, 1, true);
+wave.setUint16(22, 1, true); wave.setUint32(24, 8000, true); wave.setUint32(28, 8000, true);
+wave.setUint16(32, 1, true); wave.setUint16(34, 8, true); wave.setUint32(40, 800, true);
+const audio = new Audio(URL.createObjectURL(new Blob([wave])));
+const play = () => { audio.play().then(() => { document.title = 'spielt'; },
+                                       error => { document.title = error.name; }); };
+onclick = play; play();
+</script>)";
+
+} // namespace
+
+/// What pages try that is none of their business.
+class EngineSafetyTest : public QObject {
+    Q_OBJECT
+public slots:
+    void openOnDesktop(const QUrl& url) { m_opened << url; }
+
+private slots:
+    void init()
+    {
+        m_world.asker.questions.clear();
+        m_world.asker.onAsk = {};
+        m_window = m_world.open();
+        m_window->window()->activateWindow();
+    }
+    void cleanup() { m_world.closeWindows(); }
+
+    void localPagesReadNoOtherFile()
+    {
+        const QTemporaryDir folder;
+        writeBytes(folder.filePath(u"secret.txt"_s), "GEHEIM");
+        writeBytes(folder.filePath(u"style.css"_s), "body { color: #010203 }");
+        writeBytes(folder.filePath(u"picture.svg"_s),
+                   "<svg xmlns='http://www.w3.org/2000/svg' width='17' height='9'/>");
+        writeBytes(folder.filePath(u"page.html"_s), reader);
+        m_window->makeWindow = [this] { return m_world.open(); };
+        m_window->engine().Navigate(
+            QUrl::fromLocalFile(folder.filePath(u"page.html"_s)).toString());
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Breite 17rgb(1, 2, 3)"_s);
+        QTest::qWait(1500);
+        QCOMPARE(valueOf(u"got.join()"_s), u"error: Script error."_s);
+    }
+
+    void ownAddressesStayClosed()
+    {
+        for (const QString& address : {u"tessera-error:address=x"_s, u"qrc:/x.html"_s}) {
+            const QString scheme = address.section(u':', 0, 0);
+            QDesktopServices::setUrlHandler(scheme, this, "openOnDesktop");
+            const QByteArray quoted = '"' + address.toLatin1() + '"';
+            for (const QByteArray& way : {"<a href=" + quoted + " >", // clicked on
+                                          "<a target=_blank href=" + quoted + ">",
+                                          "<iframe src=" + quoted + "></iframe><a>",
+                                          "<script>location=" + quoted + "</script><a>"}) {
+                const QString title = u"Bleibt %1"_s.arg(++m_pages);
+                m_world.server.page(u"/stays"_s, "<body style='background:#0000ff'><title>" +
+                                                     title.toLatin1() + "</title>" + way +
+                                                     "<p style='height:900px'>x</p></a>");
+                m_window->visit(u"/stays"_s);
+                QTRY_COMPARE(m_window->engine().LocationName(), title);
+                click();
+                QTest::qWait(300);
+                QCOMPARE(m_window->engine().LocationName(), title);
+            }
+            QDesktopServices::unsetUrlHandler(scheme);
+        }
+        QCOMPARE(m_opened, QList<QUrl>());
+        QCOMPARE(m_world.asker.questions, QStringList());
+    }
+
+    void menuOpensNoLocalFile()
+    {
+        visit("<a href='file:///etc/passwd'><p style='height:900px'>x</p></a>");
+        QStringList items = menuItems();
+        QCOMPARE(items, QStringList{u"mn_CopyLinkAddress"_s});
+        const QTemporaryDir folder;
+        writeBytes(folder.filePath(u"page.html"_s),
+                   "<body style='background:#0000ff'><a href=other.html>"
+                   "<p style='height:900px'>x</p></a>");
+        m_window->engine().Navigate(folder.filePath(u"page.html"_s).prepend(u"file://"_s));
+        QTRY_COMPARE(m_window->visits.size(), 2);
+        items = menuItems();
+        QVERIFY(items.contains(u"mn_OpenLink"_s) && items.contains(u"mn_OpenLinkInWindow"_s));
+    }
+
+    void linksAreShownEncoded()
+    {
+        QString status;
+        connect(&m_window->engine(), &EngineControl::StatusTextChange, this,
+                [&](const QString& text) { status = text; });
+        visit("<a id=a><p style='height:900px'>x</p></a>");
+        int x = 100;
+        for (const auto& [link, shown] :
+             {std::pair{u"http://h/%E2%80%AEgpj.exe?a=%20b"_s,
+                        u"http://h/%E2%80%AEgpj.exe?a=%20b"_s},
+              {u"http://\u0430pple.com/\u00e4#\u00f6"_s,
+               u"http://xn--pple-43d.com/%C3%A4#%C3%B6"_s},
+              {u"data:,"_s + QString(900000, u'x'), u"data:,"_s + QString(4090, u'x') + u'…'}}) {
+            m_window->run(u"document.getElementById('a').href = '%1'"_s.arg(link));
+            const QString expected = shown;
+            QTRY_VERIFY(
+                (QTest::mouseMove(m_window->engine().host()->focusProxy(), QPoint(++x, 100)),
+                 true) &&
+                status == expected);
+        }
+    }
+
+    void soundWaitsForAClick()
+    {
+        visit(sound);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"NotAllowedError"_s);
+        click();
+        QTRY_COMPARE(m_window->engine().LocationName(), u"spielt"_s);
+    }
+
+    void cookiesOfThirdParties()
+    {
+        const QString other = m_world.server.address({}, u"localhost"_s);
+        m_world.server.answer(u"/third"_s,
+                              {.headers = "Set-Cookie: a=1; SameSite=None; Secure\r\n"});
+        m_world.server.answer(u"/own"_s, {.headers = "Set-Cookie: b=2\r\n"});
+        m_world.server.page(u"/page"_s, "<img src=/own><img src=" + other.toLatin1() + "/third>");
+        for (int i = 0; i < 2; ++i) {
+            m_window->visitAndWait(u"/page"_s);
+            QTRY_COMPARE(m_world.server.requests(u"/third"_s), i + 1);
+        }
+        QVERIFY(m_world.server.lastRequest(u"/own"_s).contains("Cookie: b=2"));
+        QVERIFY(!m_world.server.lastRequest(u"/third"_s).contains("Cookie:"));
+        // The other site's own window has its cookies.
+        for (int i = 0; i < 2; ++i) {
+            m_window->engine().Navigate(other + u"/third?%1"_s.arg(i));
+            QTRY_COMPARE(m_world.server.requests(u"/third"_s), i + 3);
+        }
+        QTRY_VERIFY(m_world.server.lastRequest(u"/third"_s).contains("Cookie: a=1"));
+    }
+
+    void logInsByOtherSites()
+    {
+        const QByteArray other = m_world.server.address({}, u"localhost"_s).toLatin1();
+        const QByteArray own = m_world.server.address({}).toLatin1();
+        const auto redirect = [this](const QString& path, const QByteArray& to,
+                                     const QByteArray& headers) {
+            m_world.server.answer(path,
+                                  {.status = 302, .headers = "Location: " + to + "\r\n" + headers});
+        };
+        // There and back by redirects; the other site knows its user from before.
+        redirect(u"/app"_s, other + "/login", {});
+        redirect(u"/login"_s, other + "/known", "Set-Cookie: user=anna\r\n");
+        redirect(u"/known"_s, own + "/code", {});
+        redirect(u"/code"_s, "/home", "Set-Cookie: session=1\r\n");
+        m_world.server.page(u"/home"_s, "<title>Zuhause</title>");
+        m_window->visit(u"/app"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Zuhause"_s);
+        QVERIFY(m_world.server.lastRequest(u"/known"_s).contains("user=anna"));
+        QVERIFY(m_world.server.lastRequest(u"/home"_s).contains("session=1"));
+        // The other site's page sends a form back.
+        m_world.server.page(u"/idp"_s, "<form method=post action=" + own +
+                                           "/assert><input name=t value=1></form>"
+                                           "<script>document.forms[0].submit()</script>");
+        redirect(u"/assert"_s, "/home2", "Set-Cookie: saml=1\r\n");
+        m_world.server.page(u"/home2"_s, "<title>Zweitens</title>");
+        m_window->engine().Navigate(QString::fromLatin1(other) + u"/idp"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Zweitens"_s);
+        QVERIFY(m_world.server.lastRequest(u"/home2"_s).contains("saml=1"));
+        // A window of the other site's tells its opener.
+        m_world.server.answer(u"/popup"_s,
+                              {.body = "<script>opener.postMessage('ja', '*'); close()</script>",
+                               .headers = "Set-Cookie: popup=1\r\n"});
+        m_world.server.page(u"/site"_s, "<title>Draußen</title><script>"
+                                        "onmessage = e => { document.title = e.data }</script>");
+        m_window->visitAndWait(u"/site"_s);
+        m_window->makeWindow = [this] { return m_world.open(); };
+        const int before = m_world.closings;
+        m_window->run(u"open('%1/popup')"_s.arg(QString::fromLatin1(other)));
+        QTRY_COMPARE(m_window->engine().LocationName(), u"ja"_s);
+        QTRY_COMPARE(m_world.closings, before + 1);
+    }
+
+    void clipboardTakesWhatAClickGives()
+    {
+        const QString kept = u"vorher"_s;
+        QGuiApplication::clipboard()->setText(kept);
+        visit("<script>let read = 0; const copy = text => {"
+              "  document.oncopy = e => { e.preventDefault();"
+              "                           e.clipboardData.setData('text/plain', text); };"
+              "  document.execCommand('copy'); navigator.clipboard.writeText(text)"
+              "    .then(() => { document.title = text }, () => { document.title = 'nein' });"
+              "  navigator.clipboard.readText().then(() => { ++read }, () => {});"
+              "  document.execCommand('paste') && ++read; };"
+              "onclick = () => { copy('geklickt') }; setTimeout(() => { copy('allein') }, 500)"
+              "</script>");
+        QTRY_COMPARE(m_window->engine().LocationName(), u"nein"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(), kept);
+        click();
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), u"geklickt"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"geklickt"_s);
+        QCOMPARE(valueOf(u"'' + read"_s), u"0"_s);
+        QTest::qWait(6000); // the click is long ago
+        m_window->run(u"copy('später')"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"nein"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"geklickt"_s);
+    }
+
+    void sentFormsAreAskedAbout()
+    {
+        const auto sent = [this] { return m_world.server.requests(u"/done"_s); };
+        const auto reload = [this] {
+            m_window->engine().Refresh();
+            QTest::qWait(700);
+            return m_world.asker.questions.size();
+        };
+        m_world.server.answer(u"/done"_s, {.body = "<title>Fertig</title>",
+                                           .headers = "Cache-Control: no-store\r\n"});
+        m_world.server.answer(u"/moves"_s, {.status = 303, .headers = "Location: /plain\r\n"});
+        m_world.server.page(u"/plain"_s, "<title>Frei</title>");
+        visit("<form method=post action=/done><input name=a></form>");
+        QCOMPARE(reload(), 0);
+        m_window->run(u"document.forms[0].submit()"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Fertig"_s);
+        QCOMPARE(reload(), 1);
+        QCOMPARE(sent(), 1);
+        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
+            return PageAnswer{.isAccepted = question.isRisky};
+        };
+        QCOMPARE(reload(), 2);
+        QTRY_COMPARE(sent(), 2);
+        // Going back sends nothing, and what then stands there is asked about, too.
+        m_window->visit(u"/plain"_s);
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Frei"_s);
+        QCOMPARE(reload(), 2);
+        m_window->engine().GoBack();
+        QTest::qWait(700);
+        QCOMPARE(sent(), 2);
+        QCOMPARE(reload(), 3);
+        QTRY_COMPARE(sent(), 3);
+        // An address of the page's own, and a redirect, stand for pages that nobody sent.
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Fertig"_s);
+        valueOf(u"history.replaceState(0, '', location.href)"_s);
+        QTest::qWait(300);
+        QCOMPARE(reload(), 3);
+        visit("<form method=post action=/moves></form><script>document.forms[0].submit()</script>");
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Frei"_s);
+        QCOMPARE(reload(), 3);
+    }
+
+private:
+    /// A blue page.
+    void visit(const QByteArray& html)
+    {
+        const QString path = u"/page%1"_s.arg(++m_pages);
+        m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+        m_window->visitAndWait(path);
+    }
+    void click(Qt::MouseButton button = Qt::LeftButton)
+    {
+        QWidget* const host = m_window->engine().host();
+        // Until it has been painted a page takes no input.
+        QTRY_COMPARE(m_window->colour(), QColor(Qt::blue));
+        QTest::qWait(500);
+        QTest::mouseClick(host->focusProxy(), button, {}, host->rect().center());
+        QTest::qWait(100);
+    }
+    QStringList menuItems()
+    {
+        click(Qt::RightButton);
+        QMenu* menu = nullptr;
+        if (!QTest::qWaitFor(
+                [&] { return (menu = m_window->findChild<QMenu*>(u"mn_Page"_s)) != nullptr; }))
+            return {u"kein Menü"_s};
+        QStringList names;
+        const QList<QAction*> items = menu->actions();
+        for (const QAction* item : items)
+            names << item->objectName();
+        menu->close();
+        QTest::qWait(50); // it goes
+        return names;
+    }
+    QString valueOf(const QString& script)
+    {
+        std::optional<QString> value;
+        m_window->view()->page()->runJavaScript(
+            script, [&](const QVariant& result) { value = result.toString(); });
+        (void)QTest::qWaitFor([&] { return value.has_value(); });
+        return value.value_or(u"keine Antwort"_s);
+    }
+
+    EngineWorld m_world;
+    QPointer<EngineWindow> m_window;
+    QList<QUrl> m_opened;
+    int m_pages = 0;
+};
+
+ENGINE_TEST_MAIN(EngineSafetyTest)
+#include "EngineSafetyTest.moc"
