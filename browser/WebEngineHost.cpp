@@ -80,7 +80,7 @@ void WebEngineHost::serve(Shell& shell, QWidget* frame, PageAsker& asker)
 {
     m_desk->asker = &asker;
     m_shell = &shell;
-    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile);
+    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile, m_desk->queue);
     prepareForPages(*frame);
     QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
                      [this] {

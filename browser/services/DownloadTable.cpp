@@ -11,6 +11,11 @@
 
 using namespace Qt::StringLiterals;
 
+bool isOpen(const Download& download)
+{
+    return download.state == DownloadState::Asking || download.state == DownloadState::Running;
+}
+
 QString sizeText(qint64 bytes)
 {
     static constexpr std::array units{"Byte", "kB", "MB", "GB", "TB"};
@@ -27,7 +32,7 @@ QString sizeText(qint64 bytes)
 
 QString sizeText(const Download& download)
 {
-    if (download.state != DownloadState::Running && download.received == download.total) {
+    if (!isOpen(download) && download.received == download.total) {
         return sizeText(download.received);
     }
     return download.total > 0 ? u"%1 von %2"_s.arg(sizeText(download.received), //
@@ -38,6 +43,8 @@ QString sizeText(const Download& download)
 QString stateText(const Download& download)
 {
     switch (download.state) {
+    case DownloadState::Asking:
+        return u"Wartet auf den Speicherort"_s;
     case DownloadState::Running:
         return u"Wird geladen"_s;
     case DownloadState::Completed:
@@ -79,13 +86,16 @@ DownloadTable::Id DownloadTable::add(const Download& download, const std::functi
     return m_lastId;
 }
 
+QList<DownloadTable::Entry>::iterator DownloadTable::find(Id id)
+{
+    return std::find_if(m_entries.begin(), m_entries.end(),
+                        [id](const Entry& candidate) { return candidate.id == id; });
+}
+
 Download* DownloadTable::running(Id id)
 {
-    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [id](const Entry& candidate) { return candidate.id == id; });
-    const bool isRunning =
-        entry != m_entries.end() && entry->download.state == DownloadState::Running;
-    return isRunning ? &entry->download : nullptr;
+    const auto entry = find(id);
+    return entry != m_entries.end() && isOpen(entry->download) ? &entry->download : nullptr;
 }
 
 void DownloadTable::changed(const Download* download)
@@ -96,6 +106,26 @@ void DownloadTable::changed(const Download* download)
         });
     const int row = static_cast<int>(entry - m_entries.cbegin());
     emit dataChanged(index(row, 0), index(row, columns - 1));
+}
+
+void DownloadTable::decide(Id id, const std::optional<QString>& path)
+{
+    if (Download* const download = running(id)) {
+        download->path = path.value_or(download->path);
+        download->state = path ? DownloadState::Running : DownloadState::Asking;
+        changed(download);
+    }
+}
+
+void DownloadTable::remove(Id id)
+{
+    const auto entry = find(id);
+    if (entry != m_entries.end()) {
+        const int row = static_cast<int>(entry - m_entries.begin());
+        beginRemoveRows({}, row, row);
+        m_entries.erase(entry);
+        endRemoveRows();
+    }
 }
 
 void DownloadTable::progress(Id id, qint64 received, qint64 total)
@@ -119,7 +149,7 @@ void DownloadTable::finish(Id id, DownloadState state, const QString& failure)
 void DownloadTable::removeFinished()
 {
     for (int row = rowCount() - 1; row >= 0; --row) {
-        if (at(row).state != DownloadState::Running) {
+        if (!isOpen(at(row))) {
             beginRemoveRows({}, row, row);
             m_entries.removeAt(row);
             endRemoveRows();
@@ -130,9 +160,8 @@ void DownloadTable::removeFinished()
 int DownloadTable::running() const
 {
     return static_cast<int>(
-        std::count_if(m_entries.begin(), m_entries.end(), [](const Entry& entry) {
-            return entry.download.state == DownloadState::Running;
-        }));
+        std::count_if(m_entries.begin(), m_entries.end(),
+                      [](const Entry& entry) { return isOpen(entry.download); }));
 }
 
 bool DownloadTable::isTarget(const QString& path) const
@@ -147,7 +176,7 @@ bool DownloadTable::isTarget(const QString& path) const
 void DownloadTable::cancel(int row)
 {
     const Entry entry = m_entries.at(row); // its end may change the table
-    if (entry.download.state == DownloadState::Running && entry.cancel) {
+    if (isOpen(entry.download) && entry.cancel) {
         entry.cancel();
     }
 }

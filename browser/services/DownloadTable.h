@@ -4,12 +4,15 @@
 #include <QList>
 
 #include <functional>
+#include <optional>
 
-enum class DownloadState { Running, Completed, Cancelled, Failed };
+/// `Asking`: the file is coming, or is there already, but the user has not said yet where it
+/// is to be saved.
+enum class DownloadState { Asking, Running, Completed, Cancelled, Failed };
 
 /// A file that is being fetched, or was.
 struct Download {
-    /// The file that it is saved as, with its folder.
+    /// The file that it is saved as, with its folder; while the user is asked, its name.
     QString path;
     DownloadState state = DownloadState::Running;
     /// In bytes.
@@ -19,6 +22,9 @@ struct Download {
     /// Why it failed, for the user.
     QString failure = {};
 };
+
+/// Whether it can still be broken off.
+bool isOpen(const Download& download);
 
 /// "3,4 MB": decimal, at most one decimal place, in German.
 QString sizeText(qint64 bytes);
@@ -44,13 +50,18 @@ public:
 
     /// `cancel` breaks it off, whereupon `finish` is called, at once or later.
     Id add(const Download& download, const std::function<void()>& cancel = {});
+    /// It is going to be the file `path`; nothing: the user is asked once more.
+    void decide(Id id, const std::optional<QString>& path);
     void progress(Id id, qint64 received, qint64 total);
     /// It has ended as `state`; what has ended once stays as it is.
     void finish(Id id, DownloadState state, const QString& failure = {});
+    /// The user does not want it.
+    void remove(Id id);
     /// Takes those that have ended out of the table.
     void removeFinished();
 
     const Download& at(int row) const { return m_entries.at(row).download; }
+    /// How many have not ended.
     int running() const;
     /// Whether a running download is going to be the file `path`.
     bool isTarget(const QString& path) const;
@@ -70,6 +81,7 @@ private:
         std::function<void()> cancel;
     };
 
+    QList<Entry>::iterator find(Id id);
     Download* running(Id id);
     void changed(const Download* download);
 

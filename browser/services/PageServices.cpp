@@ -26,6 +26,12 @@ PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk&
 {
     serveUser(view);
     serveViewing(shell, profile, window, view);
+    connect(page, &WebEnginePage::userNavigates, &profile, [&profile, page] {
+        profile.forgetRefusals(page);
+        profile.forgetRefusals(nullptr);
+    });
+    connect(page, &QObject::destroyed, &profile,
+            [&profile](const QObject* gone) { profile.forgetRefusals(gone); });
     addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
     addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
                 [&profile] { profile.showBrowserData(); });

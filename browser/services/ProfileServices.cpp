@@ -3,6 +3,7 @@
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
 #include "browser/services/Notices.h"
+#include "browser/services/QuestionQueue.h"
 #include "browser/services/StoredWebData.h"
 #include "browser/services/frmBrowserData.h"
 #include "browser/services/frmDownloads.h"
@@ -13,9 +14,10 @@
 
 using namespace Qt::StringLiterals;
 
-ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile)
-    : m_shell(shell), m_owner(owner), m_profile(profile),
-      m_downloads(shell, owner, profile, m_table)
+ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
+                                 QuestionQueue& queue)
+    : m_shell(shell), m_owner(owner), m_profile(profile), m_queue(queue),
+      m_downloads(shell, owner, profile, queue, m_table)
 {
     new Notices(profile, this);
     connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
@@ -82,6 +84,7 @@ bool ProfileServices::mayEnd()
                 ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
                 : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
                       running);
+        const QuestionQueue::Hold hold(m_queue);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
             return false;

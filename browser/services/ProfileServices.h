@@ -7,6 +7,7 @@
 #include <QPointer>
 
 class QWebEngineProfile;
+class QuestionQueue;
 class Shell;
 class frmDownloads;
 struct BrowserData;
@@ -18,12 +19,15 @@ class ProfileServices : public QObject {
 public:
     /// All outlive it. `owner` is the frame's window, which the windows of the
     /// services belong to.
-    ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile);
+    ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile, QuestionQueue& queue);
     ~ProfileServices() override;
 
     /// Whether the program may end. Asks if that would break downloads off, and
     /// breaks them off if so.
     bool mayEnd();
+
+    /// What the user has refused of `page`, or of windows without a document, no longer counts.
+    void forgetRefusals(const QObject* page) { m_downloads.forgetRefusals(page); }
 
 public slots:
     /// Brings the downloads window to the front.
@@ -42,6 +46,7 @@ private:
     Shell& m_shell;
     QWidget* m_owner;
     QWebEngineProfile& m_profile;
+    QuestionQueue& m_queue;
     DownloadTable m_table;
     WebDownloads m_downloads;
     QPointer<frmDownloads> m_window;

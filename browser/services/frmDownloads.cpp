@@ -198,11 +198,11 @@ void frmDownloads::updateButtons()
 {
     const QList<int> rows = selected();
     m_cancel->setEnabled(std::any_of(rows.begin(), rows.end(), [this](int row) {
-        return m_table.at(row).state == DownloadState::Running;
+        return isOpen(m_table.at(row));
     }));
     const Download* const download = single();
     m_openFile->setEnabled(download != nullptr && download->state == DownloadState::Completed);
-    m_showFolder->setEnabled(download != nullptr);
+    m_showFolder->setEnabled(download != nullptr && download->state != DownloadState::Asking);
     m_clear->setEnabled(m_table.running() < m_table.rowCount());
 }
 

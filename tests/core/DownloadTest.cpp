@@ -1,5 +1,7 @@
 #include "browser/services/DownloadNames.h"
+#include "browser/services/DownloadRefusals.h"
 #include "browser/services/DownloadTable.h"
+#include "browser/services/FileMove.h"
 #include "browser/services/StoredWebData.h"
 #include "tests/TestCase.h"
 
@@ -83,6 +85,13 @@ private slots:
         table.progress(second, 5, 10);
         QCOMPARE(rows(table), QStringList({u"a|-1|0 Byte|Wird geladen"_s,
                                            u"b|50|5 Byte von 10 Byte|Wird geladen"_s}));
+        table.decide(second, std::nullopt);
+        QVERIFY(!table.isTarget(u"/d/b"_s) && table.running() == 2); // nor taken out
+        table.removeFinished();
+        table.decide(second, u"/d/b"_s);
+        const auto refused = table.add({.path = u"r"_s, .state = DownloadState::Asking});
+        QCOMPARE(rows(table).last(), u"r|-1|0 Byte|Wartet auf den Speicherort"_s);
+        table.remove(refused);
         QVERIFY(table.isTarget(u"/d/../d/b"_s) && !table.isTarget(u"/d/c"_s));
         table.finish(first, DownloadState::Failed, u"Pech."_s);
         table.finish(first, DownloadState::Completed);
@@ -96,6 +105,39 @@ private slots:
         table.add({.path = u"/d/c"_s});
         table.removeFinished();
         QCOMPARE(rows(table), QStringList{u"c|-1|0 Byte|Wird geladen"_s});
+    }
+
+    void moves()
+    {
+        const auto name = [this](const char* file) { return path(QString::fromLatin1(file)); };
+        const std::atomic_bool goesOn = false;
+        const std::atomic_bool isCancelled = true;
+        writeBytes(name("from"), "new");
+        writeBytes(name("to"), "old");
+        QCOMPARE(renameFile(name("from"), name("to"), false), FileMove::TargetExists);
+        QCOMPARE(bytesOf(name("to")), "old"_ba);
+        QCOMPARE(copyFile(name("from"), name("none/to"), goesOn), FileMove::Failed);
+        QCOMPARE(copyFile(name("from"), name("copy"), isCancelled), FileMove::Cancelled);
+        QVERIFY(!QFile::exists(name("copy")) && QFile::exists(name("from")));
+        QCOMPARE(copyFile(name("from"), u"/dev/full"_s, goesOn), FileMove::NoSpace);
+        QCOMPARE(copyFile(name("from"), name("copy"), goesOn), FileMove::Done);
+        QCOMPARE(renameFile(name("copy"), name("to"), true), FileMove::Done);
+        QCOMPARE(bytesOf(name("to")), "new"_ba);
+        QCOMPARE(renameFile(name("from"), name("free"), false), FileMove::Done);
+    }
+
+    void refusals()
+    {
+        using enum DownloadRefusals::Next;
+        DownloadRefusals refusals;
+        const QObject page;
+        for (const auto next : {Ask, Ask, AskAboutAll, Refuse, Refuse}) {
+            QCOMPARE(refusals.next(&page), next);
+            refusals.refused(&page);
+        }
+        QCOMPARE(refusals.next(nullptr), Ask);
+        refusals.forget(&page);
+        QCOMPARE(refusals.next(&page), Ask);
     }
 
     void storedDataGoesWhenMarkedOnly()

@@ -1,8 +1,10 @@
 #include "EngineWorld.h"
 
 #include "browser/services/DownloadTable.h"
+#include "tests/Files.h"
 
 #include <QDir>
+#include <QStorageInfo>
 #include <QTableView>
 #include <QtTest>
 
@@ -19,6 +21,8 @@ private slots:
                              "<title>Start</title><a id=a target=_blank href=/file>x</a>");
         offer(u"/file"_s, {.body = QByteArray(5000, 'x')}, "filename=a.bin");
         offer(u"/slow"_s, {.body = QByteArray(90000, 'x'), .sent = 40000}, "filename=slow.bin");
+        offer(u"/partial"_s, {.body = QByteArray(90000, 'x'), .sent = 40000, .waits = true},
+              "filename=slow.bin");
         m_folder = std::make_unique<QTemporaryDir>();
         m_window = m_world->open(u"/start"_s);
         m_window->makeWindow = [this] { return m_lent = m_world->open(); };
@@ -26,6 +30,7 @@ private slots:
     void cleanup()
     {
         m_world->closeWindows();
+        QTRY_COMPARE(waiting(), QStringList());
         m_world->mayEnd();
         m_world->shell.fakePrompt.takeTexts();
         m_world.reset();
@@ -69,7 +74,7 @@ private slots:
     {
         save(u"slow.bin"_s);
         m_window->visit(u"/slow"_s);
-        QTRY_COMPARE(files(), QStringList{u"slow.bin.download"_s});
+        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
         delete m_window;
         QTest::qWait(300);
         QCOMPARE(states(), QStringList{u"Wird geladen"_s});
@@ -82,6 +87,64 @@ private slots:
         QTRY_COMPARE(states(), QStringList{u"Abgebrochen"_s});
         QTRY_COMPARE(files(), QStringList());
         QVERIFY(m_world->mayEnd());
+    }
+
+    void othersGoOnWhileOneAsks()
+    {
+        EngineWindow* const other = m_world->open(u"/start"_s);
+        save(u"slow.bin"_s); // and never ends
+        other->visit(u"/slow"_s);
+        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
+        save(u"a.bin"_s);
+        m_world->shell.fakePrompt.whileOpen([&] {
+            QTRY_COMPARE(waiting(), QStringList({u"slow.bin.teil.download"_s, u"a.bin.teil"_s}));
+            QCOMPARE(states().last(), u"Wartet auf den Speicherort"_s);
+            m_window->visit(u"/start"_s);
+            QTRY_COMPARE(m_window->visits.size(), 2);
+        });
+        m_window->visit(u"/file"_s);
+        QTRY_COMPARE(states().last(), u"Fertig"_s);
+        QCOMPARE(files(), QStringList{u"a.bin"_s});
+        m_world->shell.fakePrompt.answerYesNo(true);
+        QVERIFY(m_world->mayEnd());
+    }
+
+    void placesAreTakenSince()
+    {
+        save(u"slow.bin"_s);
+        m_window->visit(u"/partial"_s);
+        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
+        writeBytes(m_folder->filePath(u"slow.bin"_s), "other");
+        m_world->server.goOn();
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(files(), QStringList({u"slow (2).bin"_s, u"slow.bin"_s}));
+    }
+
+    void otherFileSystem()
+    {
+        const QTemporaryDir far(u"/dev/shm/tessera-XXXXXX"_s);
+        if (QStorageInfo(far.path()).device() == QStorageInfo(m_folder->path()).device())
+            QSKIP("There is only one file system.");
+        m_world->shell.fakePrompt.answerFileName(far.filePath(u"a.bin"_s));
+        m_window->visit(u"/file"_s);
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(QDir(far.path()).entryList(QDir::Files), QStringList{u"a.bin"_s});
+        QCOMPARE(bytesOf(far.filePath(u"a.bin"_s)), QByteArray(5000, 'x'));
+    }
+
+    void endsWhileOneAsks()
+    {
+        save(u"a.bin"_s);
+        m_world->shell.fakePrompt.whileOpen([&] {
+            QTRY_COMPARE(waiting(), QStringList{u"a.bin.teil"_s});
+            m_world->shell.fakePrompt.answerYesNo(false);
+            QVERIFY(!m_world->mayEnd());
+            m_world->shell.fakePrompt.answerYesNo(true);
+            QVERIFY(m_world->mayEnd());
+        });
+        m_window->visit(u"/file"_s);
+        QTRY_COMPARE(states(), QStringList{u"Abgebrochen"_s});
+        QCOMPARE(files() + waiting(), QStringList());
     }
 
     void windowOfTheQuestionCloses()
@@ -142,6 +205,30 @@ private slots:
         check(u"window.open('/file?' + i)"_s, 8); // windows that no user asked for
     }
 
+    void refusalsCountUntilTheUserGoesOn()
+    {
+        const auto offerOnce = [this] {
+            m_window->run(u"location = '/file'"_s);
+            QStringList texts;
+            (void)QTest::qWaitFor(
+                [&] { return !(texts = m_world->shell.fakePrompt.takeTexts()).isEmpty(); });
+            QTest::qWait(3300); // longer than a refusal counted once
+            return texts.join(u'\n');
+        };
+        const QString question = u"Es kommen noch mehr Downloads. Alle ablehnen?"_s;
+        for (int i = 0; i < 2; ++i) {
+            save({});
+            QVERIFY(offerOnce().startsWith(u"Datei speichern unter"_s));
+        }
+        m_world->shell.fakePrompt.answerYesNo(true);
+        QVERIFY(offerOnce().endsWith(question));
+        QCOMPARE(offerOnce(), QString()); // unasked
+        m_window->visitAndWait(u"/start"_s);
+        save({});
+        QVERIFY(offerOnce().startsWith(u"Datei speichern unter"_s));
+        QVERIFY(states().isEmpty());
+    }
+
     void manyRefusedAtOnce()
     {
         save({});
@@ -170,6 +257,8 @@ private:
     {
         return QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     }
+    /// What waits for its place, or should not any more.
+    QStringList waiting() const { return (QDir::home().entryList() + files()).filter(u".teil"_s); }
     QStringList states() const
     {
         QStringList all;

@@ -105,6 +105,7 @@ int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)
     // What the engine's threads write last comes after the profile is gone.
     const QTemporaryDir folder;
     qputenv("TMPDIR", folder.path().toUtf8());
+    qputenv("HOME", folder.path().toUtf8()); // where downloads wait for their place
     const QApplication application(argc, argv);
     installGermanTexts();
     return run();

@@ -53,6 +53,16 @@ void LoopbackServer::incomingConnection(qintptr descriptor)
     addPendingConnection(socket);
 }
 
+void LoopbackServer::goOn()
+{
+    for (const auto& [socket, rest] : std::exchange(m_rests, {})) {
+        if (socket) {
+            socket->write(rest);
+            socket->disconnectFromHost();
+        }
+    }
+}
+
 QString LoopbackServer::address(const QString& path, const QString& host) const
 {
     return (m_isTls ? u"https"_s : u"http"_s) +
@@ -80,7 +90,7 @@ void LoopbackServer::serve(QTcpSocket& socket)
     }
 }
 
-void LoopbackServer::send(QTcpSocket& socket, const Answer& answer) const
+void LoopbackServer::send(QTcpSocket& socket, const Answer& answer)
 {
     const QByteArray length =
         answer.isLengthUnknown
@@ -89,6 +99,9 @@ void LoopbackServer::send(QTcpSocket& socket, const Answer& answer) const
     socket.write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n" + answer.headers +
                  "Content-Type: " + answer.type + "\r\n" + length + "Connection: close\r\n\r\n" +
                  answer.body.left(answer.sent < 0 ? answer.body.size() : answer.sent));
+    if (answer.waits) {
+        m_rests.append({&socket, answer.body.mid(answer.sent)});
+    }
     if (answer.sent < 0 || answer.closes) {
         socket.disconnectFromHost();
     }

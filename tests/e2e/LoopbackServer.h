@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPointer>
 #include <QTcpServer>
 #include <QUrl>
 
@@ -19,6 +20,8 @@ public:
         QByteArray headers = {};
         /// The rest of the body is never sent: only its first `sent` bytes.
         qsizetype sent = -1;
+        /// Or not before `goOn`.
+        bool waits = false;
         /// The connection ends there, with or without the whole body.
         bool closes = false;
         /// The length of the body is not told.
@@ -31,6 +34,8 @@ public:
 
     /// From now on it speaks TLS, with a certificate that nobody trusts.
     void useTls() { m_isTls = true; }
+    /// Sends the rest of the answers that wait.
+    void goOn();
 
     void answer(const QString& path, const Answer& answer) { m_answers.insert(path, answer); }
     void page(const QString& path, const QByteArray& html) { answer(path, {.body = html}); }
@@ -49,10 +54,11 @@ protected:
 
 private:
     void serve(QTcpSocket& socket);
-    void send(QTcpSocket& socket, const Answer& answer) const;
+    void send(QTcpSocket& socket, const Answer& answer);
 
     QHash<QString, Answer> m_answers;
     QHash<QString, int> m_requests;
     QHash<QString, QByteArray> m_last;
+    QList<std::pair<QPointer<QTcpSocket>, QByteArray>> m_rests;
     bool m_isTls = false;
 };
