@@ -10,6 +10,8 @@
 #include "browser/services/SiteText.h"
 #include "tests/TestCase.h"
 
+#include <ctime>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -53,10 +55,9 @@ private slots:
                                     u"/"_s, u".tar"_s, u"."_s.repeated(1000) + u'a'}) {
             const QString text = u'x' + part.repeated(2'000'000 / part.size()) + u'x';
             for (const auto& [name, rule] : rules) {
-                QElapsedTimer time;
-                time.start();
+                const std::clock_t before = std::clock(); // of this process alone
                 QVERIFY2(rule(text).size() <= 1501, name);
-                QVERIFY2(!time.hasExpired(3000), name);
+                QVERIFY2(std::clock() - before < 3 * CLOCKS_PER_SEC, name);
             }
         }
     }
