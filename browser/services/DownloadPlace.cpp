@@ -65,8 +65,7 @@ QString DownloadPlace::ask(const QString& name)
 {
     QString proposal = freeIn(folder(), name, std::bind_front(&DownloadPlace::isTarget, this));
     while (true) {
-        const QString path =
-            m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
+        QString path = m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
         if (path.isEmpty()) {
             return {};
         }

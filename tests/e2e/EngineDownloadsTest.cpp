@@ -212,13 +212,13 @@ private slots:
             QStringList texts;
             (void)QTest::qWaitFor(
                 [&] { return !(texts = m_world->shell.fakePrompt.takeTexts()).isEmpty(); });
-            QTest::qWait(3300); // longer than a refusal counted once
             return texts.join(u'\n');
         };
         const QString question = u"Es kommen noch mehr Downloads. Alle ablehnen?"_s;
         for (int i = 0; i < 2; ++i) {
             save({});
             QVERIFY(offerOnce().startsWith(u"Datei speichern unter"_s));
+            QTest::qWait(3300); // longer than a refusal counted once
         }
         m_world->shell.fakePrompt.answerYesNo(true);
         QVERIFY(offerOnce().endsWith(question));
