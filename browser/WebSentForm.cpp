@@ -3,7 +3,6 @@
 #include <QDataStream>
 #include <QIODevice>
 #include <QUrl>
-#include <QWebEngineHistory>
 
 namespace {
 

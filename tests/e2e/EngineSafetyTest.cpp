@@ -177,7 +177,8 @@ private slots:
         // The other site's own window has its cookies.
         for (int i = 0; i < 2; ++i) {
             m_window->engine().Navigate(other + u"/third?%1"_s.arg(i));
-            QTRY_COMPARE(m_world.server.requests(u"/third"_s), i + 3);
+            QTRY_COMPARE_WITH_TIMEOUT(m_world.server.requests(u"/third"_s), i + 3, 20000);
+            QTRY_VERIFY(!m_window->engine().Busy());
         }
         QTRY_VERIFY(m_world.server.lastRequest(u"/third"_s).contains("Cookie: a=1"));
     }
