@@ -143,15 +143,15 @@ start_private_folders() {
     export XDG_RUNTIME_DIR=$scratch/runtime XDG_DATA_HOME=$scratch/data XDG_CACHE_HOME=$scratch/cache
 }
 
-# run_tests preset [ctest argument...]: on a display of its own.
+# run_tests preset [ctest argument...]: as many at a time as there are processors, at
+# most four. Tests with windows bring a display of their own.
 run_tests() {
-    local folder=$root/build/$1
+    local folder=$root/build/$1 processors
     shift
+    processors=$(nproc)
     (
-        start_display
-        allow_engine_as_root
-        start_private_folders
         settle_locale
-        ctest --test-dir "$folder" --output-on-failure --no-tests=error "$@"
+        ctest --test-dir "$folder" --output-on-failure --no-tests=error \
+            -j $((processors < 4 ? processors : 4)) "$@"
     )
 }
