@@ -197,9 +197,8 @@ const Download* frmDownloads::single() const
 void frmDownloads::updateButtons()
 {
     const QList<int> rows = selected();
-    m_cancel->setEnabled(std::any_of(rows.begin(), rows.end(), [this](int row) {
-        return isOpen(m_table.at(row));
-    }));
+    m_cancel->setEnabled(
+        std::any_of(rows.begin(), rows.end(), [this](int row) { return isOpen(m_table.at(row)); }));
     const Download* const download = single();
     m_openFile->setEnabled(download != nullptr && download->state == DownloadState::Completed);
     m_showFolder->setEnabled(download != nullptr && download->state != DownloadState::Asking);

@@ -27,7 +27,8 @@ public:
     }
     std::optional<LogIn> logIn(QWidget* /*parent*/, const LogInQuestion& question) override
     {
-        const QString failure = question.hasFailed ? QStringLiteral("|not ") + question.user : QString();
+        const QString failure =
+            question.hasFailed ? QStringLiteral("|not ") + question.user : QString();
         questions << question.site + u'|' + question.realm + failure;
         return onLogIn ? onLogIn() : std::nullopt;
     }
