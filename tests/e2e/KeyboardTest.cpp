@@ -140,7 +140,7 @@ private slots:
             User::press(u"alt+x h"_s);
             QTRY_SEES(u"Historie"_s);
             const int before = m_server->requests(page);
-            User::press(u"shift+F10 s a "_s + keys + u" Return"_s);
+            User::press(u"alt+t s a "_s + keys + u" Return"_s);
             QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Historie"_s), patience);
             User::press(u"ctrl+n"_s);
             QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(page), before + 1, patience);
