@@ -83,16 +83,6 @@ private slots:
         QTEST(QList<QRect>(places.begin(), places.end()), "places");
     }
 
-    void nextInACascade()
-    {
-        const auto corner = [](const std::vector<QPoint>& taken) {
-            return nextCascadePlace({400, 301}, taken, arrangedSizes).topLeft();
-        };
-        QCOMPARE(corner({}), QPoint(0, 0));
-        QCOMPARE(corner({{0, 0}, {60, 60}, {31, 30}}), QPoint(30, 30)); // the first one free
-        QCOMPARE(corner({{0, 0}, {60, 60}, {30, 30}, {0, 0}}), QPoint(30, 30));
-    }
-
 private:
     static constexpr ChildSizes arrangedSizes{{50, 90}, {240, 150}, 30, 16};
 };

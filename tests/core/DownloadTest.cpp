@@ -1,5 +1,4 @@
 #include "browser/services/DownloadNames.h"
-#include "browser/services/DownloadRefusals.h"
 #include "browser/services/DownloadTable.h"
 #include "browser/services/FileMove.h"
 #include "browser/services/StoredWebData.h"
@@ -124,20 +123,6 @@ private slots:
         QCOMPARE(renameFile(name("copy"), name("to"), true), FileMove::Done);
         QCOMPARE(bytesOf(name("to")), "new"_ba);
         QCOMPARE(renameFile(name("from"), name("free"), false), FileMove::Done);
-    }
-
-    void refusals()
-    {
-        using enum DownloadRefusals::Next;
-        DownloadRefusals refusals;
-        const QObject page;
-        for (const auto next : {Ask, Ask, AskAboutAll, Refuse, Refuse}) {
-            QCOMPARE(refusals.next(&page), next);
-            refusals.refused(&page);
-        }
-        QCOMPARE(refusals.next(nullptr), Ask);
-        refusals.forget(&page);
-        QCOMPARE(refusals.next(&page), Ask);
     }
 
     void storedDataGoesWhenMarkedOnly()

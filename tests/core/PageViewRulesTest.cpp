@@ -49,15 +49,6 @@ private slots:
                  (Items{Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll}));
     }
 
-    void onlyWhatIsOffered()
-    {
-        const auto isFew = [](PageMenuItem item) {
-            return item == Reload || item == Find || item == BrowserData;
-        };
-        QCOMPARE(offeredItems(pageMenuItems({}), isFew),
-                 (QList{Reload, Separator, Find, Separator, BrowserData}));
-    }
-
     void spelling()
     {
         const QStringList german{u"de_AT"_s, u"de_BE"_s, u"de_DE"_s};

@@ -1,5 +1,4 @@
 #include "app/CommandLine.h"
-#include "app/FindAppWindow.h"
 #include "app/InstanceFolder.h"
 #include "app/InstanceMessage.h"
 #include "tests/TestCase.h"
@@ -37,14 +36,6 @@ private slots:
         QVERIFY(!instanceFolder(both).error.empty());
         QVERIFY(::symlink("runtime", path("link").c_str()) == 0);
         QVERIFY(instanceFolder({{}, path("link")}).path.empty());
-    }
-
-    void captionIsFound()
-    {
-        using Captions = std::vector<std::string>;
-        QCOMPARE(FindAppWindow("Tessera 5", Captions{"x", "TESSERA 5 - [a]", "Tessera 5"}),
-                 "TESSERA 5 - [a]");
-        QCOMPARE(FindAppWindow("straße Ö", Captions{"STRAßE ö×"}), "STRAßE ö×");
     }
 
     void commandLine()
