@@ -36,7 +36,13 @@ private slots:
             const bool isNamedElsewhere = control->isWindow() ||
                                           control->inherits("QMdiSubWindow") ||
                                           control->inherits("QComboBoxListView");
-            if ((control->focusPolicy() & Qt::TabFocus) == 0 || isNamedElsewhere)
+            // Not reached by Tab, for all that without letters.
+            const bool isDrawn = control->inherits("QToolBarExtension") ||
+                                 control->inherits("QStatusBar") ||
+                                 control->objectName() == u"Drives"_s;
+            const bool isReached =
+                (control->focusPolicy() & Qt::TabFocus) != 0 && !isNamedElsewhere;
+            if (!isDrawn && !isReached)
                 continue;
             QAccessibleInterface* face = QAccessible::queryAccessibleInterface(control);
             if (face != nullptr && face->text(QAccessible::Name).isEmpty())

@@ -76,9 +76,6 @@ private slots:
         prompt.answerFileName(f.path(u"missing/x"_s));
         f.choose(u"mn_ExpTxt");
         QVERIFY(prompt.takeTexts().value(1).startsWith(u"Meldung|Exclamation|Die Datei "_s));
-        prompt.answerFileName(f.path(u""_s));
-        f.choose(u"mn_ExpTxt");
-        QVERIFY(prompt.takeTexts().value(1).endsWith(u": Es ist ein Ordner."_s));
         const QString name = f.path(u"x #1"_s);
         for (const auto& [item, start] : {std::pair{u"mn_expdetText", "Thema: A\r\n\r\nU"},
                                           {u"mn_expdetHtml", "<HTML><BODY>"},

@@ -10,20 +10,6 @@ using namespace Qt::StringLiterals;
 class ArchiveWindowTest : public TestCase {
     Q_OBJECT
 private slots:
-    void firstRun()
-    {
-        ArchiveFixture f(false);
-        f.open();
-        QCOMPARE(f.shown(), QString());
-        f.choose(u"mn_Laden");
-        QVERIFY(f.shown().startsWith(u"Info + Lizenzvertrag(Tessera Software-Lizenzvertrag "_s));
-        QCOMPARE(f.window->Buch().colThema()->Item(1)->colBookmark()->Item(1)->Url(),
-                 f.shell.programFolder() + u"\\lizenz.txt"_s);
-        QTest::keyClick(&f.view(), Qt::Key_Escape);
-        QTRY_VERIFY(f.window.isNull());
-        QVERIFY(!f.shell.isOpenBook);
-    }
-
     void keysReachNodes()
     {
         for (const Qt::Key first : {Qt::Key_Down, Qt::Key_Home}) {
@@ -132,7 +118,7 @@ private slots:
                  (QStringList{u"u"_s, u"http://"_s, u"C:\\liste.htm"_s, u"http://a2"_s}));
     }
 
-    void mouse()
+    void menus()
     {
         ArchiveFixture f;
         f.open();
@@ -155,15 +141,6 @@ private slots:
             return menu;
         };
         f.select(u"a1"_s);
-        for (const bool open : {false, true}) {
-            QCOMPARE(click(u"A"_s), QString());
-            QCOMPARE(f.view().isExpanded(f.folder(0)), open);
-        }
-        click(u"Archiv"_s);
-        QVERIFY(f.view().isExpanded(f.root()));
-        click(u"a1"_s);
-        const auto* status = f.window->findChild<QLabel*>(u"panel1"_s);
-        QCOMPARE(status->text(), u"http://a1"_s);
         // Something selected: its menu, wherever the click is, and no other selection.
         QCOMPARE(click(u"B"_s, Qt::RightButton), u"part"_s);
         QCOMPARE(f.view().selectedNode(), f.node(u"a1"_s));
@@ -171,10 +148,6 @@ private slots:
         f.select({});
         QCOMPARE(click(u"a2"_s, Qt::RightButton), QString());
         QCOMPARE(f.view().selectedNode(), f.node(u"a2"_s));
-        QMimeData data;
-        data.setText(u"http://x/"_s);
-        QVERIFY(dropOn(f.view().viewport(), place(u"Archiv"_s), data));
-        QCOMPARE(f.held(), u"A(a1 a2) B()"_s); // no folder to put it into
     }
 
     void closing()

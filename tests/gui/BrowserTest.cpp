@@ -41,44 +41,6 @@ struct OneWindow : StartedFrame {
 class BrowserTest : public TestCase {
     Q_OBJECT
 private slots:
-    void theListHoldsEachAddressOnce()
-    {
-        OneWindow w;
-        for (const auto& url : {u"A"_s, u"B"_s, u"A"_s, u"a"_s})
-            w.page->arrive(url, u"t"_s);
-        QCOMPARE(w.combo->count(), 3);
-        QCOMPARE(w.combo->itemText(0) + w.combo->itemText(1) + w.combo->itemText(2), u"aAB"_s);
-        QCOMPARE(w.combo->currentText(), u"a"_s);
-    }
-
-    void longAddressesAreNotKept()
-    {
-        OneWindow w;
-        const QString address = u"http://h/"_s + QString(1900000, u'a');
-        w.page->arrive(u"http://h/"_s, u"t"_s);
-        w.page->arrive(address, u"t"_s);
-        QCOMPARE(w.combo->count(), 1);
-        QCOMPARE(w.combo->currentText(), address.left(4096) + u'…');
-        QCOMPARE(w.frame().History().Count(), 1);
-        w.page->calls();
-        QTest::keyClick(w.combo->lineEdit(), Qt::Key_Enter);
-        QCOMPARE(w.page->calls(), u"Navigate "_s + address); // whole
-    }
-
-    void aLateFrameGivesTheCaptionBack()
-    {
-        OneWindow w;
-        w.page->arrive(u"http://e/"_s, u"Seite"_s);
-        w.page->document = EngineDocument{u"Seite"_s};
-        w.timer->stop();
-        emit w.page->NavigateComplete2(EngineFrame{w.page->document}, u"http://e/#x"_s);
-        QVERIFY(!w.busy()); // nothing to give back
-        emit w.page->NavigateComplete2(EngineFrame{EngineDocument{u"Rahmen"_s}}, u"http://f/"_s);
-        QCOMPARE(w.browser->windowTitle(), u"Rahmen"_s);
-        QTRY_COMPARE(w.browser->windowTitle(), u"Seite"_s);
-        QVERIFY(!w.busy());
-    }
-
     void captionAndHistoryFollowTheirOwnRules()
     {
         // The titles of the frame and of the page, which also is its name.
@@ -158,19 +120,12 @@ private slots:
         w.click("Stop"); // keeps the caption of a nameless page
         QCOMPARE(w.browser->windowTitle(), u"In Bearbeitung..."_s);
         QVERIFY(!w.busy());
-        QCOMPARE(w.bar->value(), 1); // of the last step
         w.page->locationName = u"name"_s;
         w.page->busy = false;
         QMetaObject::invokeMethod(w.timer, "timeout", Qt::DirectConnection);
         QCOMPARE(w.browser->windowTitle(), u"name"_s);
         QTRY_VERIFY(w.bar->isHidden());
         QCOMPARE(w.bar->value(), 0);
-    }
-
-    void quotesOfTheStartAreNotOpened()
-    {
-        StartedFrame f(u"\"a\""_s);
-        QCOMPARE(f.opened(), QStringList{u"a"_s});
     }
 
     void thePagesMenu()

@@ -7,10 +7,8 @@
 
 #include <QCheckBox>
 #include <QDialog>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -19,25 +17,6 @@ using namespace Qt::StringLiterals;
 class QuestionsTest : public TestCase {
     Q_OBJECT
 private slots:
-    void keys()
-    {
-        for (const auto& [isRisky, key, isAccepted] : {std::tuple{false, Qt::Key_Return, true},
-                                                       {false, Qt::Key_Escape, false},
-                                                       {true, Qt::Key_Enter, false}}) {
-            whileOpen([pressed = key](QDialog& dialog) {
-                QCOMPARE(dialog.findChild<QLabel*>(u"lblText"_s)->textFormat(), Qt::PlainText);
-                dialog.findChild<QCheckBox*>()->setChecked(true);
-                QTest::keyClick(&dialog, pressed);
-            });
-            const PageAnswer answer = m_dialogs.ask(&m_window, {.text = u"<b>x</b>"_s,
-                                                                .refuse = u"Nein"_s,
-                                                                .isRisky = isRisky,
-                                                                .checkBox = u"Ruhe"_s});
-            QCOMPARE(answer.isAccepted, isAccepted);
-            QVERIFY(answer.isChecked);
-        }
-    }
-
     void noticesLeaveEachOtherRoom()
     {
         const auto notice = [](int lines, const QList<QRect>& others) {
@@ -62,6 +41,7 @@ private slots:
         whileOpen([](QDialog& dialog) {
             QVERIFY(dialog.height() < dialog.screen()->availableSize().height());
             const auto* text = dialog.findChild<QLabel*>(u"lblText"_s);
+            QCOMPARE(text->textFormat(), Qt::PlainText);
             const QStringList words = text->text().split(u'\n');
             for (const QString& word : words.last(3))
                 QVERIFY(text->fontMetrics().horizontalAdvance(word) <= text->width());
@@ -73,12 +53,13 @@ private slots:
     void input()
     {
         whileOpen([](QDialog& dialog) {
+            dialog.findChild<QCheckBox*>()->setChecked(true);
             QTest::keyClicks(dialog.focusWidget(), u"neu"_s); // over what was there
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         });
-        const PageAnswer answer =
-            m_dialogs.ask(&m_window, {.refuse = u"Abbrechen"_s, .input = u"alt"_s});
-        QVERIFY(answer.isAccepted);
+        const PageAnswer answer = m_dialogs.ask(
+            &m_window, {.refuse = u"Abbrechen"_s, .checkBox = u"Ruhe"_s, .input = u"alt"_s});
+        QVERIFY(answer.isAccepted && answer.isChecked);
         QCOMPARE(answer.input, u"neu"_s);
     }
 
@@ -101,25 +82,6 @@ private slots:
         QVERIFY(answer(&MessagePrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
         QVERIFY(!answer(&MessagePrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
         QVERIFY(!answer(&MessagePrompt::askOkCancel, {Qt::Key_Escape}));
-    }
-
-    void savedFiles()
-    {
-        const QTemporaryDir folder;
-        const QString all = u"Alle Dateien (*)"_s;
-        for (const auto& [name, expected] :
-             {std::pair{u"a.b.pdf"_s, QStringList{u"PDF-Dateien (*.pdf)"_s, all}},
-              {u"a"_s, {all}},
-              {u"a.p*"_s, {all}}}) {
-            QStringList filters;
-            whileOpen([&filters](QDialog& dialog) {
-                filters = qobject_cast<QFileDialog*>(&dialog)->nameFilters();
-                dialog.accept();
-            });
-            const QString path = folder.filePath(name);
-            QCOMPARE(MessagePrompt().saveFileAs(nullptr, u"Sichern"_s, path), path);
-            QCOMPARE(filters, expected);
-        }
     }
 
 private:
