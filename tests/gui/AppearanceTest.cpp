@@ -1,6 +1,4 @@
 #include "app/DarkTitles.h"
-#include "app/FrameStatusBar.h"
-#include "app/frmEinstell.h"
 #include "browser/BrowserToolbar.h"
 #include "browser/services/DownloadTable.h"
 #include "browser/services/frmDownloads.h"
@@ -9,10 +7,7 @@
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
-#include <QAccessible>
-#include <QComboBox>
 #include <QHeaderView>
-#include <QMenu>
 #include <QProxyStyle>
 #include <QTableView>
 
@@ -39,35 +34,26 @@ private slots:
     }
     void cleanup() { QApplication::setFont(m_usual); }
 
-    void datesAreWhole()
+    void columnsAreWhole()
     {
         FakeShell shell;
+        DownloadTable table;
+        frmDownloads downloads(shell, nullptr, table, [](const QUrl&) { return true; });
+        const QHeaderView* header = shownGrid(downloads)->horizontalHeader();
+        for (int i = 0; i < header->count(); ++i)
+            QVERIFY2(header->sectionSize(i) >= header->sectionSizeHint(i),
+                     qPrintable(QString::number(i)));
+
         addVisit(shell.history, u"http://a"_s, u"t"_s, QDate(2000, 1, 1).startOfDay(), 3);
-        frmHistory window(shell, nullptr);
-        window.setAttribute(Qt::WA_DeleteOnClose, false);
-        window.resize(720, 300);
-        window.show();
-        const auto* grid = window.findChild<QTableView*>(u"Grid"_s);
+        frmHistory history(shell, nullptr);
+        history.resize(720, 300);
+        const QTableView* grid = shownGrid(history);
         const QModelIndex date = grid->model()->index(0, 2);
         QStyleOptionViewItem option;
         option.initFrom(grid);
         option.rect = grid->visualRect(date);
         QVERIFY(option.rect.width() > 100);
-        const int wanted = grid->itemDelegate()->sizeHint(option, date).width();
-        QVERIFY2(wanted <= option.rect.width(), qPrintable(QString::number(wanted)));
-    }
-
-    void headersOfTheDownloadsAreWhole()
-    {
-        FakeShell shell;
-        DownloadTable table;
-        frmDownloads window(shell, nullptr, table, [](const QUrl&) { return true; });
-        window.setAttribute(Qt::WA_DeleteOnClose, false);
-        window.show();
-        const QHeaderView* header = window.findChild<QTableView*>()->horizontalHeader();
-        for (int i = 0; i < header->count(); ++i)
-            QVERIFY2(header->sectionSize(i) >= header->sectionSizeHint(i),
-                     qPrintable(QString::number(i)));
+        QVERIFY(option.rect.width() >= grid->itemDelegate()->sizeHint(option, date).width());
     }
 
     void buttonsGrowWithTheLetters()
@@ -77,31 +63,6 @@ private slots:
         QApplication::setFont(sized(9));
         QCoreApplication::processEvents();
         QCOMPARE(toolbar.iconSize(), QSize(20, 20));
-    }
-
-    void whatHasNoLettersHasAName()
-    {
-        const BrowserToolbar toolbar(nullptr);
-        const FrameStatusBar status(nullptr);
-        const auto nameOf = [](QWidget* widget) {
-            return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
-        };
-        QCOMPARE(nameOf(toolbar.findChild<QMenu*>(u"Drives"_s)), u"Laufwerke"_s);
-        QCOMPARE(nameOf(toolbar.findChild<QWidget*>(u"qt_toolbar_ext_button"_s)),
-                 u"Weitere Schaltflächen"_s);
-        QCOMPARE(nameOf(const_cast<FrameStatusBar*>(&status)), u"Status-Zeile"_s);
-    }
-
-    void theListOpensAtTheStoredNumber()
-    {
-        FakeShell shell;
-        for (const auto& [rows, place] : {std::pair<qint16, int>{100, 2}, {7, -1}}) {
-            shell.pref.HistoryRows(rows);
-            const frmEinstell dialog(shell, nullptr);
-            const auto* combo = dialog.findChild<QComboBox*>(u"Combo1"_s);
-            QCOMPARE(combo->currentIndex(), place);
-            QCOMPARE(combo->currentText(), QString::number(rows));
-        }
     }
 
     /// Also where the desktop has put a style of its own around the toolkit's.
@@ -123,6 +84,12 @@ private slots:
     }
 
 private:
+    static const QTableView* shownGrid(QWidget& window)
+    {
+        window.setAttribute(Qt::WA_DeleteOnClose, false);
+        window.show();
+        return window.findChild<QTableView*>();
+    }
     QFont m_usual;
 };
 
