@@ -9,7 +9,6 @@
 #include <QTimeZone>
 
 #include <sys/file.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
