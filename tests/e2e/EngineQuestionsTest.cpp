@@ -1,12 +1,7 @@
 #include "EngineWorld.h"
 
-#include "browser/WebEnginePage.h"
-#include "browser/services/AskingPage.h"
-#include "browser/services/ScriptDialogs.h"
-
 #include <QDesktopServices>
 #include <QDialog>
-#include <QWebEngineProfile>
 #include <QWebEngineView>
 #include <QtTest>
 
@@ -26,29 +21,12 @@ PageAnswer agree(QWidget* /*parent*/, const PageQuestion& /*question*/)
 } // namespace
 
 /// What pages ask their user, and what comes of each answer.
-class EngineQuestionsTest : public QObject {
+class EngineQuestionsTest : public EngineTest {
     Q_OBJECT
 public slots:
     void openOnDesktop(const QUrl& url) { m_opened << url; }
 
 private slots:
-    void initTestCase()
-    {
-        m_world.server.page(u"/plain"_s, "<title>Frei</title>");
-        QDesktopServices::setUrlHandler(u"mailto"_s, this, "openOnDesktop");
-    }
-    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"mailto"_s); }
-    void init()
-    {
-        m_world.asker.questions.clear();
-        m_world.asker.onAsk = {};
-        m_world.asker.onLogIn = {};
-        m_opened.clear();
-        m_window = m_world.open();
-        m_world.closings = 0;
-    }
-    void cleanup() { m_world.closeWindows(); }
-
     void logIn()
     {
         m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
@@ -91,35 +69,6 @@ private slots:
         QTRY_COMPARE(m_world.asker.questions.size(), 3);
     }
 
-    // The engine may tell only then that another page is shown.
-    void silencedBeforeTheAddressIsTold()
-    {
-        QWebEngineProfile profile;
-        const WebFrameReports reports;
-        QuestionDesk desk;
-        desk.asker = &m_world.asker;
-        WebEnginePage page(profile, reports, nullptr);
-        QWidget window;
-        AskingPage asking(desk, m_world.shell, &window, page);
-        ScriptDialogs dialogs(asking, nullptr);
-        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
-            return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
-        };
-        const QUrl site(u"http://h/"_s);
-        const auto speak = [&](const QString& address) {
-            emit page.navigationStarting(QUrl(address), true);
-            for (int i = 0; i < 3; ++i)
-                dialogs.alert(QUrl(address), u"x"_s);
-            emit page.urlChanged(QUrl(address));
-            dialogs.alert(QUrl(address), u"x"_s);
-            return m_world.asker.questions.size();
-        };
-        QCOMPARE(speak(u"http://h/a"_s), 2);
-        QCOMPARE(speak(u"http://h/pushed"_s), 2);
-        QCOMPARE(speak(u"http://h/pushed#part"_s), 2);
-        QCOMPARE(speak(u"http://i/"_s), 4);
-    }
-
     void certificateRefused()
     {
         LoopbackServer server;
@@ -152,7 +101,9 @@ private slots:
         m_window = m_world.open();
         load(m_window, "<script>navigator.geolocation.getCurrentPosition(() => {})</script>");
         QTRY_VERIFY(!m_window);
-        QCOMPARE(m_world.open(u"/plain"_s)->engine().LocationName(), u"Frei"_s);
+        m_window = m_world.open();
+        visit("<title>Frei</title>"); // the others live on
+        QCOMPARE(m_window->engine().LocationName(), u"Frei"_s);
     }
 
     void permissions()
@@ -175,21 +126,6 @@ private slots:
     void leaving()
     {
         QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
-        m_window->visitAndWait(
-            page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
-        click(m_window);
-        QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world.asker.questions.size(), 1);
-        QVERIFY(m_world.asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
-        QTest::qWait(2500); // longer than a page that does not answer is waited for
-        QCOMPARE(m_world.closings, 0);
-        m_world.asker.onAsk = agree;
-        QVERIFY(m_window->engine().AskToClose());
-        QTRY_COMPARE(m_world.closings, 1);
-    }
-
-    void leavingTwo()
-    {
         m_world.asker.onAsk = [](QWidget* parent, const PageQuestion&) {
             QDialog dialog(parent);
             QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
@@ -206,16 +142,18 @@ private slots:
         QVERIFY(m_window->engine().AskToClose());
         QVERIFY(other->engine().AskToClose());
         QTRY_COMPARE_WITH_TIMEOUT(m_world.asker.questions.size(), 2, 10000);
+        QVERIFY(m_world.asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
         QTest::qWait(2500);
         QCOMPARE(m_world.closings, 0);
+        m_world.asker.onAsk = agree;
         QVERIFY(other->engine().AskToClose());
-        QTRY_COMPARE(m_world.asker.questions.size(), 3);
-        QCOMPARE(m_world.closings, 0);
+        QTRY_COMPARE(m_world.closings, 1);
+        QCOMPARE(m_world.asker.questions.size(), 3);
     }
 
     void hungPage()
     {
-        m_window->visitAndWait(page("<title>Hängt</title>"));
+        visit("<title>Hängt</title>");
         m_window->run(u"for (;;) {}"_s);
         QTest::qWait(200);
         QVERIFY(m_window->engine().AskToClose());
@@ -223,24 +161,35 @@ private slots:
         ::kill(static_cast<pid_t>(m_window->view()->page()->renderProcessPid()), SIGKILL);
     }
 
+    // Only a click leads to the desktop, and never to addresses of the program's own.
     void desktopLinks()
     {
-        const auto check = [this](const QByteArray& html, bool isClicked) {
-            m_opened.clear();
-            m_world.asker.questions.clear();
-            m_window->visitAndWait(page("<title>Verweis</title>" + html));
-            isClicked ? click(m_window) : QTest::qWait(500);
-            QTRY_COMPARE(m_opened, QList<QUrl>(isClicked ? 1 : 0, QUrl(u"mailto:x@y"_s)));
-            QCOMPARE(m_world.asker.questions.size(), m_opened.size());
-            QCOMPARE(m_window->engine().LocationName(), u"Verweis"_s);
-        };
         m_world.asker.onAsk = agree;
-        const QByteArray link = "<a style='display:block;height:900px' href='mailto:x@y' ";
-        check(link + ">x</a>", true);
-        check(link + "target=_blank>x</a>", true);
-        check("<script>location = 'mailto:x@y'</script>", false);
-        check(link + "id=a>x</a><script>a.click()</script>", false);
-        check("<iframe src='mailto:x@y'></iframe>", false);
+        for (const QString& address :
+             {u"mailto:x@y"_s, u"tessera-error:address=x"_s, u"qrc:/x.html"_s}) {
+            const QString scheme = address.section(u':', 0, 0);
+            QDesktopServices::setUrlHandler(scheme, this, "openOnDesktop");
+            const QByteArray quoted = '"' + address.toLatin1() + '"';
+            const QByteArray link = "<a style='display:block;height:900px' href=" + quoted;
+            for (const QByteArray& way :
+                 {link + " >x</a>", link + " target=_blank>x</a>",
+                  "<script>location=" + quoted + "</script>",
+                  "<a id=a href=" + quoted + "></a><script>a.click()</script>",
+                  "<iframe src=" + quoted + "></iframe>"}) {
+                const bool isOpened = scheme == u"mailto"_s && way.startsWith(link);
+                const QString title = u"Bleibt %1"_s.arg(++m_titles);
+                m_opened.clear();
+                m_world.asker.questions.clear();
+                m_window->visit(page("<title>" + title.toLatin1() + "</title>" + way));
+                QTRY_COMPARE(m_window->engine().LocationName(), title);
+                click(m_window);
+                QTest::qWait(300);
+                QTRY_COMPARE(m_opened, QList<QUrl>(isOpened ? 1 : 0, QUrl(address)));
+                QCOMPARE(m_world.asker.questions.size(), m_opened.size());
+                QCOMPARE(m_window->engine().LocationName(), title);
+            }
+            QDesktopServices::unsetUrlHandler(scheme);
+        }
     }
 
     void manyWindows()
@@ -260,27 +209,10 @@ private slots:
     }
 
 private:
-    QString page(const QByteArray& html)
-    {
-        const QString path = u"/page%1"_s.arg(++m_pages);
-        m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
-        return path;
-    }
     void load(EngineWindow* window, const QByteArray& html) { window->visit(page(html)); }
-    static void click(EngineWindow* window)
-    {
-        QWidget* const host = window->engine().host();
-        // Until it has been painted a page takes no input.
-        QTRY_COMPARE(window->colour(), QColor(Qt::blue));
-        QTest::qWait(500);
-        QTest::mouseClick(host->focusProxy(), Qt::LeftButton, {}, host->rect().center());
-        QTest::qWait(100);
-    }
 
-    EngineWorld m_world;
-    QPointer<EngineWindow> m_window;
     QList<QUrl> m_opened;
-    int m_pages = 0;
+    int m_titles = 0;
 };
 
 ENGINE_TEST_MAIN(EngineQuestionsTest)

@@ -14,8 +14,11 @@
 
 using namespace Qt::StringLiterals;
 
+/// Before the engine starts: else it describes its pages to nobody.
+[[maybe_unused]] const bool isAssisted = qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
+
 /// What users do with a page of the real engine.
-class EngineViewingTest : public QObject {
+class EngineViewingTest : public EngineTest {
     Q_OBJECT
 private slots:
     void initTestCase()
@@ -23,16 +26,15 @@ private slots:
         m_world.server.page(u"/page"_s, "<title>Seite</title><body style='height:100vh' onclick="
                                         "'this.requestFullscreen()'>Wort wort wort");
         m_world.server.page(u"/next"_s, "<title>Nächste</title>wort");
+        m_start = u"/page"_s;
     }
     void init()
     {
-        m_window = m_world.open(u"/page"_s);
+        EngineTest::init();
         m_host = m_window->view();
         m_page = m_host->page();
-        m_window->window()->activateWindow();
         QTRY_VERIFY(m_window->isActiveWindow());
     }
-    void cleanup() { m_world.closeWindows(); }
 
     void assistiveToolsSeeThePage()
     {
@@ -166,10 +168,6 @@ private:
         QTRY_COMPARE(screen()->geometry(), screen()->screen()->geometry());
     }
 
-    // Before the engine starts: else it describes its pages to nobody.
-    const bool m_isAssisted = qputenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-    EngineWorld m_world;
-    QPointer<EngineWindow> m_window;
     QPointer<QWebEngineView> m_host;
     QWebEnginePage* m_page = nullptr;
 };

@@ -5,27 +5,23 @@
 using namespace Qt::StringLiterals;
 
 /// Which navigations the engine reports, with which titles and addresses.
-class EngineVisitsTest : public QObject {
+class EngineVisitsTest : public EngineTest {
     Q_OBJECT
 private slots:
     void initTestCase()
     {
         m_world.server.page(u"/start"_s, "<title>Start</title>");
+        m_start = u"/start"_s;
         m_world.server.page(u"/end"_s, "<title>Ende</title>");
         m_world.server.page(u"/plain"_s, "<title>Frame</title>");
         m_world.server.answer(
             u"/half"_s, {.body = "<title>Halb</title>" + QByteArray(9000, ' '), .sent = 8000});
     }
-    void init()
-    {
-        m_window.reset(m_world.open(u"/start"_s));
-        QCOMPARE(m_window->visits, QStringList{u"Start @ H/start"_s});
-    }
-
     void answers()
     {
         const auto check = [this](const LoopbackServer::Answer& answer,
                                   const QStringList& expected) {
+            cleanup();
             init();
             m_world.server.answer(u"/page"_s, answer);
             m_window->visit(u"/page"_s);
@@ -54,6 +50,7 @@ private slots:
     void movesWithinAPage()
     {
         const auto check = [this](const QString& script, const QStringList& expected) {
+            cleanup();
             init();
             m_window->run(script);
             expectExactly(expected);
@@ -86,7 +83,6 @@ private slots:
         QTRY_COMPARE(m_window->visits.mid(1), QStringList{u"- @ "_s + typed});
         QCOMPARE(m_window->engine().LocationURL(), typed);
         QCOMPARE(m_window->engine().LocationName(), u"Keine gültige Adresse"_s);
-        QVERIFY(!m_window->engine().Document());
         m_window->visit(u"/end"_s);
         QTRY_COMPARE(m_window->visits.last(), u"Ende @ H/end"_s);
         m_window->engine().GoBack();
@@ -117,9 +113,6 @@ private:
         QTRY_VERIFY(m_window->visits.last() == u"Ende @ H/end"_s);
         QCOMPARE(m_window->visits.mid(1 + expected.size()), QStringList{u"Ende @ H/end"_s});
     }
-
-    EngineWorld m_world;
-    std::unique_ptr<EngineWindow> m_window;
 };
 
 ENGINE_TEST_MAIN(EngineVisitsTest)

@@ -5,20 +5,21 @@
 using namespace Qt::StringLiterals;
 
 /// Windows that pages open, resize and close, and engines that go at any moment.
-class EngineWindowsTest : public QObject {
+class EngineWindowsTest : public EngineTest {
     Q_OBJECT
 private slots:
     void initTestCase()
     {
-        m_world.server.page(u"/opener"_s, "<title>Opener</title><a id=a href='/target' "
-                                          "target=_blank style='font-size:300px'>link</a>");
+        m_start = u"/opener"_s;
+        m_world.server.page(m_start, "<title>Opener</title><a id=a href='/target' "
+                                     "target=_blank style='font-size:300px'>link</a>");
         m_world.server.page(u"/target"_s, "<title>Ziel</title><body style='background:#0000ff'>");
         m_world.server.page(u"/home"_s, "<title>Heim</title>");
     }
     void init()
     {
-        m_opener = m_world.open(u"/opener"_s);
-        m_opener->makeWindow = [this] {
+        EngineTest::init();
+        m_window->makeWindow = [this] {
             m_lent = m_world.open();
             m_lent->visit(u"/home"_s); // must not win
             connect(&m_lent->engine(), &EngineControl::BeforeNavigate2, m_lent,
@@ -26,13 +27,12 @@ private slots:
             return m_lent;
         };
     }
-    void cleanup() { m_world.closeWindows(); }
 
     void lentPageWins()
     {
         const auto check = [this](const QString& script, const QSize& size) {
             m_lent.clear();
-            m_opener->run(script);
+            m_window->run(script);
             QTRY_VERIFY(m_lent);
             QTRY_COMPARE(m_lent->visits, QStringList{u"Ziel @ H/target"_s});
             QTRY_COMPARE(m_lent->colour(), QColor(Qt::blue));
@@ -47,7 +47,7 @@ private slots:
 
     void writtenWindow()
     {
-        m_opener->run(u"w = window.open(''); setTimeout(() => { w.document.write("
+        m_window->run(u"w = window.open(''); setTimeout(() => { w.document.write("
                       "'<title>Text</title><body style=\"background:#00ff00\">') }, 300)"_s);
         QTRY_VERIFY(m_lent);
         QTRY_COMPARE(m_lent->colour(), QColor(Qt::green));
@@ -64,8 +64,8 @@ private slots:
         engineGoesDuring(&EngineControl::NavigateComplete2, "<iframe src=/home></iframe>");
         engineGoesDuring(&EngineControl::WindowClosing, "<script>window.close()</script>");
         // The others live on.
-        m_opener->visit(u"/target"_s);
-        QTRY_COMPARE(m_opener->visits.last(), u"Ziel @ H/target"_s);
+        m_window->visit(u"/target"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Ziel @ H/target"_s);
     }
 
 private:
@@ -74,7 +74,7 @@ private:
     {
         m_world.server.page(u"/victim"_s, html);
         bool isGone = false;
-        m_opener->makeWindow = [&] {
+        m_window->makeWindow = [&] {
             m_lent = m_world.open();
             connect(&m_lent->engine(), signal, this, [&] {
                 isGone = true;
@@ -82,11 +82,10 @@ private:
             });
             return m_lent;
         };
-        m_opener->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
+        m_window->run(u"window.open('/victim', '', 'width=300,height=200')"_s);
         QTRY_VERIFY(isGone);
     }
-    EngineWorld m_world;
-    QPointer<EngineWindow> m_opener;
+
     QPointer<EngineWindow> m_lent;
     QString m_nameWhenBusy;
 };

@@ -97,6 +97,33 @@ void EngineWorld::closeWindows()
     qDeleteAll(frame.findChildren<EngineWindow*>());
 }
 
+void EngineTest::init()
+{
+    m_world.asker.questions.clear();
+    m_world.asker.onAsk = {};
+    m_world.asker.onLogIn = {};
+    m_world.closings = 0;
+    m_window = m_world.open(m_start);
+    m_world.frame.activateWindow();
+}
+
+QString EngineTest::page(const QByteArray& html)
+{
+    const QString path = u"/page%1"_s.arg(++m_pages);
+    m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+    return path;
+}
+
+void EngineTest::click(const EngineWindow* window, Qt::MouseButton button)
+{
+    const QWidget* const host = window->view();
+    // Until it has been painted a page takes no input.
+    QTRY_COMPARE(window->colour(), QColor(Qt::blue));
+    QTest::qWait(500);
+    QTest::mouseClick(host->focusProxy(), button, {}, host->rect().center());
+    QTest::qWait(100);
+}
+
 int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)
 {
     if (geteuid() == 0) { // the engine's sandbox refuses to run there

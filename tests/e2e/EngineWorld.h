@@ -7,6 +7,7 @@
 #include "browser/services/PageAsker.h"
 #include "tests/gui/FakeShell.h"
 
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -92,6 +93,29 @@ private:
 public:
     /// All windows are in it, and what the engines open beside them.
     QWidget frame;
+};
+
+/// A test with one world for all its functions, and a window for each of them.
+class EngineTest : public QObject {
+    Q_OBJECT
+protected slots:
+    void init();
+    void cleanup() { m_world.closeWindows(); }
+
+protected:
+    /// The path of a new page, which is blue where it is not covered.
+    QString page(const QByteArray& html);
+    void visit(const QByteArray& html) { m_window->visitAndWait(page(html)); }
+    /// Clicks in the middle of a window with a blue page.
+    static void click(const EngineWindow* window, Qt::MouseButton button = Qt::LeftButton);
+
+    EngineWorld m_world;
+    QPointer<EngineWindow> m_window;
+    /// The path that each window begins with, if any.
+    QString m_start;
+
+private:
+    int m_pages = 0;
 };
 
 /// Runs the tests of `Test` in an application that can show pages.

@@ -25,8 +25,6 @@ void Scenario::init()
     m_server = std::make_unique<LoopbackServer>();
     m_server->page(u"/red"_s, coloured("Rot", "#ff0000"));
     m_server->page(u"/blue"_s, coloured("Blau", "#0000ff"));
-    m_server->page(u"/one"_s, painting("Eins"));
-    m_server->page(u"/two"_s, painting("Zwei"));
     m_program = std::make_unique<Installation>();
     m_run = std::make_unique<QProcess>();
     m_output.clear();
@@ -50,13 +48,6 @@ QString Scenario::maximised(const QString& page)
 QByteArray Scenario::coloured(const char* name, const char* colour)
 {
     return QByteArray("<title>") + name + "</title><body style='background:" + colour + "'>";
-}
-
-QByteArray Scenario::painting(const char* name)
-{
-    return coloured(name, "#0000ff") +
-           "<script>onkeydown = e => { document.body.style.background = '#' + e.key + '00' }"
-           "</script>";
 }
 
 void Scenario::open(const QString& path, const QString& pageTitle)

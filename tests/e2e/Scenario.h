@@ -27,9 +27,6 @@ protected:
     /// The caption of the frame while the window with this page fills it.
     static QString maximised(const QString& page);
     static QByteArray coloured(const char* name, const char* colour);
-    /// A blue page that takes the key of a hexadecimal digit for the share of red in
-    /// its colour.
-    static QByteArray painting(const char* name);
 
     /// Starts the program with a page and waits until it is there.
     void open(const QString& path, const QString& pageTitle);

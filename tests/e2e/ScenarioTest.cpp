@@ -134,28 +134,11 @@ private slots:
         QTRY_SEES(maximised(u"Keller"_s));
     }
 
-    void keysStayWithThePage()
-    {
-        open(u"/one"_s, u"Eins"_s);
-        const QPoint middle = User::place(maximised(u"Eins"_s)).center();
-        const auto keysPaint = [&] {
-            QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(middle) != QColor(Qt::red), patience);
-            QTest::qWait(700);
-            User::press(u"f"_s);
-            QTRY_COLOUR(middle, Qt::red);
-        };
-        keysPaint();
-        User::press(u"ctrl+l"_s); // another site: the engine takes another widget for it
-        User::enter(m_server->address(u"/two"_s, u"localhost"_s));
-        QTRY_SEES(maximised(u"Zwei"_s));
-        keysPaint();
-        User::press(u"alt+Left"_s);
-        QTRY_SEES(maximised(u"Eins"_s));
-        keysPaint();
-    }
-
     void crashedPageIsLoadedAgain()
     {
+        m_server->page(u"/one"_s, coloured("Eins", "#0000ff") +
+                                      "<script>onkeydown = () => {"
+                                      "document.body.style.background = '#ff0000' }</script>");
         open(u"/one"_s, u"Eins"_s);
         const QPoint corner = User::place(maximised(u"Eins"_s)).center() - QPoint(200, 50);
         User::press(u"f"_s);
