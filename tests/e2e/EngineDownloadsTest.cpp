@@ -55,19 +55,8 @@ private slots:
         const LoopbackServer::Answer whole{.body = "text"};
         check(whole, "filename*=UTF-8''%C3%9Cbersicht%20%E2%82%AC.txt", u"Übersicht €.txt"_s);
         check(whole, "filename=\"../../.x/y.txt\"", u"y.txt"_s);
-        check({.body = "text", .isLengthUnknown = true}, "filename=a.txt", u"a.txt"_s);
         check({.body = QByteArray(90000, 'x'), .sent = 40000, .closes = true}, "filename=a.bin",
               u"a.bin"_s, u"Fehler: Die Verbindung ist abgerissen."_s);
-    }
-
-    void folderThatIsNone()
-    {
-        m_world->shell.fakePrompt.answerFileName(m_folder->filePath(u"none/a.bin"_s));
-        save(u"a.bin"_s);
-        m_window->visit(u"/file"_s);
-        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
-        QCOMPARE(files(), QStringList{u"a.bin"_s});
-        QCOMPARE(m_world->shell.fakePrompt.takeTexts().size(), 3);
     }
 
     void outlivesItsWindow()
@@ -160,23 +149,7 @@ private slots:
         check(u"document.getElementById('a').click()"_s, true);
         check(u"window.open('/file')"_s, true);
         check(u"w = window.open(''); setTimeout(() => w.location = '/file', 100)"_s, true);
-        check(u"w = window.open(''); w.document.write('<p>Text'); "
-              "setTimeout(() => w.location = '/file', 1500)"_s,
-              false);
         check(u"w = window.open('/start'); setTimeout(() => w.location = '/file', 1500)"_s, false);
-    }
-
-    void manyAtOnce()
-    {
-        QStringList names;
-        for (int i = 10; i < 20; ++i) {
-            names << QString::number(i);
-            save(names.last());
-        }
-        m_window->run(u"for (let i = 0; i < 20; ++i) { const a = document.createElement('a');"
-                      "a.href = '/file?' + i; a.download = 'x'; a.click() }"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(files(), names, 30000);
-        QTRY_COMPARE(states(), QStringList(10, u"Fertig"_s));
     }
 
     void refusalsCountUntilTheUserGoesOn()

@@ -73,19 +73,9 @@ private slots:
     {
         LoopbackServer server;
         server.useTls();
-        m_world.asker.onAsk = {};
-        for (int asked = 1; asked < 3; ++asked) { // and again when it is loaded anew
-            asked == 1 ? m_window->engine().Navigate(server.address(u"/plain"_s))
-                       : m_window->engine().Refresh();
-            QTRY_COMPARE(m_world.asker.questions.size(), asked);
-            QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
-        }
-        const auto text = std::make_shared<QString>();
-        QTRY_VERIFY([&] {
-            m_window->view()->page()->toPlainText([=](const QString& shown) { *text = shown; });
-            return text->contains(u"kann nicht nachweisen, der richtige Server zu sein."_s);
-        }());
-        QVERIFY(text->contains(u"Stelle, der dieser Rechner nicht vertraut"_s));
+        m_window->engine().Navigate(server.address(u"/plain"_s));
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
+        QCOMPARE(m_world.asker.questions.size(), 1);
         QCOMPARE(m_window->engine().LocationURL(), server.address(u"/plain"_s));
     }
 

@@ -119,22 +119,6 @@ private slots:
         QTRY_COMPARE(hits->text(), u"1 von 1"_s);
     }
 
-    void findsInFullScreen()
-    {
-        enterFullScreen();
-        QTest::keyClick(screen(), Qt::Key_F, Qt::ControlModifier);
-        const QPointer<FindBar> bar = screen()->findChild<FindBar*>();
-        QVERIFY(bar && bar->isVisible());
-        QTest::keyClicks(bar->findChild<QLineEdit*>(), u"wort"_s);
-        QTRY_COMPARE(bar->findChild<QLabel*>(u"lblHits"_s)->text(), u"1 von 3"_s);
-        QTest::keyClick(bar->findChild<QLineEdit*>(), Qt::Key_Escape); // ends only the search
-        QVERIFY(bar && bar->isHidden());
-        screen()->close();
-        QTRY_VERIFY(!bar);
-        QTest::keyClick(m_window, Qt::Key_F3);
-        QVERIFY(m_window->findChild<FindBar*>()->isVisible());
-    }
-
     void zoomIsTheWindowsOwn()
     {
         EngineWindow* const other = m_world.open(u"/page"_s);

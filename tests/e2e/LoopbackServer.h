@@ -24,8 +24,6 @@ public:
         bool waits = false;
         /// The connection ends there, with or without the whole body.
         bool closes = false;
-        /// The length of the body is not told.
-        bool isLengthUnknown = false;
         /// "user:password" that the answer is kept for; others get 401 (realm "Keller").
         QByteArray logIn = {};
     };

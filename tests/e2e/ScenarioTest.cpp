@@ -88,26 +88,6 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/blue"_s), 1, patience);
     }
 
-    void archiveKeepsAndExports()
-    {
-        open(u"/red"_s, u"Rot"_s);
-        User::press(u"alt+x b"_s);
-        QTRY_SEES(u"Bookmark Archiv"_s);
-        User::press(u"alt+m o h"_s);
-        User::enter(u"Werkzeug"_s);
-        User::press(u"alt+a s"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(bytesOf(m_program->file(u"Book.bkm"_s)).contains("Werkzeug"),
-                                 patience);
-        User::press(u"alt+a e h"_s);
-        QTRY_SEES(u"Archiv exportieren in HTML Datei..."_s);
-        const QString file = m_program->home() + u"/archiv.html"_s;
-        User::enter(file);
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(file), patience);
-        QTRY_SEES(u"Meldung"_s); // whether to show the file
-        User::press(u"Return"_s);
-        QTRY_SEES(title());
-    }
-
     void downloadIsSaved()
     {
         m_server->page(u"/link"_s, "<title>Link</title><a href=/file style='position:fixed;"

@@ -124,6 +124,28 @@ private slots:
         open(u"/scheme"_s, u"dunkel"_s);
     }
 
+    void keepsCookiesAndEndsWhileItAsksForAName()
+    {
+        m_server->page(u"/first"_s, "<script>document.cookie = 'k=1; max-age=9999'; "
+                                    "localStorage.k = 1; fetch('/set')</script>");
+        m_server->page(u"/later"_s, "<script>if (document.cookie == 'k=1' && localStorage.k) "
+                                    "fetch('/kept'); location = '/file'</script>");
+        m_server->answer(u"/file"_s, {.body = "x",
+                                      .type = "application/octet-stream",
+                                      .headers = "Content-Disposition: attachment\r\n"});
+        for (const auto& [start, until] :
+             {std::pair{u"/first"_s, u"/set"_s}, {u"/later"_s, u"/file"_s}}) {
+            m_program->start(*m_run, {m_server->address(start)});
+            QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(until), 1, patience);
+            QTest::qWait(500); // the save dialog comes up
+            m_run->terminate();
+            QVERIFY(m_run->waitForFinished(patience));
+            QCOMPARE(m_run->exitStatus(), QProcess::NormalExit);
+            QCOMPARE(m_run->exitCode(), 0);
+        }
+        QCOMPARE(m_server->requests(u"/kept"_s), 1);
+    }
+
 private:
     /// Gives the keys to a window of another program.
     static void cover(QWidget& other)
