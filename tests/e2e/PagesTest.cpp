@@ -4,6 +4,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Megabytes that a process has in memory.
+int memoryOf(qint64 process)
+{
+    const QByteArray status = bytesOf(u"/proc/%1/status"_s.arg(process));
+    const qsizetype place = status.indexOf("VmRSS:") + 6;
+    return status.mid(place, status.indexOf("kB", place) - place).trimmed().toInt() / 1024;
+}
+
+} // namespace
+
 /// What pages do to their windows, and ask at the wrong moment or more than is good
 /// for their user.
 class PagesTest : public Scenario {
@@ -57,6 +69,29 @@ private slots:
         QTest::qWait(2000);
         QVERIFY2(!output().contains("BRUELL"), output().left(500));
         QVERIFY2(output().size() < 20000, output().left(500));
+    }
+
+    void longAddressesTakeNoMemory()
+    {
+        m_server->page(u"/long"_s,
+                       "<title>Lang</title><script>let n = 0; const timer = setInterval(() => {"
+                       "history.pushState(0, '', '/' + ++n + 'a'.repeat(1900000));"
+                       "if (n === 80 || n === 140) fetch(location.origin + '/pushed' + n);"
+                       "if (n === 140) clearInterval(timer) }, 60)</script>");
+        const auto memoryAfter = [this](int count) {
+            const QString told = u"/pushed%1"_s.arg(count);
+            (void)QTest::qWaitFor([&] { return m_server->requests(told) == 1; }, 60000);
+            QTest::qWait(2000);
+            return memoryOf(m_run->processId());
+        };
+        m_program->start(*m_run, {m_server->address(u"/long"_s)});
+        const int before = memoryAfter(80); // the engine itself keeps fifty of them
+        const int grown = memoryAfter(140) - before;
+        QCOMPARE(m_server->requests(u"/pushed140"_s), 1);
+        QVERIFY2(grown < 200, qPrintable(u"%1 MB"_s.arg(grown))); // 460 if all were kept
+        User::press(u"ctrl+l"_s);                                 // it still listens
+        User::enter(m_server->address(u"/red"_s));
+        QTRY_SEES(maximised(u"Rot"_s));
     }
 
     // In full screen a question could not be seen, nor the full screen be left any more.
