@@ -72,7 +72,8 @@ private slots:
     void certificateRefused()
     {
         LoopbackServer server;
-        server.useTls();
+        // Of "localhost" and 127.0.0.1, from 2020 to 2068, issued by itself; and its key.
+        server.useTls(QFINDTESTDATA("localhost.pem"));
         m_window->engine().Navigate(server.address(u"/plain"_s));
         QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
         QCOMPARE(m_world.asker.questions.size(), 1);

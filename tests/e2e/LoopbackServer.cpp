@@ -1,7 +1,6 @@
 #include "LoopbackServer.h"
 
 #include <QSslSocket>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -18,16 +17,14 @@ LoopbackServer::LoopbackServer(QObject* parent) : QTcpServer(parent)
 
 void LoopbackServer::incomingConnection(qintptr descriptor)
 {
-    if (!m_isTls) {
+    if (m_certificate.isEmpty()) {
         QTcpServer::incomingConnection(descriptor);
         return;
     }
     auto* const socket = new QSslSocket(this);
     socket->setSocketDescriptor(descriptor);
-    // Of "localhost" and 127.0.0.1, from 2020 to 2068, issued by itself; and its key.
-    const QString file = QFINDTESTDATA("localhost.pem");
-    socket->setLocalCertificate(file);
-    socket->setPrivateKey(file, QSsl::Ec);
+    socket->setLocalCertificate(m_certificate);
+    socket->setPrivateKey(m_certificate, QSsl::Ec);
     socket->startServerEncryption();
     addPendingConnection(socket);
 }
@@ -44,7 +41,7 @@ void LoopbackServer::goOn()
 
 QString LoopbackServer::address(const QString& path, const QString& host) const
 {
-    return (m_isTls ? u"https"_s : u"http"_s) +
+    return (m_certificate.isEmpty() ? u"http"_s : u"https"_s) +
            u"://%1:%2%3"_s.arg(host).arg(serverPort()).arg(path);
 }
 

@@ -30,8 +30,8 @@ public:
 
     explicit LoopbackServer(QObject* parent = nullptr);
 
-    /// From now on it speaks TLS, with a certificate that nobody trusts.
-    void useTls() { m_isTls = true; }
+    /// From now on it speaks TLS, with the certificate and the key in this file.
+    void useTls(const QString& certificate) { m_certificate = certificate; }
     /// Sends the rest of the answers that wait.
     void goOn();
 
@@ -58,5 +58,5 @@ private:
     QHash<QString, int> m_requests;
     QHash<QString, QByteArray> m_last;
     QList<std::pair<QPointer<QTcpSocket>, QByteArray>> m_rests;
-    bool m_isTls = false;
+    QString m_certificate;
 };
