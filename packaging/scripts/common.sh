@@ -105,7 +105,9 @@ start_display() {
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
     mkfifo "$scratch/number"
-    setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 "${display_size:-1280x1024}x24" -nolisten tcp \
+    # A display begins anew when its last client has gone: a tool that looks for the window
+    # manager would take away the connection that this is about to make.
+    setpriv --pdeathsig TERM Xvfb -displayfd 3 -screen 0 "${display_size:-1280x1024}x24" -noreset -nolisten tcp \
         3>"$scratch/number" >"$scratch/xvfb.log" 2>&1 &
     xvfb_pid=$!
     local number
