@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Prefer.h"
 #include "app/StartModule.h"
+#include "base/Prefer.h"
 #include "browser/frmBrowser.h"
 
 #include <QElapsedTimer>

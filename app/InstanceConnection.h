@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/InstanceMessage.h"
+#include "launcher/InstanceMessage.h"
 
 #include <QObject>
 

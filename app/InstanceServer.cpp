@@ -1,8 +1,8 @@
 #include "app/InstanceServer.h"
 
 #include "app/InstanceConnection.h"
-#include "app/InstanceMessage.h"
 #include "base/Guarded.h"
+#include "launcher/InstanceMessage.h"
 
 #include <QPointer>
 #include <QSocketNotifier>

@@ -2,17 +2,17 @@
 
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
-#include "app/DescriptorLimit.h"
 #include "app/FrameMenus.h"
 #include "app/FrameStatusBar.h"
 #include "app/PaintPacer.h"
-#include "app/Prefer.h"
 #include "app/StartModule.h"
 #include "base/Maker.h"
+#include "base/Prefer.h"
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
 #include "base/WindowGuards.h"
 #include "history/HistoryList.h"
+#include "launcher/DescriptorLimit.h"
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>

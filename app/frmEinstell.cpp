@@ -1,9 +1,9 @@
 #include "app/frmEinstell.h"
 
-#include "app/Prefer.h"
 #include "base/DialogKeys.h"
 #include "base/FormParts.h"
 #include "base/Guarded.h"
+#include "base/Prefer.h"
 #include "base/Shell.h"
 #include "base/WholeNumber.h"
 

@@ -4,8 +4,8 @@
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
 #include "base/MessagePrompt.h"
-#include "browser/WebEngineHost.h"
-#include "browser/services/PageDialogs.h"
+#include "engine/WebEngineHost.h"
+#include "pages/asking/PageDialogs.h"
 
 /// The shell around the real engine inside this process, put together as the
 /// program does it. Addresses are taken as they are.

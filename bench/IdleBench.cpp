@@ -1,10 +1,10 @@
 // How often the shell's own timers wake the program while three windows with a
 // page have nothing to do: never, it should be. Needs a display.
+#include "app/GermanTexts.h"
 #include "bench/BenchShell.h"
 #include "bench/PrivateFolders.h"
 #include "bench/Report.h"
 #include "bench/Waiting.h"
-#include "browser/GermanTexts.h"
 
 #include <QApplication>
 #include <QEventLoop>

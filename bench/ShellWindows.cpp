@@ -1,7 +1,7 @@
 // The shell with many windows opened in one go, as the archive opens a folder:
 // ShellWindows ADDRESS FOLDER WINDOWS. The folder holds the preferences.
+#include "app/GermanTexts.h"
 #include "bench/BenchShell.h"
-#include "browser/GermanTexts.h"
 
 #include <QApplication>
 

@@ -2,6 +2,7 @@
 // the real engine, in waves, and looks whether memory and objects come back.
 // Usage: SoakTest [windows [minutes]]. Needs a display.
 #include "app/FrameMenus.h"
+#include "app/GermanTexts.h"
 #include "bench/BenchShell.h"
 #include "bench/PrivateFolders.h"
 #include "bench/ProcessTree.h"
@@ -9,7 +10,6 @@
 #include "bench/SoakObjects.h"
 #include "bench/SoakPages.h"
 #include "bench/Waiting.h"
-#include "browser/GermanTexts.h"
 #include "tests/e2e/LoopbackServer.h"
 
 #include <QAction>

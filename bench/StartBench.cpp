@@ -3,7 +3,7 @@
 // bare program around as many views takes. The page tells its server when it has
 // loaded. Usage: StartBench [runs [windows]]. Needs a display that nobody else
 // works on; many windows need one of 1280 x 2300 pixels.
-#include "app/Prefer.h"
+#include "base/Prefer.h"
 #include "base/Twips.h"
 #include "bench/PrivateFolders.h"
 #include "bench/ProcessTree.h"

@@ -1,6 +1,6 @@
 #include "browser/BrowserToolbar.h"
 
-#include "browser/GlyphIcon.h"
+#include "base/GlyphIcon.h"
 
 #include <QAction>
 #include <QEvent>

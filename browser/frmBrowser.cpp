@@ -1,7 +1,7 @@
 #include "browser/frmBrowser.h"
 
-#include "app/Prefer.h"
 #include "base/Guarded.h"
+#include "base/Prefer.h"
 #include "base/Shell.h"
 #include "browser/AddressBar.h"
 #include "browser/BrowserFocus.h"

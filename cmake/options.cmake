@@ -44,7 +44,6 @@ function(tessera_library name)
   add_library(${name} STATIC)
   target_link_libraries(${name} PUBLIC tessera_options ${ARGN})
   # A header that a room adds has to be looked at by moc: only the lists tell of it.
-  file(GLOB rooms ${PROJECT_SOURCE_DIR}/*/CMakeLists.txt
-    ${PROJECT_SOURCE_DIR}/browser/services/CMakeLists.txt)
+  file(GLOB rooms ${PROJECT_SOURCE_DIR}/*/CMakeLists.txt)
   set_target_properties(${name} PROPERTIES AUTOGEN_TARGET_DEPENDS "${rooms}")
 endfunction()

@@ -12,7 +12,7 @@ set -euo pipefail
 
 folder=$root/build/release
 work=$root/build/lint
-rooms=(base app browser history bookmarks resources)
+rooms=(launcher base address history bookmarks browser pages engine app resources)
 most=12 # sources in one piece
 
 # Lists source and fingerprint: the digest of all project files that the

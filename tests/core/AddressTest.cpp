@@ -1,5 +1,5 @@
-#include "browser/AddressResolver.h"
-#include "browser/MovedProgram.h"
+#include "address/AddressResolver.h"
+#include "address/MovedProgram.h"
 #include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 

@@ -1,7 +1,7 @@
-#include "browser/services/DownloadNames.h"
-#include "browser/services/DownloadTable.h"
-#include "browser/services/FileMove.h"
-#include "browser/services/StoredWebData.h"
+#include "pages/downloads/DownloadNames.h"
+#include "pages/downloads/DownloadTable.h"
+#include "pages/downloads/FileMove.h"
+#include "pages/viewing/StoredWebData.h"
 #include "tests/TestCase.h"
 
 #include <QAbstractItemModelTester>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "browser/DriveList.h"
-#include "browser/FileTable.h"
+#include "address/DriveList.h"
+#include "address/FileTable.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
-#include "app/InstanceClient.h"
-#include "app/InstanceMessage.h"
 #include "app/InstanceServer.h"
+#include "launcher/InstanceClient.h"
+#include "launcher/InstanceMessage.h"
 #include "tests/TestCase.h"
 
 #include <QLocalSocket>

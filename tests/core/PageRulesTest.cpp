@@ -1,11 +1,11 @@
 #include "base/OneLineText.h"
 #include "browser/PageTexts.h"
-#include "browser/services/DesktopSchemes.h"
-#include "browser/services/DialogSilence.h"
-#include "browser/services/DownloadNames.h"
-#include "browser/services/PdfFileName.h"
-#include "browser/services/PermissionMemory.h"
-#include "browser/services/SiteText.h"
+#include "pages/asking/DesktopSchemes.h"
+#include "pages/asking/DialogSilence.h"
+#include "pages/asking/PermissionMemory.h"
+#include "pages/asking/SiteText.h"
+#include "pages/downloads/DownloadNames.h"
+#include "pages/viewing/PdfFileName.h"
 #include "tests/TestCase.h"
 
 #include <ctime>

@@ -1,7 +1,7 @@
-#include "browser/services/PageMenuRules.h"
-#include "browser/services/PdfFileName.h"
-#include "browser/services/SpellLanguages.h"
-#include "browser/services/ZoomSteps.h"
+#include "pages/viewing/PageMenuRules.h"
+#include "pages/viewing/PdfFileName.h"
+#include "pages/viewing/SpellLanguages.h"
+#include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,4 @@
-#include "app/Prefer.h"
+#include "base/Prefer.h"
 #include "base/Errors.h"
 #include "tests/TestCase.h"
 

@@ -1,6 +1,6 @@
-#include "app/CommandLine.h"
-#include "app/InstanceFolder.h"
-#include "app/InstanceMessage.h"
+#include "launcher/CommandLine.h"
+#include "launcher/InstanceFolder.h"
+#include "launcher/InstanceMessage.h"
 #include "tests/TestCase.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "EngineWorld.h"
 
-#include "browser/services/DownloadTable.h"
+#include "pages/downloads/DownloadTable.h"
 #include "tests/Files.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "EngineWorld.h"
 
-#include "browser/services/FindBar.h"
-#include "browser/services/PagePrinter.h"
+#include "engine/viewing/PagePrinter.h"
+#include "pages/viewing/FindBar.h"
 #include "tests/Files.h"
 
 #include <QAccessible>

@@ -1,6 +1,6 @@
 #include "EngineWorld.h"
 
-#include "browser/GermanTexts.h"
+#include "app/GermanTexts.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

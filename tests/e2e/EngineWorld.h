@@ -3,8 +3,8 @@
 #include "LoopbackServer.h"
 
 #include "browser/EngineControl.h"
-#include "browser/WebEngineHost.h"
-#include "browser/services/PageAsker.h"
+#include "engine/WebEngineHost.h"
+#include "pages/asking/PageAsker.h"
 #include "tests/gui/FakeShell.h"
 
 #include <QPointer>

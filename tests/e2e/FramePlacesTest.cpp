@@ -1,4 +1,4 @@
-#include "app/Prefer.h"
+#include "base/Prefer.h"
 #include "base/Twips.h"
 #include "tests/e2e/Scenario.h"
 

@@ -1,4 +1,4 @@
-#include "browser/AddressResolver.h"
+#include "address/AddressResolver.h"
 #include "tests/core/FakeFileTable.h"
 #include "tests/fuzz/Fuzz.h"
 

@@ -1,4 +1,4 @@
-#include "app/InstanceMessage.h"
+#include "launcher/InstanceMessage.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <algorithm>

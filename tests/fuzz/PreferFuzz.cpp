@@ -1,4 +1,4 @@
-#include "app/Prefer.h"
+#include "base/Prefer.h"
 #include "tests/fuzz/Fuzz.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "app/DarkTitles.h"
 #include "browser/BrowserToolbar.h"
-#include "browser/services/DownloadTable.h"
-#include "browser/services/frmDownloads.h"
 #include "history/HistoryList.h"
 #include "history/frmHistory.h"
+#include "pages/downloads/DownloadTable.h"
+#include "pages/downloads/frmDownloads.h"
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 

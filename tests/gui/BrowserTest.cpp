@@ -1,8 +1,8 @@
 #include "tests/gui/FrameFixture.h"
 
 #include "browser/frmBrowser.h"
-#include "browser/services/PageMenu.h"
 #include "history/HistoryItem.h"
+#include "pages/viewing/PageMenu.h"
 
 #include <QComboBox>
 #include <QLineEdit>

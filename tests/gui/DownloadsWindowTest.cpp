@@ -1,4 +1,4 @@
-#include "browser/services/frmDownloads.h"
+#include "pages/downloads/frmDownloads.h"
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 

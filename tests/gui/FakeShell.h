@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Prefer.h"
+#include "base/Prefer.h"
 #include "base/Shell.h"
 #include "history/HistoryList.h"
 #include "tests/gui/FakePrompt.h"

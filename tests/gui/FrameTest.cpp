@@ -1,10 +1,10 @@
 #include "tests/gui/FrameFixture.h"
 
-#include "app/DescriptorLimit.h"
 #include "app/InstanceServer.h"
 #include "app/PaintPacer.h"
 #include "app/frmAbout.h"
 #include "bookmarks/frmBook.h"
+#include "launcher/DescriptorLimit.h"
 
 #include <QClipboard>
 #include <QFile>

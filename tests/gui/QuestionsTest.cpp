@@ -1,9 +1,9 @@
 #include "GuiTest.h"
 
 #include "base/MessagePrompt.h"
-#include "browser/services/LogInDialog.h"
-#include "browser/services/NoticeWindow.h"
-#include "browser/services/PageDialogs.h"
+#include "pages/asking/LogInDialog.h"
+#include "pages/asking/NoticeWindow.h"
+#include "pages/asking/PageDialogs.h"
 
 #include <QCheckBox>
 #include <QDialog>

@@ -1,0 +1,13 @@
+#include "engine/DarkPages.h"
+
+#include "base/DarkPalette.h"
+#include "engine/EngineFlags.h"
+
+#include <QGuiApplication>
+
+void announceDarkDesktop()
+{
+    // The engine does not ask the toolkit (6.4). 0 is its number for dark.
+    if (isDark(QGuiApplication::palette()))
+        addPageSwitch("preferredColorScheme=0");
+}

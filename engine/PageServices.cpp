@@ -1,0 +1,91 @@
+#include "engine/PageServices.h"
+
+#include "engine/ProfileServices.h"
+#include "engine/asking/CertificateErrors.h"
+#include "engine/asking/DesktopLinks.h"
+#include "engine/asking/FormResending.h"
+#include "engine/asking/LogInRequests.h"
+#include "engine/asking/PageClipboard.h"
+#include "engine/asking/PermissionRequests.h"
+#include "engine/asking/ScriptDialogs.h"
+#include "engine/page/WebEnginePage.h"
+#include "engine/viewing/CrashNotice.h"
+#include "engine/viewing/PageContextMenu.h"
+#include "engine/viewing/PageFind.h"
+#include "engine/viewing/PageFullScreen.h"
+#include "engine/viewing/PagePrinter.h"
+#include "engine/viewing/PageZoom.h"
+#include "engine/viewing/PdfWatch.h"
+#include "pages/viewing/PageKeys.h"
+
+#include <QWebEngineView>
+
+PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk,
+                           QWidget* window, QWebEngineView* view, WebEnginePage* page)
+    : QObject(page), m_page(page), m_asking(desk, shell, window, *page)
+{
+    serveUser(view);
+    serveViewing(shell, profile, window, view);
+    connect(page, &WebEnginePage::userNavigates, &profile, [&profile, page] {
+        profile.forgetRefusals(page);
+        profile.forgetRefusals(nullptr);
+    });
+    connect(page, &QObject::destroyed, &profile,
+            [&profile](const QObject* gone) { profile.forgetRefusals(gone); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
+    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
+                [&profile] { profile.showBrowserData(); });
+}
+
+void PageServices::serveUser(QWebEngineView* view)
+{
+    new LogInRequests(m_asking, this);
+    new CertificateErrors(m_asking, this);
+    new PermissionRequests(m_asking, this);
+    new ScriptDialogs(m_asking, this);
+    new FormResending(m_asking, this);
+    new DesktopLinks(m_asking, m_input, this);
+    new PageClipboard(*m_page, m_input);
+    new CrashNotice(*m_page, view, this);
+}
+
+void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
+                                QWebEngineView* view)
+{
+    auto* const pdf = new PdfWatch(m_page);
+    auto* const find = new PageFind(m_page);
+    auto* const zoom = new PageZoom(m_page, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, m_asking, m_input, *pdf);
+    auto* const fullScreen = new PageFullScreen(window, view, m_page);
+
+    PageMenuCommands commands;
+    commands.items = {
+        {PageMenuItem::Find, [find] { find->open(); }},
+        {PageMenuItem::Print, [printer] { printer->print(); }},
+        {PageMenuItem::SavePdf, [printer] { printer->savePdf(); }},
+        {PageMenuItem::ZoomIn, [zoom] { zoom->zoomIn(); }},
+        {PageMenuItem::ZoomOut, [zoom] { zoom->zoomOut(); }},
+        {PageMenuItem::ZoomReset, [zoom] { zoom->reset(); }},
+        {PageMenuItem::Downloads, [&profile] { profile.showDownloads(); }},
+        {PageMenuItem::BrowserData, [&profile] { profile.showBrowserData(); }},
+    };
+    commands.isIdle = [zoom](PageMenuItem item) {
+        return item == PageMenuItem::ZoomReset && !zoom->canReset();
+    };
+    auto* const menu = new PageContextMenu(shell, m_page, commands);
+
+    find->serve(window);
+    zoom->serve(window, view);
+    menu->serve(view);
+    m_input.watch(view);
+    connect(printer, &PagePrinter::starting, fullScreen, &PageFullScreen::leave);
+    connect(fullScreen, &PageFullScreen::entered, this,
+            [this, find, zoom, menu](QWebEngineView* screen) {
+                find->close();
+                find->serve(screen);
+                zoom->serve(screen, screen);
+                menu->serve(screen);
+                m_input.watch(screen);
+            });
+    connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);
+}

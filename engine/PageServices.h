@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/asking/AskingPage.h"
+#include "pages/asking/PageInput.h"
+
+#include <QObject>
+
+class ProfileServices;
+class QWebEngineView;
+class Shell;
+class WebEnginePage;
+struct QuestionDesk;
+
+/// What one page offers its user besides its content: each service is a small
+/// object of its own that this one makes. It goes with the page, which may be a
+/// while after its window.
+class PageServices : public QObject {
+    Q_OBJECT
+public:
+    /// `window` is the widget that holds `view`; keys of the services work in all
+    /// of it. `shell` and `desk` outlive the page, `profile` its window; it belongs
+    /// to `page`.
+    PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk, QWidget* window,
+                 QWebEngineView* view, WebEnginePage* page);
+
+private:
+    void serveUser(QWebEngineView* view);
+    void serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
+                      QWebEngineView* view);
+
+    WebEnginePage* m_page;
+    AskingPage m_asking;
+    PageInput m_input;
+};

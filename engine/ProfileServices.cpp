@@ -1,0 +1,95 @@
+#include "engine/ProfileServices.h"
+
+#include "base/Prompt.h"
+#include "base/WindowGuards.h"
+#include "engine/asking/Notices.h"
+#include "pages/asking/QuestionQueue.h"
+#include "pages/downloads/frmDownloads.h"
+#include "pages/viewing/StoredWebData.h"
+#include "pages/viewing/frmBrowserData.h"
+
+#include <QDesktopServices>
+#include <QWebEngineCookieStore>
+#include <QWebEngineProfile>
+
+using namespace Qt::StringLiterals;
+
+ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
+                                 QuestionQueue& queue)
+    : m_shell(shell), m_owner(owner), m_profile(profile), m_queue(queue),
+      m_downloads(shell, owner, profile, queue, m_table)
+{
+    new Notices(profile, this);
+    connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
+}
+
+ProfileServices::~ProfileServices()
+{
+    delete m_window; // it shows the table
+}
+
+frmDownloads& ProfileServices::downloadsWindow()
+{
+    if (!m_window) {
+        m_window = new frmDownloads(m_shell, m_owner, m_table, &QDesktopServices::openUrl);
+    }
+    return *m_window;
+}
+
+void ProfileServices::showDownloads()
+{
+    frmDownloads& window = downloadsWindow();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+void ProfileServices::showBrowserData()
+{
+    const DropsDisabled guard(m_shell);
+    // The active window may show a page on the whole screen, which can end meanwhile.
+    frmBrowserData dialog(m_owner);
+    if (dialog.exec() == QDialog::Accepted) {
+        forget(dialog.chosen());
+    }
+}
+
+void ProfileServices::forget(const BrowserData& data)
+{
+    if (data.cookies) {
+        m_profile.cookieStore()->deleteAllCookies();
+    }
+    if (data.cache) {
+        m_profile.clearHttpCache();
+    }
+    if (data.visitedLinks) {
+        m_profile.clearAllVisitedLinks();
+    }
+    if (data.permissions) {
+        emit permissionsForgotten();
+    }
+    if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
+        m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
+                              u"Meldung"_s, Prompt::Icon::Exclamation);
+    }
+}
+
+bool ProfileServices::mayEnd()
+{
+    const int running = m_table.running();
+    if (running > 0) {
+        const QString text =
+            running == 1
+                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
+                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
+                      running);
+        const QuestionQueue::Hold hold(m_queue);
+        const DropsDisabled guard(m_shell);
+        if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
+            return false;
+        }
+    }
+    m_table.cancelAll();
+    return true;
+}

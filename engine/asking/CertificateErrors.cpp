@@ -1,0 +1,153 @@
+#include "engine/asking/CertificateErrors.h"
+
+#include "engine/asking/AskingPage.h"
+#include "engine/page/WebEnginePage.h"
+#include "engine/page/WebErrorPage.h"
+#include "pages/asking/QuestionDesk.h"
+#include "pages/asking/SiteText.h"
+
+#include <QSslCertificate>
+#include <QWebEngineCertificateError>
+#include <QWebEngineScript>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using CertificateError = QWebEngineCertificateError;
+
+QString problem(CertificateError::Type type)
+{
+    switch (type) {
+    case CertificateError::CertificateCommonNameInvalid:
+        return u"Das Zertifikat gehört zu einem anderen Namen."_s;
+    case CertificateError::CertificateDateInvalid:
+        return u"Das Zertifikat ist abgelaufen oder noch nicht gültig."_s;
+    case CertificateError::CertificateAuthorityInvalid:
+        return u"Das Zertifikat stammt von einer Stelle, der dieser Rechner nicht vertraut."_s;
+    case CertificateError::CertificateNoRevocationMechanism:
+    case CertificateError::CertificateUnableToCheckRevocation:
+        return u"Ob das Zertifikat gesperrt ist, lässt sich nicht prüfen."_s;
+    case CertificateError::CertificateRevoked:
+        return u"Das Zertifikat ist gesperrt."_s;
+    case CertificateError::CertificateWeakSignatureAlgorithm:
+        return u"Das Zertifikat ist mit einem veralteten Verfahren unterschrieben."_s;
+    case CertificateError::CertificateNonUniqueName:
+        return u"Das Zertifikat gilt für einen Namen, der nicht eindeutig ist."_s;
+    case CertificateError::CertificateWeakKey:
+        return u"Der Schlüssel des Zertifikats ist zu schwach."_s;
+    case CertificateError::CertificateNameConstraintViolation:
+        return u"Die Stelle darf für diesen Namen keine Zertifikate ausstellen."_s;
+    case CertificateError::CertificateValidityTooLong:
+        return u"Das Zertifikat ist länger gültig, als erlaubt ist."_s;
+    case CertificateError::CertificateTransparencyRequired:
+        return u"Das Zertifikat steht in keinem öffentlichen Verzeichnis."_s;
+    case CertificateError::CertificateSymantecLegacy:
+        return u"Der Stelle, die das Zertifikat ausgestellt hat, wird nicht mehr vertraut."_s;
+    case CertificateError::CertificateKnownInterceptionBlocked:
+        return u"Das Zertifikat dient dazu, Verbindungen abzuhören."_s;
+    case CertificateError::SslPinnedKeyNotInCertificateChain:
+        return u"Der Server hat einen anderen Schlüssel als den, den er angekündigt hat."_s;
+    case CertificateError::SslObsoleteVersion:
+        return u"Der Server verschlüsselt nach einem veralteten Verfahren."_s;
+    default:
+        return u"Das Zertifikat ist fehlerhaft."_s;
+    }
+}
+
+QByteArray keyOf(const CertificateError& error)
+{
+    const QList<QSslCertificate> chain = error.certificateChain();
+    const QByteArray digest =
+        chain.isEmpty() ? QByteArray() : chain.constFirst().digest(QCryptographicHash::Sha256);
+    const QByteArray server =
+        error.url().host().toUtf8() + ':' + QByteArray::number(error.url().port()) + ' ';
+    return server + digest;
+}
+
+QString statement(const CertificateError& error)
+{
+    return u"%1 kann nicht nachweisen, der richtige Server zu sein.\n\n%2"_s.arg(
+        siteName(error.url()), problem(error.type()));
+}
+
+PageQuestion question(const CertificateError& error)
+{
+    const QString start = statement(error) + u"\n\n"_s;
+    if (!error.isOverridable()) {
+        return {.title = u"Unsichere Verbindung"_s,
+                .text = start + u"Die Seite lässt sich nicht öffnen."_s};
+    }
+    return {.title = u"Unsichere Verbindung"_s,
+            .text = start + u"Andere könnten mitlesen und verändern, was übertragen wird. "
+                            "Die Seite trotzdem öffnen?"_s,
+            .accept = u"Trotzdem öffnen"_s,
+            .refuse = u"Abbrechen"_s,
+            .isRisky = true};
+}
+
+} // namespace
+
+CertificateErrors::CertificateErrors(AskingPage& asking, QObject* parent)
+    : QObject(parent), m_asking(asking)
+{
+    connect(&asking.page(), &WebEnginePage::navigationStarting, this,
+            [this](const QUrl& url, bool isMainFrame) {
+                if (isMainFrame) {
+                    m_target = url;
+                    m_refused.clear();
+                }
+            });
+    connect(&asking.page(), &WebEnginePage::frameReported, this, &CertificateErrors::explain);
+    connect(&asking.page(), &QWebEnginePage::certificateError, this, &CertificateErrors::met);
+}
+
+bool CertificateErrors::isOfPage(const QUrl& url) const
+{
+    return url.matches(m_target, QUrl::RemoveFragment);
+}
+
+bool CertificateErrors::isTrusted(const CertificateError& error) const
+{
+    // Trusted once, a certificate may turn out to be worse: revoked, say.
+    return error.isOverridable() && m_asking.desk().trustedCertificates.contains(keyOf(error));
+}
+
+void CertificateErrors::met(CertificateError error)
+{
+    if (isTrusted(error)) {
+        error.acceptCertificate();
+    } else if (!isOfPage(error.url())) {
+        error.rejectCertificate();
+    } else {
+        error.defer();
+        m_asking.whenItIsOurTurn(this, [this, error] { ask(error); });
+    }
+}
+
+void CertificateErrors::ask(CertificateError error)
+{
+    if (!isTrusted(error) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
+        const PageAnswer answer = m_asking.ask(question(error));
+        if (answer.isAccepted && error.isOverridable()) {
+            m_asking.desk().trustedCertificates.insert(keyOf(error));
+        }
+    }
+    if (isTrusted(error)) {
+        error.acceptCertificate();
+    } else {
+        m_refused = statement(error);
+        error.rejectCertificate();
+    }
+}
+
+void CertificateErrors::explain(const FrameReport& report)
+{
+    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty()) {
+        return;
+    }
+    // The engine says that the page is not there at present. Its own page stays, for its place
+    // in the history, and for "reload", which asks again.
+    m_asking.page().runJavaScript(WebErrorPage::replacement(m_refused),
+                                  QWebEngineScript::ApplicationWorld);
+}

@@ -1,0 +1,43 @@
+#include "engine/asking/FormResending.h"
+
+#include "engine/asking/AskingPage.h"
+#include "engine/page/WebEnginePage.h"
+#include "engine/page/WebSentForm.h"
+#include "pages/asking/SiteText.h"
+
+#include <QWebEngineHistory>
+
+using namespace Qt::StringLiterals;
+
+FormResending::FormResending(AskingPage& asking, QObject* parent)
+    : QObject(parent), m_asking(asking)
+{
+    connect(&asking.page(), &WebEnginePage::resendingWanted, this,
+            [this](QWebEnginePage::WebAction reload) {
+                if (!std::exchange(m_isAsking, true)) {
+                    m_asking.whenItIsOurTurn(this, [this, reload] { ask(reload); });
+                }
+            });
+}
+
+void FormResending::ask(QWebEnginePage::WebAction reload)
+{
+    WebEnginePage& page = m_asking.page();
+    const WebEnginePage::Keeper keeper(page);
+    const QUrl address = page.url();
+    const bool isAgreed =
+        m_asking
+            .ask({.title = siteName(address),
+                  .text = u"Diese Seite wurde mit gesendeten Formulardaten aufgebaut. Beim "
+                          "Aktualisieren werden sie noch einmal gesendet.\n\nWas damit ausgelöst "
+                          "wurde, etwa eine Bestellung, kann dadurch ein zweites Mal geschehen."_s,
+                  .accept = u"&Erneut senden"_s,
+                  .refuse = u"Abbrechen"_s,
+                  .isRisky = true})
+            .isAccepted;
+    m_isAsking = false;
+    // The page may have gone on by itself meanwhile.
+    if (isAgreed && !page.isRetired() && page.url() == address && isFromSentForm(*page.history())) {
+        page.triggerAction(reload);
+    }
+}

@@ -1,0 +1,201 @@
+#include "engine/asking/PermissionRequests.h"
+
+#include "engine/asking/AskingPage.h"
+#include "engine/page/WebEnginePage.h"
+#include "pages/asking/QuestionDesk.h"
+#include "pages/asking/SiteText.h"
+
+#include <QWebEngineFileSystemAccessRequest>
+#include <QWebEngineProfile>
+#include <QWebEngineRegisterProtocolHandlerRequest>
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+#include <QAbstractListModel>
+#include <QWebEngineDesktopMediaRequest>
+#endif
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+#include <QWebEnginePermission>
+#else
+#include <QWebEngineQuotaRequest>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+using Kind = QWebEnginePermission::PermissionType;
+#else
+using Kind = QWebEnginePage::Feature;
+#endif
+
+/// Frames of ever new sites could ask for ever.
+constexpr int mostRefusals = 5;
+
+std::optional<PermissionKind> kindOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::MediaVideoCapture:
+        return PermissionKind::Camera;
+    case Kind::MediaAudioCapture:
+        return PermissionKind::Microphone;
+    case Kind::MediaAudioVideoCapture:
+        return PermissionKind::CameraAndMicrophone;
+    case Kind::Geolocation:
+        return PermissionKind::Location;
+    case Kind::Notifications:
+        return PermissionKind::Notifications;
+    case Kind::DesktopVideoCapture:
+    case Kind::DesktopAudioVideoCapture:
+        return PermissionKind::Screen;
+    case Kind::MouseLock:
+        return PermissionKind::Pointer;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    case Kind::ClipboardReadWrite:
+        return PermissionKind::Clipboard;
+    case Kind::LocalFontsAccess:
+        return PermissionKind::Fonts;
+#endif
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
+    : QObject(parent), m_asking(asking)
+{
+    connectRequests();
+    connectScreen();
+    refuseOthers();
+    connect(&asking.page(), &WebEnginePage::navigationStarting, this,
+            [this](const QUrl&, bool isMainFrame) {
+                if (isMainFrame) {
+                    ++m_document;
+                    m_refusals = 0;
+                }
+            });
+}
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& /*memory*/)
+{
+    const QList<QWebEnginePermission> permissions = profile.listAllPermissions();
+    for (const QWebEnginePermission& permission : permissions) {
+        permission.reset();
+    }
+}
+
+void PermissionRequests::connectRequests()
+{
+    connect(&m_asking.page(), &QWebEnginePage::permissionRequested, this,
+            [this](const QWebEnginePermission& permission) {
+                if (const auto kind = kindOf(permission.permissionType())) {
+                    requested(permission.origin(), *kind, [permission](bool isGranted) {
+                        isGranted ? permission.grant() : permission.deny();
+                    });
+                } else {
+                    permission.deny();
+                }
+            });
+}
+
+#else
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& memory)
+{
+    QWebEnginePage page(&profile); // any will do
+    const QSet<QUrl> sites = memory.sites();
+    for (const QUrl& site : sites) {
+        // The others the engine does not remember.
+        for (const Kind kind : {Kind::Notifications, Kind::Geolocation}) {
+            page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
+        }
+    }
+}
+
+void PermissionRequests::connectRequests()
+{
+    WebEnginePage& page = m_asking.page();
+    connect(&page, &QWebEnginePage::featurePermissionRequested, this,
+            [this, &page](const QUrl& site, Kind feature) {
+                const Answer answer = [&page, site, feature](bool isGranted) {
+                    page.setFeaturePermission(site, feature,
+                                              isGranted ? QWebEnginePage::PermissionGrantedByUser
+                                                        : QWebEnginePage::PermissionDeniedByUser);
+                };
+                if (const auto kind = kindOf(feature)) {
+                    requested(site, *kind, answer);
+                } else {
+                    answer(false);
+                }
+            });
+}
+
+#endif
+
+void PermissionRequests::connectScreen()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    // Comes when the user has allowed it: the question was about the whole screen.
+    connect(&m_asking.page(), &QWebEnginePage::desktopMediaRequested, this,
+            [](const QWebEngineDesktopMediaRequest& request) {
+                const QAbstractListModel& screens = *request.screensModel();
+                if (screens.rowCount() > 0) {
+                    request.selectScreen(screens.index(0));
+                } else {
+                    request.cancel();
+                }
+            });
+#endif
+}
+
+void PermissionRequests::refuseOthers()
+{
+    WebEnginePage& page = m_asking.page();
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+    connect(&page, &QWebEnginePage::quotaRequested, this,
+            [](QWebEngineQuotaRequest request) { request.reject(); });
+#endif
+    connect(&page, &QWebEnginePage::registerProtocolHandlerRequested, this,
+            [](QWebEngineRegisterProtocolHandlerRequest request) { request.reject(); });
+    connect(&page, &QWebEnginePage::fileSystemAccessRequested, this,
+            [](QWebEngineFileSystemAccessRequest request) { request.reject(); });
+}
+
+void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const Answer& answer)
+{
+    if (const std::optional<bool> known = m_asking.desk().permissions.answer(site, kind)) {
+        answer(*known);
+        return;
+    }
+    m_asking.whenItIsOurTurn(this, [this, site, kind, answer, document = m_document] {
+        if (document == m_document && m_refusals < mostRefusals) {
+            ask(site, kind, answer);
+        } else {
+            answer(false);
+        }
+    });
+}
+
+void PermissionRequests::ask(const QUrl& site, PermissionKind kind, const Answer& answer)
+{
+    PermissionMemory& memory = m_asking.desk().permissions;
+    std::optional<bool> isGranted = memory.answer(site, kind); // meanwhile, by another window
+    if (!isGranted) {
+        isGranted = m_asking
+                        .ask({.title = u"Erlaubnis"_s,
+                              .text = permissionQuestion(kind, siteName(site)),
+                              .accept = u"Erlauben"_s,
+                              .refuse = u"Ablehnen"_s,
+                              .isRisky = true})
+                        .isAccepted;
+        if (!m_asking.page().isRetired()) { // else nobody has said anything
+            memory.remember(site, kind, *isGranted);
+            m_refusals += *isGranted ? 0 : 1;
+        }
+    }
+    answer(*isGranted);
+}

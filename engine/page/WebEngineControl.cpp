@@ -1,0 +1,353 @@
+#include "engine/page/WebEngineControl.h"
+
+#include "base/Guarded.h"
+#include "browser/PageTexts.h"
+#include "engine/page/WebEnginePage.h"
+#include "engine/page/WebErrorPage.h"
+#include "pages/asking/DesktopSchemes.h"
+#include "pages/asking/PopupLimit.h"
+
+#include <QDeadlineTimer>
+#include <QTimer>
+#include <QWebEngineHistory>
+#include <QWebEngineNewWindowRequest>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Scripts and addresses of other programs never begin a load.
+constexpr std::chrono::seconds startPatience(3);
+
+const QUrl blank(u"about:blank"_s);
+
+} // namespace
+
+WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
+                                   PopupLimit& popups)
+    : m_page(page), m_view(new QWebEngineView(parent)), m_resolve(std::move(resolve)),
+      m_visits([this](const EngineFrame& frame, const QString& address) {
+          emit NavigateComplete2(frame, address);
+      }),
+      m_popups(popups), m_closeRequest(*page)
+{
+    m_view->setPage(m_page);
+    // A window that becomes active gives the focus only to what can have it by a key.
+    m_view->setFocusPolicy(Qt::StrongFocus);
+    connectLoading();
+    connectWindow();
+}
+
+WebEngineControl::~WebEngineControl()
+{
+    if (!m_page) { // gone with its owner, which can happen at the program's end only
+        return;
+    }
+    if (m_view) { // the view, too, must not go while the engine is at work in it
+        m_view->hide();
+        m_view->setParent(nullptr);
+        connect(m_page.get(), &QObject::destroyed, m_page->profile(),
+                [view = m_view] { delete view.get(); });
+    }
+    m_page->disconnect(this);
+    m_page->retire();
+}
+
+void WebEngineControl::connectLoading()
+{
+    connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
+        m_isStarting = false;
+        m_visits.loadStarted(pageState());
+        emit DownloadBegin();
+    });
+    connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
+        const WebPageState page = pageState();
+        const QPointer<WebEngineControl> self = this;
+        m_visits.loadFinished(page);
+        if (self) {
+            emit DownloadComplete();
+        }
+    });
+    connect(m_page, &QWebEnginePage::urlChanged, this,
+            [this] { m_visits.urlChanged(pageState()); });
+    connect(m_page, &QWebEnginePage::titleChanged, this, [this](const QString& title) {
+        m_visits.titleChanged(pageState());
+        const QPointer<WebEngineControl> self = this;
+        emit TitleChange(title);
+        if (self) {
+            announceWriting(title);
+        }
+    });
+    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
+        if (const QUrl url(report.address); report.isMainFrame && WebErrorPage::isAt(url))
+            m_errorPage = url;
+        m_visits.reported(report, pageState());
+    });
+    connect(m_page, &WebEnginePage::navigationStarting, this,
+            &WebEngineControl::announceNavigation);
+}
+
+void WebEngineControl::connectWindow()
+{
+    connect(m_page, &QWebEnginePage::linkHovered, this, [this](const QString& address) {
+        m_isOverLink = !address.isEmpty();
+        emit StatusTextChange(linkShown(address));
+    });
+    // A page that goes may name a link of its own once more, after it has gone.
+    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
+        if (report.isMainFrame && std::exchange(m_isOverLink, false)) {
+            emit StatusTextChange({});
+        }
+    });
+    connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
+    connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
+        emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
+    });
+    connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
+    connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
+            &WebEngineControl::resizeWindow);
+    connect(m_page, &WebEnginePage::downloadDecided, this,
+            [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
+}
+
+void WebEngineControl::Navigate(const QString& url)
+{
+    navigate(url, false);
+}
+
+void WebEngineControl::NavigateTyped(const QString& url)
+{
+    navigate(url, true);
+}
+
+void WebEngineControl::navigate(const QString& url, bool mayBeScript)
+{
+    m_pending = url;
+    QTimer::singleShot(0, this, [this, mayBeScript, turn = ++m_turn] {
+        if (m_pending && turn == m_turn) { // not stopped, replaced or lent in between
+            start(mayBeScript);
+        }
+    });
+}
+
+void WebEngineControl::start(bool mayBeScript)
+{
+    const QString typed = *std::exchange(m_pending, std::nullopt);
+    emit m_page->userNavigates();
+    m_isStarting = true;
+    QTimer::singleShot(startPatience, this, [this, turn = m_turn] {
+        if (turn == m_turn) {
+            m_isStarting = false;
+        }
+    });
+    QUrl url;
+    ignoringErrors([&] { url = m_resolve(typed); });
+    if (isForDesktop(url)) {
+        m_isStarting = false;
+        emit m_page->desktopAddressMet(url, true);
+    } else if (url.isValid() && isForEngine(url) && (mayBeScript || !isScript(url))) {
+        m_page->load(url);
+    } else {
+        m_noAddress = typed;
+        m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
+    }
+}
+
+void WebEngineControl::GoBack()
+{
+    actLater(QWebEnginePage::Back);
+}
+
+void WebEngineControl::GoForward()
+{
+    actLater(QWebEnginePage::Forward);
+}
+
+void WebEngineControl::Refresh()
+{
+    QTimer::singleShot(0, m_page, [page = m_page] { page->reload(); });
+}
+
+void WebEngineControl::RefreshPastCache()
+{
+    QTimer::singleShot(0, m_page,
+                       [page = m_page] { page->reload(QWebEnginePage::ReloadAndBypassCache); });
+}
+
+void WebEngineControl::Stop()
+{
+    m_pending.reset();
+    m_isStarting = false;
+    actLater(QWebEnginePage::Stop);
+}
+
+void WebEngineControl::actLater(QWebEnginePage::WebAction action)
+{
+    QTimer::singleShot(0, this, [this, action] {
+        emit m_page->userNavigates();
+        m_page->triggerAction(action);
+    });
+}
+
+bool WebEngineControl::AskToClose()
+{
+    return m_page && m_closeRequest.begin();
+}
+
+bool WebEngineControl::Busy() const
+{
+    return m_pending || m_isStarting || m_page->isLoading();
+}
+
+QString WebEngineControl::LocationURL() const
+{
+    return shownAddress(pageState());
+}
+
+QString WebEngineControl::LocationName() const
+{
+    return m_page->title();
+}
+
+std::optional<EngineDocument> WebEngineControl::Document() const
+{
+    return m_visits.document();
+}
+
+void WebEngineControl::RegisterAsDropTarget(bool value)
+{
+    EngineControl::RegisterAsDropTarget(value);
+    if (m_view) {
+        m_view->setAcceptDrops(value);
+    }
+}
+
+QWidget* WebEngineControl::host()
+{
+    return m_view;
+}
+
+QWebEngineView* WebEngineControl::view() const
+{
+    return m_view;
+}
+
+WebPageState WebEngineControl::pageState() const
+{
+    if (!m_page) {
+        return {};
+    }
+    const QWebEngineHistory& history = *m_page->history();
+    const QWebEngineHistoryItem item = history.currentItem();
+    QUrl url = m_page->url();
+    // [6.8] A document may report itself before the page's address has followed it.
+    const bool isErrorPage = WebErrorPage::isContent(item.url());
+    const bool isBehind = isErrorPage != WebErrorPage::isAt(url) || url.isEmpty();
+    if (isBehind && !item.url().isEmpty() && item.url().scheme() != "about"_L1)
+        url = isErrorPage ? m_errorPage : item.url();
+    return {url, m_page->title(), {history.currentItemIndex(), item.url(), item.lastVisited()}};
+}
+
+void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
+{
+    if (isMainFrame) {
+        // No load begins where another one is still running.
+        m_isStarting = m_isStarting && !m_page->isLoading();
+        m_visits.navigationStarting(url, pageState());
+    }
+    // The engine announces a page of our own making by its content.
+    const bool isErrorPage = isMainFrame && WebErrorPage::isContent(url);
+    emit BeforeNavigate2(isErrorPage ? m_noAddress : WebErrorPage::shownAddress(url));
+}
+
+void WebEngineControl::announceWriting(const QString& title)
+{
+    // A window that is written into has its title when nothing is busy any more, and
+    // nothing else tells that a document has come.
+    const QUrl url = m_page->url();
+    if (!title.isEmpty() && (url.isEmpty() || url == blank)) {
+        emit BeforeNavigate2(blank.toString());
+    }
+}
+
+bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
+{
+    if (isForDesktop(request.requestedUrl())) {
+        if (request.isUserInitiated()) {
+            emit m_page->desktopAddressMet(request.requestedUrl(), false);
+        }
+        return false;
+    }
+    if (isForNobody(request.requestedUrl())) {
+        emit m_page->barredAddressMet(request.requestedUrl());
+        return false;
+    }
+    const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
+    const bool mayOpen = m_popups.mayOpen(now, request.isUserInitiated());
+    if (!mayOpen) {
+        emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+    }
+    return mayOpen;
+}
+
+void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
+{
+    if (!mayOpenWindow(request)) {
+        return;
+    }
+    EngineControl* engine = nullptr;
+    bool cancel = false;
+    emit NewWindow2(engine, cancel);
+    auto* const other = qobject_cast<WebEngineControl*>(engine);
+    if (!cancel && other != nullptr) {
+        other->lend(request);
+    }
+}
+
+void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
+{
+    m_pending.reset();
+    m_isLent = true;
+    // A window that a page opens and writes into never navigates, so that the
+    // engine never works out its preferences, and crashes at its first paint
+    // (seen with Qt 6.4). A page that has begun a load of its own has some, and
+    // a setting that is set once more hands them over to the window lent.
+    const QPointer<WebEnginePage> page = m_page;
+    page->load(blank);
+    request.openIn(page); // sends events: this object may be gone after it
+    page->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+}
+
+void WebEngineControl::resizeWindow(const QRect& geometry)
+{
+    if (m_view && geometry.size() == m_view->size()) { // only moved
+        return;
+    }
+    const QPointer<WebEngineControl> self = this;
+    emit WindowSetHeight(geometry.height());
+    if (self) {
+        emit WindowSetWidth(geometry.width());
+    }
+}
+
+void WebEngineControl::closeWindow()
+{
+    const QPointer<WebEngineControl> self = this;
+    bool cancel = false;
+    emit WindowClosing(m_isLent, cancel);
+    if (self && !cancel && m_view) {
+        m_view->hide();
+    }
+}
+
+void WebEngineControl::closeIfEmpty()
+{
+    // A page has opened it for the download's sake only. It may have been
+    // written into without ever going anywhere: then it has a document.
+    if (m_isLent && !m_visits.document() && pageState().commit.position < 0) {
+        closeWindow();
+    }
+}

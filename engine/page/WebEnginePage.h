@@ -1,0 +1,95 @@
+#pragma once
+
+#include "engine/page/WebFrameReports.h"
+
+#include <QPointer>
+#include <QWebEnginePage>
+
+class WebScriptAnswers;
+
+/// A page whose frames report themselves, which says when it is about to go
+/// somewhere, and which asks the user through others.
+class WebEnginePage : public QWebEnginePage {
+    Q_OBJECT
+public:
+    /// `reports` is what the profile's script was made from; it outlives the page.
+    WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports, QObject* parent);
+
+    /// While one lives, the page does, though its window can be closed.
+    class Keeper {
+    public:
+        explicit Keeper(WebEnginePage& page) : m_page(&page) { ++m_page->m_keepers; }
+        ~Keeper();
+        Q_DISABLE_COPY_MOVE(Keeper)
+
+    private:
+        QPointer<WebEnginePage> m_page;
+    };
+
+    /// While one lives, the user is asked, and the engine waits for the answer.
+    class Question {
+    public:
+        explicit Question(WebEnginePage& page) : m_keeper(page), m_page(&page)
+        {
+            ++m_page->m_questions;
+        }
+        ~Question();
+        Q_DISABLE_COPY_MOVE(Question)
+
+    private:
+        Keeper m_keeper;
+        QPointer<WebEnginePage> m_page;
+    };
+
+    /// The page's window has gone: the page follows when control is back in the
+    /// event loop and nothing keeps it.
+    void retire();
+    bool isRetired() const { return m_isRetired; }
+    /// Whether a question is open.
+    bool isAsking() const { return m_questions > 0; }
+
+    /// Loads what is shown once more, by `action`, as the user wants it. What came of a form
+    /// that was sent is not loaded before the user agrees: see `resendingWanted`.
+    void reload(WebAction action = Reload);
+
+    /// `answers` answers the page's scripts from now on; it goes with the page.
+    /// Without one they get no answer.
+    void answerScripts(WebScriptAnswers* answers) { m_answers = answers; }
+
+signals:
+    void frameReported(const FrameReport& report);
+    /// The page, or one of its frames, is about to open `url`.
+    void navigationStarting(const QUrl& url, bool isMainFrame);
+    /// What the page was about to show is being saved as a file, or is not wanted.
+    void downloadDecided();
+    /// `action` would send the form once more that the page shown has come of.
+    void resendingWanted(QWebEnginePage::WebAction action);
+    /// The user, not a script, is about to send the page somewhere.
+    void userNavigates();
+    /// The page goes nowhere, as `url` is for another program of the desktop. It
+    /// comes from the user, or from the page.
+    void desktopAddressMet(const QUrl& url, bool isUsersOwn);
+    /// The page wants to go to an address that nobody is to open.
+    void barredAddressMet(const QUrl& url);
+    /// The page has the user asked whether it may be left, and the answer.
+    void leaveAsked();
+    void leaveAnswered(bool isLeaving);
+
+protected:
+    bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
+    void javaScriptAlert(const QUrl& site, const QString& text) override;
+    bool javaScriptConfirm(const QUrl& site, const QString& text) override;
+    bool javaScriptPrompt(const QUrl& site, const QString& text, const QString& preset,
+                          QString* result) override;
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message,
+                                  int lineNumber, const QString& sourceId) override;
+
+private:
+    bool askToLeave();
+
+    const WebFrameReports& m_reports;
+    WebScriptAnswers* m_answers = nullptr;
+    int m_keepers = 0;
+    int m_questions = 0;
+    bool m_isRetired = false;
+};

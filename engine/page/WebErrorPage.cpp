@@ -1,0 +1,83 @@
+#include "engine/page/WebErrorPage.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostShown = 1000;
+const QString scheme = u"tessera-error"_s;
+const QString head = u"<!DOCTYPE html>\n<html lang=\"de\" class=\"tessera\"><head>"_s;
+const QString style = uR"(<style>
+body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
+       padding: 0 1.5em; }
+h1 { font-size: 1.5em; font-weight: normal; }
+code { overflow-wrap: anywhere; white-space: pre-wrap; background: #e8e8e8; padding: 0.1em 0.3em; }
+</style>)"_s;
+
+QString shortened(const QString& typed)
+{
+    return typed.size() > mostShown ? typed.left(mostShown) + u'…' : typed;
+}
+
+} // namespace
+
+QUrl WebErrorPage::url(const QString& typed)
+{
+    return QUrl::fromEncoded(scheme.toLatin1() + ":address=" + QUrl::toPercentEncoding(typed));
+}
+
+bool WebErrorPage::isAt(const QUrl& url)
+{
+    return url.scheme() == scheme;
+}
+
+bool WebErrorPage::isContent(const QUrl& url)
+{
+    return url.scheme() == "data"_L1 &&
+           url.path(QUrl::FullyDecoded).section(u',', 1).startsWith(head);
+}
+
+bool WebErrorPage::isEnginesOwn(const QString& address)
+{
+    return address.startsWith("chrome-error:"_L1);
+}
+
+QString WebErrorPage::replacement(const QString& reason)
+{
+    const QString body = u"<h1>Unsichere Verbindung</h1><p>"_s +
+                         reason.toHtmlEscaped().replace(u"\n\n"_s, u"</p><p>"_s) +
+                         u"</p><p>Die Seite wurde nicht geöffnet. „Neu laden“ (F5) fragt "
+                         "noch einmal.</p>"_s;
+    const QByteArray texts =
+        QJsonDocument(QJsonArray{style + body, u"Unsichere Verbindung"_s}).toJson();
+    return u"(([html, title]) => { document.documentElement.innerHTML = html;"
+           "document.title = title })(%1)"_s.arg(QString::fromUtf8(texts));
+}
+
+QString WebErrorPage::html(const QString& typed)
+{
+    const QString reason = typed.trimmed().isEmpty()
+                               ? u"Es wurde keine Adresse eingegeben."_s
+                               : u"Das ist keine Adresse, die sich öffnen lässt:"_s;
+    return head + uR"(<meta charset="utf-8"><title>Keine gültige Adresse</title>)"_s + style +
+           uR"(</head><body>
+<h1>Keine gültige Adresse</h1>
+<p>)"_s + reason +
+           u"</p>\n<p><code>"_s + shortened(typed).toHtmlEscaped() + uR"(</code></p>
+<p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
+„/home/name/seite.html“.</p>
+</body></html>
+)"_s;
+}
+
+QString WebErrorPage::shownAddress(const QUrl& url)
+{
+    if (!isAt(url)) {
+        return url.toString(QUrl::FullyEncoded);
+    }
+    const QByteArray encoded = url.toEncoded();
+    return QUrl::fromPercentEncoding(encoded.mid(encoded.indexOf('=') + 1));
+}

@@ -1,0 +1,281 @@
+#include "engine/viewing/PagePrinter.h"
+
+#include "base/Prompt.h"
+#include "base/StaysOnScreen.h"
+#include "engine/asking/AskingPage.h"
+#include "engine/downloads/DownloadFailures.h"
+#include "engine/page/WebEnginePage.h"
+#include "engine/viewing/PdfWatch.h"
+#include "pages/asking/PageInput.h"
+#include "pages/viewing/PageKeys.h"
+#include "pages/viewing/PdfFileName.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPageRanges>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QStorageInfo>
+#include <QTimer>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The engine paints whole pages in memory; more is not to be seen on paper.
+constexpr int resolution = 300; // dots per inch
+
+QString folderForFiles()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+/// Why `file` could not take `size` bytes: the system would say it in its own language.
+QString obstacle(const QSaveFile& file, qint64 size)
+{
+    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
+    const QFileInfo target(file.fileName());
+    const QFileInfo folder(target.absolutePath());
+    const bool isBarred = !folder.isWritable() || (target.exists() && !target.isWritable());
+    if (!file.isOpen())
+        return failureText(isBarred ? Reason::FileAccessDenied : Reason::FileFailed);
+    const bool isFull = QStorageInfo(folder.filePath()).bytesAvailable() < size;
+    return failureText(isFull ? Reason::FileNoSpace : Reason::FileFailed);
+}
+
+QString notPrinted()
+{
+    return u"Die Seite konnte nicht gedruckt werden."_s;
+}
+
+} // namespace
+
+/// What a print needs until it is done.
+struct PagePrinter::Job {
+    explicit Job(WebEnginePage& page) : keeper(page) {}
+
+    WebEnginePage::Keeper keeper;
+    std::shared_ptr<QPrinter> printer;
+    QPointer<QPrintDialog> dialog;
+    /// The engine uses the printer, until it says that it has finished.
+    bool isOnPaper = false;
+    /// There is nothing to be printed any more.
+    bool isLost = false;
+};
+
+PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, AskingPage& asking,
+                         const PageInput& input, const PdfWatch& pdf)
+    : QObject(&asking.page()), m_shell(shell), m_window(window), m_view(view), m_asking(asking),
+      m_page(&asking.page()), m_pdf(pdf), m_silence(asking.desk().prints)
+{
+    connect(&input, &PageInput::clicked, this, [this] { m_silence.clicked(); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
+    connectPage();
+    connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
+        QTimer::singleShot(0, this, [this, isPrinted] {
+            end();
+            if (!isPrinted)
+                tell(notPrinted());
+        });
+    });
+}
+
+PagePrinter::~PagePrinter() = default;
+
+void PagePrinter::connectPage()
+{
+    connect(m_page, &QWebEnginePage::printRequested, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
+    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.clicked(); });
+}
+
+void PagePrinter::pageWants()
+{
+    if (m_isWaiting || m_job) // it may say so as often as it likes
+        return;
+    m_isWaiting = true;
+    m_asking.whenItIsOurTurn(this, [this] {
+        m_isWaiting = false;
+        if (m_pdf.isPdf())
+            print();
+        else if (m_silence.mayPrint() && begin())
+            choosePrinter(Wish::Page);
+    });
+}
+
+QWidget* PagePrinter::frame() const
+{
+    // A dialog must not go with a window that the page closes.
+    return m_window ? m_window->window() : nullptr;
+}
+
+bool PagePrinter::begin()
+{
+    if (!m_view || !m_window)
+        return false;
+    if (m_job) {
+        tell(u"Diese Seite wird gerade gedruckt. Bitte warten Sie, bis der Druck beendet ist."_s);
+        return false;
+    }
+    emit starting();
+    m_job = std::make_unique<Job>(*m_page);
+    return true;
+}
+
+void PagePrinter::end()
+{
+    m_job.reset();
+}
+
+void PagePrinter::pageDied()
+{
+    if (!m_job || m_job->isOnPaper)
+        return;
+    if (!m_job->dialog) {
+        end();
+        return;
+    }
+    m_job->isLost = true;
+    // What the dialog itself has asked must be answered before it can go.
+    if (QApplication::activeModalWidget() == m_job->dialog)
+        m_job->dialog->reject();
+}
+
+void PagePrinter::tell(const QString& text)
+{
+    const AskingPage::Open open(m_asking);
+    m_shell.prompt().tell(frame(), text, u"Meldung"_s, Prompt::Icon::Exclamation);
+}
+
+void PagePrinter::print()
+{
+    if (m_pdf.isPdf()) {
+        if (wantsFile())
+            download();
+    } else if (begin()) {
+        choosePrinter(Wish::User);
+    }
+}
+
+bool PagePrinter::wantsFile()
+{
+    const AskingPage::Open open(m_asking);
+    return m_shell.prompt().askOkCancel(
+        frame(),
+        u"Ein PDF-Dokument kann nur mit einem PDF-Programm gedruckt werden. "
+        "Soll es dafür gespeichert werden?"_s,
+        u"Drucken"_s, Prompt::Icon::Question);
+}
+
+void PagePrinter::download()
+{
+    m_page->download(m_page->url());
+}
+
+void PagePrinter::choosePrinter(Wish wish)
+{
+    m_job->printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    m_job->printer->setResolution(resolution);
+    // The dialog proposes a file of this name, too.
+    m_job->printer->setDocName(QFileInfo(pdfFileName(m_page->title())).completeBaseName());
+    m_job->printer->setCreator(m_shell.title());
+    auto* const dialog = new QPrintDialog(m_job->printer.get(), frame());
+    dialog->setObjectName(u"frmPrint"_s);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QAbstractPrintDialog::PrintPageRange);
+    m_job->dialog = dialog;
+    new StaysOnScreen(dialog);                                      // its options unfold downwards
+    const auto open = std::make_shared<AskingPage::Open>(m_asking); // goes with the dialog
+    const auto decided = [this, wish, open, printer = m_job->printer](int result) {
+        if (result != QDialog::Accepted && wish == Wish::Page)
+            m_asking.desk().prints.cancelled();
+        QTimer::singleShot(0, this, [this, result] {
+            if (result == QDialog::Accepted) {
+                printOn();
+                return;
+            }
+            end();
+        });
+    };
+    connect(dialog, &QDialog::finished, this, decided);
+    dialog->open();
+}
+
+void PagePrinter::printOn()
+{
+    if (!m_job || m_job->isLost || !m_view) {
+        end();
+        tell(notPrinted());
+        return;
+    }
+    QPrinter& printer = *m_job->printer;
+    if (printer.outputFormat() == QPrinter::PdfFormat) {
+        // The engine would paint a picture of each page; so texts stay texts.
+        writePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
+        return;
+    }
+    m_job->isOnPaper = true;
+    m_view->print(&printer);
+}
+
+void PagePrinter::savePdf()
+{
+    if (m_pdf.isPdf()) {
+        download();
+        return;
+    }
+    if (!begin())
+        return;
+    const QString path = askFile();
+    if (path.isEmpty() || !m_job) {
+        end();
+        return;
+    }
+    writePdf(path, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}), {});
+}
+
+void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
+                           const QPageRanges& ranges)
+{
+    const auto written = [self = QPointer(this), path](const QByteArray& pdf) {
+        if (self)
+            QTimer::singleShot(0, self, [self, path, pdf] { self->write(path, pdf); });
+    };
+    m_page->printToPdf(written, layout, ranges);
+}
+
+QString PagePrinter::askFile()
+{
+    const AskingPage::Open open(m_asking);
+    QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
+    do {
+        path = m_shell.prompt().saveFileAs(frame(), u"Als PDF speichern"_s, path);
+        if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty())
+            return path;
+        path += u".pdf"_s;
+    } while (QFileInfo::exists(path)); // nobody has been asked about that one
+    return path;
+}
+
+void PagePrinter::write(const QString& path, const QByteArray& pdf)
+{
+    const auto job = std::exchange(m_job, nullptr); // keeps the page until the user knows
+    QString reason = u"Die Seite lässt sich nicht drucken."_s;
+    if (!pdf.isEmpty()) {
+        QSaveFile file(path);
+        // It would not notice that only a part of what it has put aside finds room.
+        constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
+        if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit())
+            return;
+        reason = obstacle(file, pdf.size());
+    }
+    tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
+}

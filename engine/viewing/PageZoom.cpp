@@ -1,0 +1,119 @@
+#include "engine/viewing/PageZoom.h"
+
+#include "engine/viewing/PdfWatch.h"
+#include "pages/viewing/OverPage.h"
+#include "pages/viewing/PageHint.h"
+#include "pages/viewing/PageKeys.h"
+
+#include <QChildEvent>
+#include <QCoreApplication>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr std::chrono::milliseconds hintTime(1500);
+} // namespace
+
+PageZoom::PageZoom(QWebEnginePage* page, const PdfWatch& pdf)
+    : QObject(page), m_page(page), m_pdf(pdf)
+{
+    // The engine keeps the size for a site, and begins a new one with its own.
+    connect(page, &QWebEnginePage::urlChanged, this, &PageZoom::apply);
+    connect(page, &QWebEnginePage::loadFinished, this, &PageZoom::apply);
+}
+
+void PageZoom::serve(QWidget* window, QWebEngineView* view)
+{
+    addPageKeys(window, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, this,
+                [this] { zoomIn(); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_Minus}, this, [this] { zoomOut(); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_0}, this, [this] { reset(); });
+    // The wheel's events go to a widget that the engine makes inside the view.
+    view->installEventFilter(this);
+    for (QObject* part : view->children())
+        watch(part);
+}
+
+void PageZoom::watch(QObject* part)
+{
+    if (part->isWidgetType())
+        part->installEventFilter(this);
+}
+
+bool PageZoom::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ChildAdded) {
+        watch(static_cast<QChildEvent*>(event)->child());
+    } else if (event->type() == QEvent::Wheel) {
+        const auto& wheel = *static_cast<const QWheelEvent*>(event);
+        if (wheel.modifiers().testFlag(Qt::ControlModifier) && !m_pdf.isPdf()) {
+            turnWheel(wheel);
+            return true; // the engine has steps of its own
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void PageZoom::turnWheel(const QWheelEvent& event)
+{
+    m_turned += event.angleDelta().y();
+    const int steps = m_turned / QWheelEvent::DefaultDeltasPerStep;
+    m_turned %= QWheelEvent::DefaultDeltasPerStep;
+    if (steps != 0)
+        step(steps);
+}
+
+void PageZoom::step(int turns)
+{
+    if (m_pdf.isPdf())
+        turnViewer(turns);
+    else
+        zoom(zoomedBy(m_percent, turns));
+}
+
+void PageZoom::turnViewer(int turns)
+{
+    const QWebEngineView* const view = QWebEngineView::forPage(m_page);
+    QWidget* const picture = view == nullptr ? nullptr : view->focusProxy();
+    if (picture == nullptr)
+        return;
+    const QPointF centre = picture->rect().center();
+    QWheelEvent event(centre, picture->mapToGlobal(centre), {},
+                      {0, turns * QWheelEvent::DefaultDeltasPerStep}, Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(picture, &event);
+}
+
+bool PageZoom::canReset() const
+{
+    return !m_pdf.isPdf();
+}
+
+void PageZoom::reset()
+{
+    if (canReset())
+        zoom(normalZoom);
+}
+
+void PageZoom::zoom(int percent)
+{
+    m_percent = percent;
+    apply();
+    QWebEngineView* const view = QWebEngineView::forPage(m_page);
+    if (view == nullptr)
+        return;
+    if (!OverPage::isOver(m_hint, view)) {
+        delete m_hint;
+        m_hint = new PageHint(view);
+    }
+    m_hint->showFor(hintTime, u"%1 %"_s.arg(percent));
+}
+
+void PageZoom::apply()
+{
+    if (const double factor = m_percent / 100.0; !qFuzzyCompare(m_page->zoomFactor(), factor))
+        m_page->setZoomFactor(factor);
+}

@@ -1,0 +1,129 @@
+#include "pages/downloads/DownloadNames.h"
+
+#include <QFileInfo>
+#include <QMimeDatabase>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QLatin1StringView partialSuffix(".download");
+/// In bytes of UTF-8: what common file systems take, less the suffix.
+constexpr qsizetype longestName = 255 - 9;
+
+bool isInvisible(char32_t c)
+{
+    switch (QChar::category(c)) {
+    case QChar::Other_Control:
+    case QChar::Other_Format: // such that write from right to left hide the true suffix
+    case QChar::Other_Surrogate:
+    case QChar::Other_NotAssigned:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The name of the file in the path `suggested`. Of a name of many megabytes only the
+/// beginning and the end count, so that whatever looks at it afterwards is done soon.
+QString lastName(const QString& suggested)
+{
+    constexpr qsizetype mostOfEither = 1000;
+    const qsizetype folders =
+        std::max(suggested.lastIndexOf(u'/'), suggested.lastIndexOf(u'\\')) + 1;
+    const QStringView name = QStringView(suggested).mid(folders);
+    if (name.size() <= 2 * mostOfEither) {
+        return name.toString();
+    }
+    return name.first(mostOfEither).toString().append(name.last(mostOfEither));
+}
+
+QString visible(const QString& text)
+{
+    QString kept;
+    for (const char32_t c : text.toUcs4()) {
+        if (!isInvisible(c)) {
+            kept += QString::fromUcs4(&c, 1);
+        }
+    }
+    return kept;
+}
+
+/// Where the suffix begins that is to stay behind a number: ".gz", ".tar.gz".
+qsizetype suffixStart(const QString& name)
+{
+    static const QRegularExpression suffix(u"(?:\\.tar)?\\.[^. ]{1,16}$"_s);
+    const qsizetype start = suffix.match(name).capturedStart();
+    return start > 0 ? start : name.size();
+}
+
+/// The name with `number` before its suffix, its stem cut to make it fit.
+QString fitted(const QString& name, const QString& number)
+{
+    const qsizetype start = suffixStart(name);
+    const QString end = number + name.mid(start);
+    const qsizetype room = longestName - end.toUtf8().size();
+    QString stem = name.left(std::min(start, room)); // no character takes less than a byte
+    while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate())) {
+        stem.chop(1);
+    }
+    return stem + end;
+}
+
+} // namespace
+
+QString partialFile(const QString& path)
+{
+    return path + partialSuffix;
+}
+
+QString safeFileName(const QString& suggested)
+{
+    static const QRegularExpression reserved(u"[<>:\"|?*]"_s);
+    static const QRegularExpression ends(u"^[.\\s]+|[.\\s]+$"_s);
+    static const QRegularExpression devices(
+        u"^(?:CON|PRN|AUX|NUL|CLOCK\\$|COM[0-9]|LPT[0-9])(?=\\s*(?:\\.|$))"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    QString name = visible(lastName(suggested));
+    name.replace(reserved, u"_"_s).remove(ends);
+    if (devices.match(name).hasMatch()) {
+        name.prepend(u'_');
+    }
+    return name.isEmpty() ? u"Download"_s : fitted(name, {});
+}
+
+QString freeFileName(const QString& name, const std::function<bool(const QString&)>& isTaken)
+{
+    QString candidate = name;
+    for (int number = 2; isTaken(candidate); ++number) {
+        candidate = fitted(name, u" (%1)"_s.arg(number));
+    }
+    return candidate;
+}
+
+bool runsWhenOpened(const QString& path)
+{
+    static const QSet<QString> suffixes{
+        u"desktop"_s, u"directory"_s, u"sh"_s,  u"bash"_s,     u"csh"_s,        u"zsh"_s, u"run"_s,
+        u"bin"_s,     u"bundle"_s,    u"out"_s, u"appimage"_s, u"flatpakref"_s, u"jar"_s, u"jnlp"_s,
+        u"py"_s,      u"pyw"_s,       u"pyc"_s, u"pl"_s,       u"rb"_s,         u"php"_s, u"lua"_s,
+        u"tcl"_s,     u"exe"_s,       u"com"_s, u"bat"_s,      u"cmd"_s,        u"msi"_s, u"scr"_s,
+        u"pif"_s,     u"ps1"_s,       u"vbs"_s, u"vbe"_s,      u"js"_s,         u"jse"_s, u"wsf"_s,
+        u"hta"_s,     u"lnk"_s,       u"reg"_s, u"deb"_s,      u"rpm"_s,        u"snap"_s};
+    static const QStringList kinds{u"application/x-executable"_s, u"application/x-sharedlib"_s,
+                                   u"application/x-shellscript"_s, u"application/x-desktop"_s,
+                                   u"application/x-ms-dos-executable"_s};
+    const QFileInfo file(path);
+    if (suffixes.contains(file.suffix().toLower()) || (file.isFile() && file.isExecutable())) {
+        return true;
+    }
+    const QMimeType type = QMimeDatabase().mimeTypeForFile(file);
+    return std::any_of(kinds.begin(), kinds.end(),
+                       [&](const QString& kind) { return type.inherits(kind); });
+}

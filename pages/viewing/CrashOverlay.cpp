@@ -1,0 +1,82 @@
+#include "pages/viewing/CrashOverlay.h"
+
+#include "base/DialogKeys.h"
+#include "pages/viewing/OverPage.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+CrashOverlay::CrashOverlay(QWidget* view)
+    : QFrame(OverPage::parentFor(view)), m_view(view),
+      m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
+      m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
+{
+    setObjectName(u"CrashOverlay"_s);
+    setAutoFillBackground(true);
+    QFont large = m_headline->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    m_headline->setFont(large);
+    m_headline->setWordWrap(true);
+    m_reason->setObjectName(u"lblReason"_s);
+    m_reason->setWordWrap(true);
+    m_reload->setObjectName(u"cmdReload"_s);
+    m_reload->setToolTip(u"Lädt die Seite noch einmal"_s);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addStretch(1);
+    for (QLabel* const label : {m_headline, m_reason}) {
+        label->setAlignment(Qt::AlignCenter);
+        layout->addWidget(label);
+    }
+    layout->addWidget(m_reload, 0, Qt::AlignCenter);
+    layout->addStretch(2);
+    connect(m_reload, &QPushButton::clicked, this, &CrashOverlay::reloadWanted);
+    // Outside of dialogs a button is pressed by the space bar only.
+    (new DialogKeys(this))->set(m_reload, [this] { m_reload->click(); }, {});
+    hide();
+    view->installEventFilter(this);
+    new OverPage(view, this, [this](const QRect& area) { setGeometry(area); });
+}
+
+bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
+{
+    // The view has nothing to show that could take keys.
+    if (watched == m_view && event->type() == QEvent::FocusIn && isVisible())
+        m_reload->setFocus();
+    return QFrame::eventFilter(watched, event);
+}
+
+void CrashOverlay::appear(const QString& reason)
+{
+    m_reason->setText(reason);
+    m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
+    const bool hadFocus = isFocusUnder();
+    // The widget of the page is of no use any more; the engine sets the next one itself.
+    m_view->setFocusProxy(nullptr);
+    show();
+    raise();
+    if (hadFocus) {
+        m_reload->setFocus();
+    }
+}
+
+void CrashOverlay::vanish()
+{
+    const QWidget* const focus = window()->focusWidget();
+    const bool hadFocus = focus == m_view || isAncestorOf(focus);
+    hide();
+    if (hadFocus) {
+        m_view->setFocus();
+    }
+}
+
+/// In the page, or in what else lies over it.
+bool CrashOverlay::isFocusUnder() const
+{
+    const QWidget* const focus = window()->focusWidget();
+    return focus != nullptr && parentWidget()->isAncestorOf(focus) &&
+           geometry().contains(focus->mapTo(parentWidget(), QPoint()));
+}

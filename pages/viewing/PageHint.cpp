@@ -1,0 +1,51 @@
+#include "pages/viewing/PageHint.h"
+
+#include "pages/viewing/OverPage.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int distance = 12;
+} // namespace
+
+PageHint::PageHint(QWidget* page)
+    : QLabel(OverPage::parentFor(page)),
+      m_over(new OverPage(page, this, [this](const QRect& area) { place(area); }))
+{
+    setObjectName(u"lblHint"_s);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setAlignment(Qt::AlignCenter);
+    setMargin(8);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setForegroundRole(QPalette::ToolTipText);
+    setBackgroundRole(QPalette::ToolTipBase);
+    setAutoFillBackground(true);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+    m_end.setSingleShot(true);
+    connect(&m_end, &QTimer::timeout, this, &QWidget::hide);
+}
+
+void PageHint::showFor(std::chrono::milliseconds time, const QString& text)
+{
+    setText(text);
+    setAccessibleName(text);
+    m_over->place();
+    show();
+    raise();
+    m_end.start(time);
+}
+
+void PageHint::place(const QRect& area)
+{
+    const int room = qMax(1, area.width() - 2 * distance);
+    setWordWrap(false);
+    int width = sizeHint().width();
+    if (width > room) {
+        setWordWrap(true);
+        width = room;
+    }
+    const int height = hasHeightForWidth() ? heightForWidth(width) : sizeHint().height();
+    setGeometry(area.x() + (area.width() - width) / 2, area.y() + distance, width, height);
+}
