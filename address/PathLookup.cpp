@@ -14,10 +14,9 @@ namespace {
 QString sameName(const QStringList& names, QStringView wanted)
 {
     QString best;
-    for (const QString& name : names) {
+    for (const QString& name : names)
         if (wanted.compare(name, Qt::CaseInsensitive) == 0 && (best.isEmpty() || name < best))
             best = name;
-    }
     return best;
 }
 } // namespace
@@ -89,9 +88,8 @@ std::optional<QString> spelledOnDisk(const QString& path, const FileTable& files
 
 std::optional<QUrl> firstThere(const std::vector<PathReading>& readings, const FileTable& files)
 {
-    for (const PathReading& reading : readings) {
+    for (const PathReading& reading : readings)
         if (const auto path = spelledOnDisk(reading.path, files))
             return withTail(fileUrl(*path), reading.tail);
-    }
     return std::nullopt;
 }

@@ -25,10 +25,9 @@ void ChildArea::addChild(frmBrowser* child)
     const ChildSizes sizes = sizesOf({child});
     std::vector<QPoint> taken;
     const QList<frmBrowser*> others = laidOutChildren(CreationOrder);
-    for (const frmBrowser* other : others) {
+    for (const frmBrowser* other : others)
         if (!other->isMaximized())
             taken.push_back(other->pos());
-    }
     // Before the frame is shown the area has no size of its own yet.
     const QSize room = isVisible() ? roomAboveIcons() : window()->size();
     addSubWindow(child);
@@ -51,10 +50,9 @@ void ChildArea::arrange(Arrangement mode)
     // Restoring a child makes it the active one.
     QMdiSubWindow* const active = currentSubWindow();
     const QList<frmBrowser*> children = laidOutChildren(CreationOrder);
-    for (frmBrowser* child : children) {
+    for (frmBrowser* child : children)
         if (child->isMaximized())
             child->showNormal();
-    }
     layOut();
     if (active != nullptr)
         setActiveSubWindow(active);
@@ -106,10 +104,9 @@ QSize ChildArea::roomAboveIcons() const
     const int height = viewport()->height();
     int icons = 0;
     const QList<QMdiSubWindow*> all = subWindowList();
-    for (const QMdiSubWindow* child : all) {
+    for (const QMdiSubWindow* child : all)
         if (child->isMinimized() && child->y() >= height / 2)
             icons = std::max(icons, height - child->y());
-    }
     // Scroll bars that are there now go when the children have their places.
     return maximumViewportSize() - QSize(0, icons);
 }

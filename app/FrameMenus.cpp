@@ -107,10 +107,9 @@ void FrameMenus::enable(const QString& role, bool enabled)
 
 Arrangement FrameMenus::checkedArrangement() const
 {
-    for (const auto& [role, mode] : arrangementItems) {
+    for (const auto& [role, mode] : arrangementItems)
         if (item(role.toString())->isChecked())
             return mode;
-    }
     return Arrangement::None;
 }
 

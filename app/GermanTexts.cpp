@@ -18,8 +18,7 @@ void installGermanTexts()
     const QString own = QCoreApplication::applicationDirPath() + u"/translations"_s;
     for (const QString& name : {u"qtbase_de"_s, u"qtwebengine_de"_s}) {
         auto translator = std::make_unique<QTranslator>(QCoreApplication::instance());
-        if (translator->load(name, shared) || translator->load(name, own)) {
+        if (translator->load(name, shared) || translator->load(name, own))
             QCoreApplication::installTranslator(translator.release()); // the application owns it
-        }
     }
 }

@@ -191,10 +191,9 @@ void MDIForm1::makeWay(const frmBrowser& closing)
     if (!m_unloading)
         m_activeChild->replace(closing);
     // A window that a pop-up has opened goes back to where that came from.
-    for (frmBrowser* window : m_browser) {
+    for (frmBrowser* window : m_browser)
         if (window->opener() == &closing)
             window->opener(closing.opener());
-    }
 }
 
 void MDIForm1::SetDropDisabled(bool disable)
@@ -275,10 +274,9 @@ void MDIForm1::unloadChildren()
     QList<QPointer<QWidget>> children;
     for (QWidget* window : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
         children.append(window);
-    for (const QPointer<QWidget>& window : children) {
+    for (const QPointer<QWidget>& window : children)
         if (!window.isNull() && window->isWindow() && !window->isHidden())
             window->close();
-    }
 }
 
 void MDIForm1::MDIForm_Unload()

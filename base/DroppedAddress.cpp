@@ -110,10 +110,9 @@ DroppedAddress droppedAddress(const QMimeData& data)
             return only(element.address);
     }
     DroppedAddress dropped;
-    for (const QUrl& url : urls) {
+    for (const QUrl& url : urls)
         if (url.isLocalFile())
             dropped.files.append(localName(url));
-    }
     if (data.hasFormat(u"text/plain"_s)) {
         const QString text = data.text();
         if (dropped.files.isEmpty() || !repeats(text, urls))

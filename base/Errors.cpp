@@ -7,10 +7,9 @@ namespace {
 QString inGerman(const QString& reason)
 {
     constexpr int lastCode = 133; // of Linux
-    for (int code = 1; code <= lastCode; ++code) {
+    for (int code = 1; code <= lastCode; ++code)
         if (reason == qt_error_string(code))
             return QString::fromStdString(systemReason(code));
-    }
     return reason;
 }
 } // namespace

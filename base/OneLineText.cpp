@@ -16,10 +16,9 @@ QString messageText(const QString& text)
 {
     QString shown;
     const QList<uint> characters = text.toUcs4();
-    for (const uint c : characters) {
+    for (const uint c : characters)
         if (c == u'\n' || !isInvisible(c))
             shown += QChar::fromUcs4(c);
-    }
     return shown;
 }
 
@@ -28,11 +27,10 @@ QString oneLineText(const QString& text)
     constexpr qsizetype visibleAtMost = 1000;
     QString line;
     const QList<uint> characters = QStringView(text).left(visibleAtMost).toUcs4();
-    for (const uint c : characters) {
+    for (const uint c : characters)
         if (QChar::isSpace(c) || QChar::category(c) == QChar::Other_Control)
             line += u' ';
         else if (!isInvisible(c))
             line += QChar::fromUcs4(c);
-    }
     return line;
 }

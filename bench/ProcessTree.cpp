@@ -23,10 +23,9 @@ qint64 parentOf(const QString& process)
 QList<qint64> processTree(qint64 root)
 {
     QMultiHash<qint64, qint64> children;
-    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs))
         if (const qint64 process = name.toLongLong(); process > 0)
             children.insert(parentOf(name), process);
-    }
     QList<qint64> tree = {root};
     for (qsizetype i = 0; i < tree.size(); ++i)
         tree += children.values(tree.at(i));

@@ -14,10 +14,9 @@ template <typename Items>
 std::vector<MenuState> statesOf(const Items& items, std::string_view signs)
 {
     std::vector<MenuState> states;
-    for (std::size_t i = 0; i < items.size(); ++i) {
+    for (std::size_t i = 0; i < items.size(); ++i)
         if (signs[i] == '+' || signs[i] == '-')
             states.push_back({items[i], signs[i] == '+'});
-    }
     return states;
 }
 } // namespace

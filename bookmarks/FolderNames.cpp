@@ -19,10 +19,9 @@ QString newDirName(const IsNameFree& isFree)
 QString cleanDirName(QString typed)
 {
     typed.replace(u"\r\n"_s, u" "_s);
-    for (QChar& c : typed) {
+    for (QChar& c : typed)
         if (c == u'\r' || c == u'\n' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
             c = u' ';
-    }
     return trimBlanks(typed).toString();
 }
 

@@ -30,10 +30,9 @@ void selectNode(QTreeView& view, const QModelIndex& node)
 /// The source is to keep its data: a move would let it delete them.
 Qt::DropAction keepingAction(const QDropEvent& event)
 {
-    for (const auto action : {Qt::CopyAction, Qt::LinkAction}) {
+    for (const auto action : {Qt::CopyAction, Qt::LinkAction})
         if (event.possibleActions().testFlag(action))
             return action;
-    }
     return event.proposedAction();
 }
 } // namespace

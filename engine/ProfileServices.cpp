@@ -30,9 +30,8 @@ ProfileServices::~ProfileServices()
 
 frmDownloads& ProfileServices::downloadsWindow()
 {
-    if (!m_window) {
+    if (!m_window)
         m_window = new frmDownloads(m_shell, m_owner, m_table, &QDesktopServices::openUrl);
-    }
     return *m_window;
 }
 
@@ -50,25 +49,20 @@ void ProfileServices::showBrowserData()
     const DropsDisabled guard(m_shell);
     // The active window may show a page on the whole screen, which can end meanwhile.
     frmBrowserData dialog(m_owner);
-    if (dialog.exec() == QDialog::Accepted) {
+    if (dialog.exec() == QDialog::Accepted)
         forget(dialog.chosen());
-    }
 }
 
 void ProfileServices::forget(const BrowserData& data)
 {
-    if (data.cookies) {
+    if (data.cookies)
         m_profile.cookieStore()->deleteAllCookies();
-    }
-    if (data.cache) {
+    if (data.cache)
         m_profile.clearHttpCache();
-    }
-    if (data.visitedLinks) {
+    if (data.visitedLinks)
         m_profile.clearAllVisitedLinks();
-    }
-    if (data.permissions) {
+    if (data.permissions)
         emit permissionsForgotten();
-    }
     if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
         m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
                               u"Meldung"_s, Prompt::Icon::Exclamation);
@@ -86,9 +80,8 @@ bool ProfileServices::mayEnd()
                       running);
         const QuestionQueue::Hold hold(m_queue);
         const DropsDisabled guard(m_shell);
-        if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question)) {
+        if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question))
             return false;
-        }
     }
     m_table.cancelAll();
     return true;

@@ -34,10 +34,9 @@ bool isUtf8(std::string_view text)
         if (size == 0 || size > text.size() ||
             (size > 1 && !isSecondByte(lead, static_cast<unsigned char>(text[1]))))
             return false;
-        for (std::size_t i = 2; i < size; ++i) {
+        for (std::size_t i = 2; i < size; ++i)
             if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80)
                 return false;
-        }
         text.remove_prefix(size);
     }
     return true;

@@ -50,10 +50,9 @@ FolderCandidates folderCandidates()
 
 InstanceFolder instanceFolder(const FolderCandidates& candidates)
 {
-    for (const std::string& path : candidates.runtime) {
+    for (const std::string& path : candidates.runtime)
         if (objection(path, S_IWGRP | S_IWOTH, Links::Follow).empty())
             return {path, {}};
-    }
     ::mkdir(candidates.fallback.c_str(), S_IRWXU);
     const std::string reason = objection(candidates.fallback, S_IRWXG | S_IRWXO, Links::Refuse);
     if (reason.empty())

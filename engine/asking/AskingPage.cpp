@@ -13,9 +13,8 @@ AskingPage::Open::Open(AskingPage& asking)
 template <typename Ask>
 auto AskingPage::asking(const Ask& ask) -> decltype(ask(std::declval<PageAsker&>()))
 {
-    if (!m_window || m_page.isRetired()) {
+    if (!m_window || m_page.isRetired())
         return {};
-    }
     const Open open(*this);
     return ask(*m_desk.asker);
 }

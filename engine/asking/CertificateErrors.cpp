@@ -129,9 +129,8 @@ void CertificateErrors::ask(CertificateError error)
 {
     if (!isTrusted(error) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
         const PageAnswer answer = m_asking.ask(question(error));
-        if (answer.isAccepted && error.isOverridable()) {
+        if (answer.isAccepted && error.isOverridable())
             m_asking.desk().trustedCertificates.insert(keyOf(error));
-        }
     }
     if (isTrusted(error)) {
         error.acceptCertificate();
@@ -143,9 +142,8 @@ void CertificateErrors::ask(CertificateError error)
 
 void CertificateErrors::explain(const FrameReport& report)
 {
-    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty()) {
+    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty())
         return;
-    }
     // The engine says that the page is not there at present. Its own page stays, for its place
     // in the history, and for "reload", which asks again.
     m_asking.page().runJavaScript(WebErrorPage::replacement(m_refused),

@@ -63,8 +63,7 @@ bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& a
                       .isRisky = true,
                       .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(
                           cleanLine(url.scheme(), longestScheme))});
-    if (answer.isAccepted && answer.isChecked) {
+    if (answer.isAccepted && answer.isChecked)
         m_asking.desk().desktopSchemes.insert(url.scheme());
-    }
     return answer.isAccepted;
 }

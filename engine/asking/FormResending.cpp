@@ -14,9 +14,8 @@ FormResending::FormResending(AskingPage& asking, QObject* parent)
 {
     connect(&asking.page(), &WebEnginePage::resendingWanted, this,
             [this](QWebEnginePage::WebAction reload) {
-                if (!std::exchange(m_isAsking, true)) {
+                if (!std::exchange(m_isAsking, true))
                     m_asking.whenItIsOurTurn(this, [this, reload] { ask(reload); });
-                }
             });
 }
 
@@ -37,7 +36,6 @@ void FormResending::ask(QWebEnginePage::WebAction reload)
             .isAccepted;
     m_isAsking = false;
     // The page may have gone on by itself meanwhile.
-    if (isAgreed && !page.isRetired() && page.url() == address && isFromSentForm(*page.history())) {
+    if (isAgreed && !page.isRetired() && page.url() == address && isFromSentForm(*page.history()))
         page.triggerAction(reload);
-    }
 }

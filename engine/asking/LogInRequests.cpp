@@ -50,9 +50,8 @@ LogInRequests::LogInRequests(AskingPage& asking, QObject* parent)
 
 std::optional<LogIn> LogInRequests::ask(const QUrl& url, LogInQuestion question)
 {
-    if (m_isRefused) {
+    if (m_isRefused)
         return std::nullopt;
-    }
     if (question.site == m_last.site && question.realm == m_last.realm) {
         question.user = m_last.user;
         question.hasFailed = url == m_last.url; // another picture, say, may just as well be locked

@@ -28,9 +28,8 @@ Notices::~Notices()
 void Notices::show(std::unique_ptr<QWebEngineNotification> notification)
 {
     m_windows.removeIf([](const QPointer<NoticeWindow>& window) { return !window; });
-    if (m_windows.size() >= mostAtATime) {
+    if (m_windows.size() >= mostAtATime)
         delete m_windows.takeFirst();
-    }
     auto* const window =
         new NoticeWindow(siteName(notification->origin()), cleanLine(notification->title()),
                          cleanLine(notification->message(), 300));

@@ -24,9 +24,8 @@ PageClipboard::PageClipboard(QWebEnginePage& page, const PageInput& input) : QOb
     timer->setSingleShot(true);
     connect(timer, &QTimer::timeout, this, [allow] { allow(false); });
     const auto begin = [allow, timer] {
-        if (!timer->isActive()) {
+        if (!timer->isActive())
             allow(true);
-        }
         timer->start(inputLasts);
     };
     connect(&input, &PageInput::pressed, this, begin);

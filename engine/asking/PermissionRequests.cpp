@@ -83,22 +83,20 @@ PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
 void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& /*memory*/)
 {
     const QList<QWebEnginePermission> permissions = profile.listAllPermissions();
-    for (const QWebEnginePermission& permission : permissions) {
+    for (const QWebEnginePermission& permission : permissions)
         permission.reset();
-    }
 }
 
 void PermissionRequests::connectRequests()
 {
     connect(&m_asking.page(), &QWebEnginePage::permissionRequested, this,
             [this](const QWebEnginePermission& permission) {
-                if (const auto kind = kindOf(permission.permissionType())) {
+                if (const auto kind = kindOf(permission.permissionType()))
                     requested(permission.origin(), *kind, [permission](bool isGranted) {
                         isGranted ? permission.grant() : permission.deny();
                     });
-                } else {
+                else
                     permission.deny();
-                }
             });
 }
 
@@ -110,9 +108,8 @@ void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemo
     const QSet<QUrl> sites = memory.sites();
     for (const QUrl& site : sites) {
         // The others the engine does not remember.
-        for (const Kind kind : {Kind::Notifications, Kind::Geolocation}) {
+        for (const Kind kind : {Kind::Notifications, Kind::Geolocation})
             page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
-        }
     }
 }
 
@@ -126,11 +123,10 @@ void PermissionRequests::connectRequests()
                                               isGranted ? QWebEnginePage::PermissionGrantedByUser
                                                         : QWebEnginePage::PermissionDeniedByUser);
                 };
-                if (const auto kind = kindOf(feature)) {
+                if (const auto kind = kindOf(feature))
                     requested(site, *kind, answer);
-                } else {
+                else
                     answer(false);
-                }
             });
 }
 
@@ -143,11 +139,10 @@ void PermissionRequests::connectScreen()
     connect(&m_asking.page(), &QWebEnginePage::desktopMediaRequested, this,
             [](const QWebEngineDesktopMediaRequest& request) {
                 const QAbstractListModel& screens = *request.screensModel();
-                if (screens.rowCount() > 0) {
+                if (screens.rowCount() > 0)
                     request.selectScreen(screens.index(0));
-                } else {
+                else
                     request.cancel();
-                }
             });
 #endif
 }
@@ -172,11 +167,10 @@ void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const 
         return;
     }
     m_asking.whenItIsOurTurn(this, [this, site, kind, answer, document = m_document] {
-        if (document == m_document && m_refusals < mostRefusals) {
+        if (document == m_document && m_refusals < mostRefusals)
             ask(site, kind, answer);
-        } else {
+        else
             answer(false);
-        }
     });
 }
 

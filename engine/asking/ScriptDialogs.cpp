@@ -31,9 +31,8 @@ ScriptDialogs::ScriptDialogs(AskingPage& asking, QObject* parent)
 PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestion question)
 {
     m_silence.speaks(site, shown());
-    if (m_silence.isSilenced()) {
+    if (m_silence.isSilenced())
         return {};
-    }
     question.title = siteName(site);
     question.text = siteName(site) + u" meldet:\n\n"_s + cleanText(text);
     return askOfferingSilence(question);
@@ -41,13 +40,11 @@ PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestio
 
 PageAnswer ScriptDialogs::askOfferingSilence(PageQuestion question)
 {
-    if (m_silence.offersSilence()) {
+    if (m_silence.offersSilence())
         question.checkBox = u"&Weitere Meldungen dieser Seite unterdrücken"_s;
-    }
     PageAnswer answer = m_asking.ask(question);
-    if (answer.isChecked) {
+    if (answer.isChecked)
         m_silence.silence();
-    }
     return answer;
 }
 

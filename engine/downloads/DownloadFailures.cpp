@@ -6,9 +6,8 @@ QString failureText(QWebEngineDownloadRequest::DownloadInterruptReason reason)
 {
     // The engine's public list has gaps.
     constexpr int contentLengthMismatch = 38;
-    if (reason == contentLengthMismatch) {
+    if (reason == contentLengthMismatch)
         return failureText(QWebEngineDownloadRequest::NetworkFailed);
-    }
     switch (reason) { // the compiler tells when the engine knows another reason
     case QWebEngineDownloadRequest::NoReason:
         return {};

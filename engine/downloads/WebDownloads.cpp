@@ -66,16 +66,14 @@ WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& prof
 WebDownloads::~WebDownloads()
 {
     const QList<quint32> ids = m_running.keys();
-    for (const quint32 id : ids) {
+    for (const quint32 id : ids)
         drop(id);
-    }
 }
 
 void WebDownloads::requested(QWebEngineDownloadRequest* download)
 {
-    if (isResumed(*download)) { // the engine tries again by itself when a connection breaks
+    if (isResumed(*download)) // the engine tries again by itself when a connection breaks
         return;
-    }
     if (download->state() == QWebEngineDownloadRequest::DownloadInProgress) {
         // A page that is saved where somebody has been asked already.
         const QString path =
@@ -92,9 +90,8 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
     } else {
         receive(*download, source);
     }
-    if (page) {
+    if (page)
         emit page->downloadDecided();
-    }
 }
 
 void WebDownloads::receive(QWebEngineDownloadRequest& download, WebEnginePage* source)
@@ -128,9 +125,8 @@ void WebDownloads::begin(QWebEngineDownloadRequest& download, Running running, D
 bool WebDownloads::isResumed(QWebEngineDownloadRequest& download)
 {
     const auto running = m_running.find(download.id());
-    if (running == m_running.end()) {
+    if (running == m_running.end())
         return false;
-    }
     if (running->request && running->request != &download) {
         running->request->disconnect(this);
         // Deleted now, it would cancel the download that both stand for.
@@ -161,9 +157,8 @@ void WebDownloads::report(QWebEngineDownloadRequest& download)
 {
     const Running running = m_running.value(download.id());
     m_table.progress(running.row, download.receivedBytes(), download.totalBytes());
-    if (running.target.isEmpty() && download.receivedBytes() > mostAhead && !download.isPaused()) {
+    if (running.target.isEmpty() && download.receivedBytes() > mostAhead && !download.isPaused())
         QTimer::singleShot(0, &download, &QWebEngineDownloadRequest::pause);
-    }
 }
 
 void WebDownloads::ended(QWebEngineDownloadRequest& download)
@@ -173,17 +168,15 @@ void WebDownloads::ended(QWebEngineDownloadRequest& download)
     const bool isOver = download.isFinished() || isInterrupted;
     const quint32 id = download.id();
     const auto running = m_running.find(id);
-    if (!isOver || running == m_running.end()) {
+    if (!isOver || running == m_running.end())
         return;
-    }
     m_table.progress(running->row, download.receivedBytes(), download.totalBytes());
     download.disconnect(this);
     download.deleteLater(); // and the engine forgets about it
     running->request = nullptr;
     if (download.state() == QWebEngineDownloadRequest::DownloadCompleted && !running->isRefused) {
-        if (!running->target.isEmpty()) {
+        if (!running->target.isEmpty())
             settle(id);
-        }
         return;
     }
     m_table.finish(running->row, isInterrupted ? DownloadState::Failed : DownloadState::Cancelled,
@@ -201,9 +194,8 @@ int WebDownloads::waiting() const
 void WebDownloads::decide(quint32 id)
 {
     const Running asked = m_running.value(id);
-    if (asked.row == 0) { // broken off meanwhile
+    if (asked.row == 0) // broken off meanwhile
         return;
-    }
     const QuestionQueue::Hold hold(m_queue);
     const DropsDisabled guard(m_shell);
     const QString path = isUnwanted(asked.source) ? QString() : m_place.ask(asked.name);
@@ -218,11 +210,10 @@ void WebDownloads::decide(quint32 id)
         running->target = path;
         running->replaces = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
         m_table.decide(running->row, path);
-        if (running->request) {
+        if (running->request)
             running->request->resume();
-        } else {
+        else
             settle(id);
-        }
     }
     emit begun(); // or the list says why not
 }
@@ -240,9 +231,8 @@ void WebDownloads::decideAgain(quint32 id, const QString& problem)
 bool WebDownloads::isUnwanted(const QObject* page)
 {
     const DownloadRefusals::Next next = m_refusals.next(page);
-    if (next == DownloadRefusals::Next::Ask) {
+    if (next == DownloadRefusals::Next::Ask)
         return false;
-    }
     if (next == DownloadRefusals::Next::AskAboutAll &&
         !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
                                    u"Downloads"_s, Prompt::Icon::Question)) {
@@ -256,9 +246,8 @@ bool WebDownloads::isUnwanted(const QObject* page)
 void WebDownloads::refuse(quint32 id)
 {
     const auto running = m_running.find(id);
-    if (running == m_running.end()) {
+    if (running == m_running.end())
         return;
-    }
     running->isRefused = true;
     m_table.remove(running->row);
     cancel(id);
@@ -272,11 +261,10 @@ void WebDownloads::settle(quint32 id)
         return;
     }
     const FileMove move = renameFile(running.path, running.target, running.replaces);
-    if (move == FileMove::OtherFileSystem) {
+    if (move == FileMove::OtherFileSystem)
         copy(id);
-    } else {
+    else
         settled(id, move);
-    }
 }
 
 void WebDownloads::settled(quint32 id, FileMove move)
@@ -355,7 +343,6 @@ void WebDownloads::drop(quint32 id)
     }
     // The engine may be about to do so, but not before the program has ended.
     QFile::remove(partialFile(running.path));
-    if (running.path != running.target) {
+    if (running.path != running.target)
         QFile::remove(running.path);
-    }
 }

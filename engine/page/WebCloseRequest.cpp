@@ -42,9 +42,8 @@ WebCloseRequest::WebCloseRequest(WebEnginePage& page) : m_page(page)
 bool WebCloseRequest::begin()
 {
     const bool isAlive = m_page.renderProcessPid() > 0 && m_page.history()->count() > 0;
-    if (!isAlive || m_page.isAsking()) {
+    if (!isAlive || m_page.isAsking())
         return false;
-    }
     if (!m_isAsking) {
         m_isAsking = true;
         startWaiting();

@@ -43,9 +43,8 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
 
 WebEngineControl::~WebEngineControl()
 {
-    if (!m_page) { // gone with its owner, which can happen at the program's end only
+    if (!m_page) // gone with its owner, which can happen at the program's end only
         return;
-    }
     if (m_view) { // the view, too, must not go while the engine is at work in it
         m_view->hide();
         m_view->setParent(nullptr);
@@ -98,9 +97,8 @@ void WebEngineControl::connectWindow()
     });
     // A page that goes may name a link of its own once more, after it has gone.
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
-        if (report.isMainFrame && std::exchange(m_isOverLink, false)) {
+        if (report.isMainFrame && std::exchange(m_isOverLink, false))
             emit StatusTextChange({});
-        }
     });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
@@ -127,9 +125,8 @@ void WebEngineControl::navigate(const QString& url, bool mayBeScript)
 {
     m_pending = url;
     QTimer::singleShot(0, this, [this, mayBeScript, turn = ++m_turn] {
-        if (m_pending && turn == m_turn) { // not stopped, replaced or lent in between
+        if (m_pending && turn == m_turn) // not stopped, replaced or lent in between
             start(mayBeScript);
-        }
     });
 }
 
@@ -139,9 +136,8 @@ void WebEngineControl::start(bool mayBeScript)
     emit m_page->userNavigates();
     m_isStarting = true;
     QTimer::singleShot(startPatience, this, [this, turn = m_turn] {
-        if (turn == m_turn) {
+        if (turn == m_turn)
             m_isStarting = false;
-        }
     });
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
@@ -220,9 +216,8 @@ std::optional<EngineDocument> WebEngineControl::Document() const
 void WebEngineControl::RegisterAsDropTarget(bool value)
 {
     EngineControl::RegisterAsDropTarget(value);
-    if (m_view) {
+    if (m_view)
         m_view->setAcceptDrops(value);
-    }
 }
 
 QWidget* WebEngineControl::host()
@@ -237,9 +232,8 @@ QWebEngineView* WebEngineControl::view() const
 
 WebPageState WebEngineControl::pageState() const
 {
-    if (!m_page) {
+    if (!m_page)
         return {};
-    }
     const QWebEngineHistory& history = *m_page->history();
     const QWebEngineHistoryItem item = history.currentItem();
     QUrl url = m_page->url();
@@ -268,17 +262,15 @@ void WebEngineControl::announceWriting(const QString& title)
     // A window that is written into has its title when nothing is busy any more, and
     // nothing else tells that a document has come.
     const QUrl url = m_page->url();
-    if (!title.isEmpty() && (url.isEmpty() || url == blank)) {
+    if (!title.isEmpty() && (url.isEmpty() || url == blank))
         emit BeforeNavigate2(blank.toString());
-    }
 }
 
 bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
 {
     if (isForDesktop(request.requestedUrl())) {
-        if (request.isUserInitiated()) {
+        if (request.isUserInitiated())
             emit m_page->desktopAddressMet(request.requestedUrl(), false);
-        }
         return false;
     }
     if (isForNobody(request.requestedUrl())) {
@@ -287,24 +279,21 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
     }
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
     const bool mayOpen = m_popups.mayOpen(now, request.isUserInitiated());
-    if (!mayOpen) {
+    if (!mayOpen)
         emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
-    }
     return mayOpen;
 }
 
 void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
 {
-    if (!mayOpenWindow(request)) {
+    if (!mayOpenWindow(request))
         return;
-    }
     EngineControl* engine = nullptr;
     bool cancel = false;
     emit NewWindow2(engine, cancel);
     auto* const other = qobject_cast<WebEngineControl*>(engine);
-    if (!cancel && other != nullptr) {
+    if (!cancel && other != nullptr)
         other->lend(request);
-    }
 }
 
 void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
@@ -323,14 +312,12 @@ void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
 
 void WebEngineControl::resizeWindow(const QRect& geometry)
 {
-    if (m_view && geometry.size() == m_view->size()) { // only moved
+    if (m_view && geometry.size() == m_view->size()) // only moved
         return;
-    }
     const QPointer<WebEngineControl> self = this;
     emit WindowSetHeight(geometry.height());
-    if (self) {
+    if (self)
         emit WindowSetWidth(geometry.width());
-    }
 }
 
 void WebEngineControl::closeWindow()
@@ -338,16 +325,14 @@ void WebEngineControl::closeWindow()
     const QPointer<WebEngineControl> self = this;
     bool cancel = false;
     emit WindowClosing(m_isLent, cancel);
-    if (self && !cancel && m_view) {
+    if (self && !cancel && m_view)
         m_view->hide();
-    }
 }
 
 void WebEngineControl::closeIfEmpty()
 {
     // A page has opened it for the download's sake only. It may have been
     // written into without ever going anywhere: then it has a document.
-    if (m_isLent && !m_visits.document() && pageState().commit.position < 0) {
+    if (m_isLent && !m_visits.document() && pageState().commit.position < 0)
         closeWindow();
-    }
 }

@@ -28,42 +28,37 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
 
 WebEnginePage::Keeper::~Keeper()
 {
-    if (m_page && --m_page->m_keepers == 0 && m_page->m_isRetired) {
+    if (m_page && --m_page->m_keepers == 0 && m_page->m_isRetired)
         m_page->deleteLater();
-    }
 }
 
 WebEnginePage::Question::~Question()
 {
-    if (m_page) {
+    if (m_page)
         --m_page->m_questions;
-    }
 }
 
 void WebEnginePage::retire()
 {
     m_isRetired = true;
-    if (m_keepers == 0) {
+    if (m_keepers == 0)
         deleteLater();
-    }
 }
 
 void WebEnginePage::reload(WebAction action)
 {
     emit userNavigates();
-    if (isFromSentForm(*history())) {
+    if (isFromSentForm(*history()))
         emit resendingWanted(action);
-    } else {
+    else
         triggerAction(action);
-    }
 }
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
     if (isForDesktop(url)) {
-        if (type == NavigationTypeLinkClicked) {
+        if (type == NavigationTypeLinkClicked)
             emit desktopAddressMet(url, false);
-        }
         return false;
     }
     // Our own page of an address that is none, on its way or loaded once more.
@@ -79,16 +74,14 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
 
 void WebEnginePage::javaScriptAlert(const QUrl& site, const QString& text)
 {
-    if (m_answers != nullptr) {
+    if (m_answers != nullptr)
         m_answers->alert(site, text);
-    }
 }
 
 bool WebEnginePage::javaScriptConfirm(const QUrl& site, const QString& text)
 {
-    if (text == leaveQuestion()) {
+    if (text == leaveQuestion())
         return askToLeave();
-    }
     return m_answers != nullptr && m_answers->confirm(site, text);
 }
 
@@ -115,7 +108,6 @@ void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*lev
 {
     // Everything else is dropped: a page could fill the program's own output with it.
 
-    if (const std::optional<FrameReport> report = m_reports.read(message)) {
+    if (const std::optional<FrameReport> report = m_reports.read(message))
         emit frameReported(*report);
-    }
 }

@@ -75,9 +75,8 @@ QString WebErrorPage::html(const QString& typed)
 
 QString WebErrorPage::shownAddress(const QUrl& url)
 {
-    if (!isAt(url)) {
+    if (!isAt(url))
         return url.toString(QUrl::FullyEncoded);
-    }
     const QByteArray encoded = url.toEncoded();
     return QUrl::fromPercentEncoding(encoded.mid(encoded.indexOf('=') + 1));
 }

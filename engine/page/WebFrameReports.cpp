@@ -26,9 +26,8 @@ QString WebFrameReports::script() const
 
 std::optional<FrameReport> WebFrameReports::read(const QString& consoleLine) const
 {
-    if (!consoleLine.startsWith(m_token)) {
+    if (!consoleLine.startsWith(m_token))
         return std::nullopt;
-    }
     const QByteArray text = QStringView(consoleLine).mid(m_token.size()).toUtf8();
     const QJsonArray values = QJsonDocument::fromJson(text).array();
     return FrameReport{values.at(0).toBool(), values.at(1).toString(), values.at(2).toString()};

@@ -44,8 +44,7 @@ bool isFromSentForm(const QWebEngineHistory& history)
     int current = 0;
     reader >> version >> count >> current;
     bool isSent = false;
-    for (int i = 0; version == knownVersion && i <= current; ++i) {
+    for (int i = 0; version == knownVersion && i <= current; ++i)
         isSent = hasSentForm(reader);
-    }
     return isSent && reader.status() == QDataStream::Ok;
 }

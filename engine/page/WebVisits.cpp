@@ -9,9 +9,8 @@ namespace {
 QString readable(const QString& address)
 {
     QString text = QUrl::fromPercentEncoding(address.toUtf8());
-    if (text.startsWith("http://"_L1)) {
+    if (text.startsWith("http://"_L1))
         text.remove(0, 7);
-    }
     return text.endsWith(u'/') ? text.chopped(1) : text;
 }
 
@@ -30,9 +29,8 @@ bool isWithinDocument(const QUrl& target, const QUrl& url)
 
 bool isAddressAsShown(const QString& title, const QUrl& url)
 {
-    if (url.isLocalFile()) {
+    if (url.isLocalFile())
         return readable(title) == readable(url.fileName(QUrl::FullyEncoded));
-    }
     return readable(title) == readable(url.toString(QUrl::RemoveUserInfo));
 }
 
@@ -45,9 +43,8 @@ QString shownAddress(const WebPageState& page)
 
 void WebVisits::navigationStarting(const QUrl& target, const WebPageState& page)
 {
-    if (m_isLoading && !isWithinDocument(target, page.url)) {
+    if (m_isLoading && !isWithinDocument(target, page.url))
         expectDocument(page);
-    }
 }
 
 void WebVisits::loadStarted(const WebPageState& page)
@@ -87,31 +84,27 @@ void WebVisits::titleChanged(const WebPageState& page)
 {
     noticeDocument(page);
     const bool isOfThisDocument = m_isSettled || !m_hasMoved;
-    if (m_document && isOfThisDocument && !isAddressAsShown(page.title, page.url)) {
+    if (m_document && isOfThisDocument && !isAddressAsShown(page.title, page.url))
         m_document->Title = page.title;
-    }
 }
 
 void WebVisits::reported(const FrameReport& report, const WebPageState& page)
 {
     noticeDocument(page);
-    if (report.isMainFrame) {
+    if (report.isMainFrame)
         mainFrameReported(report, page);
-    } else if (!page.url.isEmpty()) {
+    else if (!page.url.isEmpty())
         subFrameReported(report);
-    }
 }
 
 void WebVisits::mainFrameReported(const FrameReport& report, const WebPageState& page)
 {
-    if (isStandIn(report, page)) {
+    if (isStandIn(report, page))
         m_document.reset();
-    } else {
+    else
         m_document = EngineDocument{report.title};
-    }
-    if (page.url.isEmpty()) { // written into a window that never went anywhere
+    if (page.url.isEmpty()) // written into a window that never went anywhere
         return;
-    }
     // While the next page is on its way this may be the last word of the
     // previous one: only what the engine calls shown tells them apart.
     m_isSettled = m_hasMoved || !m_isLoading;
@@ -143,9 +136,8 @@ void WebVisits::loadFinished(const WebPageState& page)
     m_commit = page.commit;
     if (isUncounted) { // stopped when the page had come but was not complete
         m_isCounted = true;
-        if (m_document && !isAddressAsShown(page.title, page.url)) {
+        if (m_document && !isAddressAsShown(page.title, page.url))
             m_document->Title = page.title;
-        }
         complete(page);
     }
 }

@@ -29,9 +29,8 @@ CrashNotice::CrashNotice(WebEnginePage& page, QWebEngineView* view, QObject* par
     const QPointer<CrashOverlay> overlay = new CrashOverlay(view);
     connect(&page, &QWebEnginePage::renderProcessTerminated, overlay,
             [overlay](QWebEnginePage::RenderProcessTerminationStatus status, int exitCode) {
-                if (status != QWebEnginePage::NormalTerminationStatus) {
+                if (status != QWebEnginePage::NormalTerminationStatus)
                     overlay->appear(reason(exitCode));
-                }
             });
     // A load that was on its way already comes to its end in a new process.
     connect(&page, &WebEnginePage::frameReported, overlay, &CrashOverlay::vanish);

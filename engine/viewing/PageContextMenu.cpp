@@ -78,10 +78,9 @@ QList<Item> idleEdits(const Request& request)
         {Request::CanPaste, Item::Paste}, {Request::CanSelectAll, Item::SelectAll},
     };
     QList<Item> idle;
-    for (const auto& [flag, item] : edits) {
+    for (const auto& [flag, item] : edits)
         if (!request.editFlags().testFlag(flag))
             idle << item;
-    }
     return idle;
 }
 

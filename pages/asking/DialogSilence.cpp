@@ -9,12 +9,10 @@ namespace {
 /// Scheme, host and port; empty for what a page makes itself and gives no site.
 QString siteOf(const QUrl& url)
 {
-    if (url.scheme() == "blob"_L1) {
+    if (url.scheme() == "blob"_L1)
         return siteOf(QUrl(url.path()));
-    }
-    if (url.scheme() == "about"_L1 || url.scheme() == "data"_L1) {
+    if (url.scheme() == "about"_L1 || url.scheme() == "data"_L1)
         return {};
-    }
     return url.scheme() + u"://"_s + url.host() + u':' + QString::number(url.port());
 }
 

@@ -20,9 +20,8 @@ QString explanation(const LogInQuestion& question)
     QString text = question.isProxy ? u"Der Proxy-Server %1 verlangt eine Anmeldung."_s
                                     : u"%1 verlangt eine Anmeldung."_s;
     text = text.arg(question.site);
-    if (!question.realm.isEmpty()) {
+    if (!question.realm.isEmpty())
         text += u"\nBereich: „"_s + question.realm + u"“"_s;
-    }
     if (question.isReadable) {
         text +=
             u"\n\nDie Verbindung ist nicht verschlüsselt: Andere können das Kennwort mitlesen."_s;

@@ -52,10 +52,9 @@ void NoticeWindow::appear(const QList<QRect>& others)
     place.moveBottomRight(screen.bottomRight() - QPoint(margin, margin));
     // Each one that is in the way lifts it, and there are no more of them than that.
     for (qsizetype lifts = 0; lifts < others.size(); ++lifts) {
-        for (const QRect& other : others) {
+        for (const QRect& other : others)
             if (other.intersects(place))
                 place.moveBottom(other.top() - margin);
-        }
     }
     move(place.topLeft());
     show();

@@ -9,9 +9,8 @@ void PageInput::watch(QWidget* view)
     // Input goes to a widget that the engine puts into the view, now and again a new one.
     view->installEventFilter(this);
     const QObjectList children = view->children();
-    for (QObject* child : children) {
+    for (QObject* child : children)
         child->installEventFilter(this);
-    }
 }
 
 bool PageInput::eventFilter(QObject* watched, QEvent* event)
@@ -31,9 +30,8 @@ bool PageInput::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         const int key = static_cast<QKeyEvent*>(event)->key();
         emit used();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
             emit clicked();
-        }
         break;
     }
     default:

@@ -47,17 +47,14 @@ QString permissionQuestion(PermissionKind kind, const QString& site)
 
 std::optional<bool> PermissionMemory::answer(const QUrl& site, PermissionKind kind) const
 {
-    if (const auto known = m_answers.constFind(keyOf(site, kind)); known != m_answers.cend()) {
+    if (const auto known = m_answers.constFind(keyOf(site, kind)); known != m_answers.cend())
         return *known;
-    }
-    if (kind != PermissionKind::CameraAndMicrophone) {
+    if (kind != PermissionKind::CameraAndMicrophone)
         return std::nullopt;
-    }
     const std::optional<bool> camera = answer(site, PermissionKind::Camera);
     const std::optional<bool> microphone = answer(site, PermissionKind::Microphone);
-    if (camera == false || microphone == false) {
+    if (camera == false || microphone == false)
         return false;
-    }
     return camera && microphone ? std::optional(true) : std::nullopt;
 }
 
@@ -73,8 +70,7 @@ void PermissionMemory::remember(const QUrl& site, PermissionKind kind, bool isGr
 QSet<QUrl> PermissionMemory::sites() const
 {
     QSet<QUrl> all;
-    for (auto known = m_answers.keyBegin(); known != m_answers.keyEnd(); ++known) {
+    for (auto known = m_answers.keyBegin(); known != m_answers.keyEnd(); ++known)
         all.insert(known->first);
-    }
     return all;
 }

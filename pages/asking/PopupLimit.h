@@ -19,12 +19,10 @@ public:
             m_opened.clear();
             return true;
         }
-        while (!m_opened.empty() && now - m_opened.front() >= span) {
+        while (!m_opened.empty() && now - m_opened.front() >= span)
             m_opened.pop_front();
-        }
-        if (m_opened.size() >= mostWindows) {
+        if (m_opened.size() >= mostWindows)
             return false;
-        }
         m_opened.push_back(now);
         return true;
     }

@@ -44,9 +44,8 @@ void QuestionDialog::addButtons(const PageQuestion& question)
         QPushButton* const refuse =
             buttons->addButton(question.refuse, QDialogButtonBox::RejectRole);
         refuse->setObjectName(u"cmdRefuse"_s);
-        if (question.isRisky) {
+        if (question.isRisky)
             first = refuse;
-        }
     }
     first->setDefault(true);
     (m_input != nullptr ? static_cast<QWidget*>(m_input) : first)->setFocus();

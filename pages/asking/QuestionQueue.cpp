@@ -21,13 +21,11 @@ void QuestionQueue::goOn()
 
 void QuestionQueue::next()
 {
-    if (m_open > 0 || m_waiting.empty()) {
+    if (m_open > 0 || m_waiting.empty())
         return; // whoever asks now, goes on afterwards
-    }
     const Waiting first = m_waiting.front();
     m_waiting.pop_front();
     const Hold hold(*this);
-    if (first.owner) {
+    if (first.owner)
         first.ask();
-    }
 }

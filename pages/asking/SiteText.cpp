@@ -22,26 +22,23 @@ QString visible(const QString& text)
     const QList<uint> characters = text.toUcs4();
     for (const uint c : characters) {
         const QChar::Category category = QChar::category(c);
-        if (c == u'\r') {
+        if (c == u'\r')
             continue;
-        }
         if (c == u'\n' || category == QChar::Separator_Line ||
-            category == QChar::Separator_Paragraph) {
+            category == QChar::Separator_Paragraph)
             clean += u'\n';
-        } else if (QChar::isSpace(c)) {
+        else if (QChar::isSpace(c))
             clean += u' ';
-        } else if (!isInvisible(c)) {
+        else if (!isInvisible(c))
             clean += QChar::fromUcs4(c);
-        }
     }
     return clean;
 }
 
 QString cut(const QString& text, qsizetype most)
 {
-    if (text.size() <= most) {
+    if (text.size() <= most)
         return text;
-    }
     const qsizetype length = text.at(most - 1).isHighSurrogate() ? most - 1 : most;
     return text.left(length) + u'…';
 }
@@ -55,13 +52,11 @@ QString cleanText(const QString& text)
     QStringList kept;
     for (const QString& line : lines) {
         const bool isBlank = line.trimmed().isEmpty();
-        if (!isBlank || (!kept.isEmpty() && !kept.constLast().isEmpty())) {
+        if (!isBlank || (!kept.isEmpty() && !kept.constLast().isEmpty()))
             kept += isBlank ? QString() : line;
-        }
     }
-    if (kept.size() > mostLines) {
+    if (kept.size() > mostLines)
         kept = kept.first(mostLines) << u"…"_s;
-    }
     return cut(kept.join(u'\n').trimmed(), mostCharacters);
 }
 
@@ -72,18 +67,15 @@ QString cleanLine(const QString& text, qsizetype most)
 
 QString siteName(const QUrl& url)
 {
-    if (url.isLocalFile()) {
+    if (url.isLocalFile())
         return u"Eine Datei auf diesem Rechner"_s;
-    }
     QString host = url.host(QUrl::FullyEncoded);
-    if (host.isEmpty()) {
+    if (host.isEmpty())
         return u"Diese Seite"_s;
-    }
-    if (host.size() > longestHost) {
+    if (host.size() > longestHost)
         host = u'…' + host.last(longestHost);
-    } else if (host.contains(u':')) {
+    else if (host.contains(u':'))
         host = u'[' + host + u']';
-    }
     const QString port = url.port() < 0 ? QString() : u":%1"_s.arg(url.port());
     return cleanLine(url.scheme() + u"://"_s + host + port);
 }

@@ -38,20 +38,17 @@ QString lastName(const QString& suggested)
     const qsizetype folders =
         std::max(suggested.lastIndexOf(u'/'), suggested.lastIndexOf(u'\\')) + 1;
     const QStringView name = QStringView(suggested).mid(folders);
-    if (name.size() <= 2 * mostOfEither) {
+    if (name.size() <= 2 * mostOfEither)
         return name.toString();
-    }
     return name.first(mostOfEither).toString().append(name.last(mostOfEither));
 }
 
 QString visible(const QString& text)
 {
     QString kept;
-    for (const char32_t c : text.toUcs4()) {
-        if (!isInvisible(c)) {
+    for (const char32_t c : text.toUcs4())
+        if (!isInvisible(c))
             kept += QString::fromUcs4(&c, 1);
-        }
-    }
     return kept;
 }
 
@@ -70,9 +67,8 @@ QString fitted(const QString& name, const QString& number)
     const QString end = number + name.mid(start);
     const qsizetype room = longestName - end.toUtf8().size();
     QString stem = name.left(std::min(start, room)); // no character takes less than a byte
-    while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate())) {
+    while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate()))
         stem.chop(1);
-    }
     return stem + end;
 }
 
@@ -92,18 +88,16 @@ QString safeFileName(const QString& suggested)
         QRegularExpression::CaseInsensitiveOption);
     QString name = visible(lastName(suggested));
     name.replace(reserved, u"_"_s).remove(ends);
-    if (devices.match(name).hasMatch()) {
+    if (devices.match(name).hasMatch())
         name.prepend(u'_');
-    }
     return name.isEmpty() ? u"Download"_s : fitted(name, {});
 }
 
 QString freeFileName(const QString& name, const std::function<bool(const QString&)>& isTaken)
 {
     QString candidate = name;
-    for (int number = 2; isTaken(candidate); ++number) {
+    for (int number = 2; isTaken(candidate); ++number)
         candidate = fitted(name, u" (%1)"_s.arg(number));
-    }
     return candidate;
 }
 
@@ -120,9 +114,8 @@ bool runsWhenOpened(const QString& path)
                                    u"application/x-shellscript"_s, u"application/x-desktop"_s,
                                    u"application/x-ms-dos-executable"_s};
     const QFileInfo file(path);
-    if (suffixes.contains(file.suffix().toLower()) || (file.isFile() && file.isExecutable())) {
+    if (suffixes.contains(file.suffix().toLower()) || (file.isFile() && file.isExecutable()))
         return true;
-    }
     const QMimeType type = QMimeDatabase().mimeTypeForFile(file);
     return std::any_of(kinds.begin(), kinds.end(),
                        [&](const QString& kind) { return type.inherits(kind); });

@@ -20,11 +20,9 @@ DownloadPlace::DownloadPlace(Shell& shell, QWidget* owner, const DownloadTable& 
 QString DownloadPlace::folder() const
 {
     const QString first = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-    for (const QString& folder : {m_last, first}) {
-        if (!folder.isEmpty() && QFileInfo(folder).isDir()) {
+    for (const QString& folder : {m_last, first})
+        if (!folder.isEmpty() && QFileInfo(folder).isDir())
             return folder;
-        }
-    }
     return QDir::homePath();
 }
 
@@ -55,9 +53,8 @@ QString DownloadPlace::waitingPlace(const QString& name, const IsTaken& isTaken)
 {
     constexpr qsizetype enoughToKnowIt = 50;
     QString place = folder();
-    if (!QFileInfo(place).isWritable() && QDir().mkpath(m_spareFolder)) {
+    if (!QFileInfo(place).isWritable() && QDir().mkpath(m_spareFolder))
         place = m_spareFolder;
-    }
     return freeIn(place, safeFileName(name.left(enoughToKnowIt) + u".teil"_s), isTaken);
 }
 
@@ -66,9 +63,8 @@ QString DownloadPlace::ask(const QString& name)
     QString proposal = freeIn(folder(), name, std::bind_front(&DownloadPlace::isTarget, this));
     while (true) {
         QString path = m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
-        if (path.isEmpty()) {
+        if (path.isEmpty())
             return {};
-        }
         const QString problem = obstacle(path);
         if (problem.isEmpty()) {
             m_last = QFileInfo(path).absolutePath();

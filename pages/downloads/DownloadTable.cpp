@@ -22,9 +22,8 @@ QString sizeText(qint64 bytes)
     auto amount = static_cast<double>(std::max<qint64>(bytes, 0));
     std::size_t unit = 0;
     // What would be shown as 1000 belongs to the next unit already.
-    for (const double limit = 999.95; amount >= limit && unit + 1 < units.size(); ++unit) {
+    for (const double limit = 999.95; amount >= limit && unit + 1 < units.size(); ++unit)
         amount /= 1000;
-    }
     const QLocale german(QLocale::German);
     const QString number = german.toString(amount, 'f', unit == 0 ? 0 : 1);
     return number + u' ' + QLatin1StringView(units.at(unit));
@@ -32,9 +31,8 @@ QString sizeText(qint64 bytes)
 
 QString sizeText(const Download& download)
 {
-    if (!isOpen(download) && download.received == download.total) {
+    if (!isOpen(download) && download.received == download.total)
         return sizeText(download.received);
-    }
     return download.total > 0 ? u"%1 von %2"_s.arg(sizeText(download.received), //
                                                    sizeText(download.total))
                               : sizeText(download.received);
@@ -59,12 +57,10 @@ QString stateText(const Download& download)
 
 int percentDone(const Download& download)
 {
-    if (download.state == DownloadState::Completed) {
+    if (download.state == DownloadState::Completed)
         return 100;
-    }
-    if (download.total <= 0) {
+    if (download.total <= 0)
         return -1;
-    }
     return static_cast<int>(100.0 *
                             static_cast<double>(std::min(download.received, //
                                                          download.total)) /
@@ -176,16 +172,14 @@ bool DownloadTable::isTarget(const QString& path) const
 void DownloadTable::cancel(int row)
 {
     const Entry entry = m_entries.at(row); // its end may change the table
-    if (isOpen(entry.download) && entry.cancel) {
+    if (isOpen(entry.download) && entry.cancel)
         entry.cancel();
-    }
 }
 
 void DownloadTable::cancelAll()
 {
-    for (int row = 0; row < rowCount(); ++row) {
+    for (int row = 0; row < rowCount(); ++row)
         cancel(row);
-    }
 }
 
 int DownloadTable::rowCount(const QModelIndex& parent) const
@@ -200,21 +194,18 @@ int DownloadTable::columnCount(const QModelIndex& parent) const
 
 QVariant DownloadTable::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    }
     const Download& download = at(index.row());
     if (role == Qt::ToolTipRole) {
         return plainToolTip(index.column() == Name
                                 ? QDir::toNativeSeparators(download.path)
                                 : data(index, Qt::AccessibleTextRole).toString());
     }
-    if (role == Qt::AccessibleTextRole && index.column() == Progress) {
+    if (role == Qt::AccessibleTextRole && index.column() == Progress)
         return progressText(download);
-    }
-    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) {
+    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
         return {};
-    }
     switch (index.column()) {
     case Name:
         return QFileInfo(download.path).fileName();
@@ -229,9 +220,8 @@ QVariant DownloadTable::data(const QModelIndex& index, int role) const
 
 QVariant DownloadTable::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    }
     static const QStringList captions{u"Name"_s, u"Fortschritt"_s, u"Größe"_s, u"Zustand"_s};
     return captions.value(section);
 }

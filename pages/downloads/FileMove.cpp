@@ -33,9 +33,8 @@ bool copyContent(QFile& source, QFile& target, const std::atomic_bool& isCancell
     constexpr qint64 piece = 1 << 20;
     while (!source.atEnd() && !isCancelled) {
         const QByteArray bytes = source.read(piece);
-        if (bytes.isEmpty() || target.write(bytes) != bytes.size()) {
+        if (bytes.isEmpty() || target.write(bytes) != bytes.size())
             return false;
-        }
     }
     return true;
 }
@@ -47,15 +46,12 @@ FileMove renameFile(const QString& from, const QString& to, bool replaces)
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
     if (!replaces) {
-        if (::renameat2(AT_FDCWD, source, AT_FDCWD, target, RENAME_NOREPLACE) == 0) {
+        if (::renameat2(AT_FDCWD, source, AT_FDCWD, target, RENAME_NOREPLACE) == 0)
             return FileMove::Done;
-        }
-        if (errno != EINVAL) { // unless the file system cannot tell
+        if (errno != EINVAL) // unless the file system cannot tell
             return reason(errno);
-        }
-        if (QFile::exists(to)) {
+        if (QFile::exists(to))
             return FileMove::TargetExists;
-        }
     }
     return std::rename(source, target) == 0 ? FileMove::Done : reason(errno);
 }
@@ -65,18 +61,15 @@ FileMove copyFile(const QString& from, const QString& to, const std::atomic_bool
     QFile source(from);
     QFile target(to);
     if (!source.open(QIODevice::ReadOnly) ||
-        !target.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        !target.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return reason(errno);
-    }
     target.setPermissions(source.permissions());
     const bool isCopied = copyContent(source, target, isCancelled);
     const int error = errno;
     target.close();
-    if (isCopied && !isCancelled) {
+    if (isCopied && !isCancelled)
         return FileMove::Done;
-    }
-    if (QFileInfo(to).isFile()) {
+    if (QFileInfo(to).isFile())
         target.remove();
-    }
     return isCancelled ? FileMove::Cancelled : reason(error);
 }

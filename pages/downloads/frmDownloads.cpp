@@ -69,9 +69,8 @@ frmDownloads::frmDownloads(Shell& shell, QWidget* owner, DownloadTable& table, O
     setWindowIcon(shell.frameIcon());
     buildControls();
     connectControls();
-    if (table.rowCount() > 0) {
+    if (table.rowCount() > 0)
         m_list->selectRow(table.rowCount() - 1);
-    }
     updateButtons();
 }
 
@@ -87,9 +86,8 @@ void frmDownloads::buildControls()
                               u"Zeigt den Ordner, in dem die Datei liegt"_s);
     m_clear = makeButton(u"cmdClear"_s, u"&Liste leeren"_s,
                          u"Nimmt die beendeten Downloads aus der Liste; die Dateien bleiben"_s);
-    for (QPushButton* button : {m_cancel, m_openFile, m_showFolder}) {
+    for (QPushButton* button : {m_cancel, m_openFile, m_showFolder})
         buttons->addWidget(button);
-    }
     buttons->addStretch();
     buttons->addWidget(m_clear);
     auto* const layout = new QVBoxLayout(this);
@@ -139,9 +137,8 @@ void frmDownloads::connectControls()
     connect(m_showFolder, &QPushButton::clicked, this, &frmDownloads::showFolder);
     connect(m_clear, &QPushButton::clicked, &m_table, &DownloadTable::removeFinished);
     connect(m_list, &QTableView::doubleClicked, this, [this] {
-        if (m_openFile->isEnabled()) {
+        if (m_openFile->isEnabled())
             openFile();
-        }
     });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmDownloads::updateButtons);
@@ -154,18 +151,16 @@ void frmDownloads::connectControls()
 void frmDownloads::followNew(int row)
 {
     // Who is choosing here is not to have another download under the hand.
-    if (!isActiveWindow() || selected().isEmpty()) {
+    if (!isActiveWindow() || selected().isEmpty())
         m_list->selectRow(row);
-    }
     m_list->scrollToBottom();
     updateButtons();
 }
 
 void frmDownloads::showQuietly()
 {
-    if (isVisible()) {
+    if (isVisible())
         return;
-    }
     if (const QWidget* owner = parentWidget()) { // not over what is being read
         const QPoint corner = owner->frameGeometry().bottomRight();
         const QPoint origin = screen()->availableGeometry().topLeft();
@@ -181,9 +176,8 @@ QList<int> frmDownloads::selected() const
 {
     QList<int> rows;
     const QModelIndexList indexes = m_list->selectionModel()->selectedRows();
-    for (const QModelIndex& index : indexes) {
+    for (const QModelIndex& index : indexes)
         rows.append(index.row());
-    }
     std::sort(rows.begin(), rows.end());
     return rows;
 }
@@ -208,17 +202,15 @@ void frmDownloads::updateButtons()
 void frmDownloads::cancelSelected()
 {
     const QList<int> rows = selected();
-    for (const int row : rows) {
+    for (const int row : rows)
         m_table.cancel(row);
-    }
 }
 
 void frmDownloads::openFile()
 {
     const Download* const download = single();
-    if (download == nullptr) {
+    if (download == nullptr)
         return;
-    }
     const QString path = download->path;
     const QString name = QFileInfo(path).fileName();
     if (!QFileInfo::exists(path)) {
@@ -234,15 +226,13 @@ void frmDownloads::openFile()
 void frmDownloads::showFolder()
 {
     const Download* const download = single();
-    if (download == nullptr) {
+    if (download == nullptr)
         return;
-    }
     const QString folder = QFileInfo(download->path).absolutePath();
-    if (!QFileInfo(folder).isDir()) {
+    if (!QFileInfo(folder).isDir())
         complain(u"Der Ordner „%1“ ist nicht mehr da."_s.arg(folder));
-    } else if (!m_open(QUrl::fromLocalFile(folder))) {
+    else if (!m_open(QUrl::fromLocalFile(folder)))
         complain(u"Der Ordner „%1“ kann nicht angezeigt werden."_s.arg(folder));
-    }
 }
 
 void frmDownloads::complain(const QString& text)
@@ -253,11 +243,10 @@ void frmDownloads::complain(const QString& text)
 
 void frmDownloads::keyPressEvent(QKeyEvent* event)
 {
-    if (isEscapeKey(*event)) {
+    if (isEscapeKey(*event))
         close();
-    } else if (isEnterKey(*event) && m_list->hasFocus() && m_openFile->isEnabled()) {
+    else if (isEnterKey(*event) && m_list->hasFocus() && m_openFile->isEnabled())
         openFile();
-    } else {
+    else
         QDialog::keyPressEvent(event);
-    }
 }

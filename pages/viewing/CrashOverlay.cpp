@@ -58,9 +58,8 @@ void CrashOverlay::appear(const QString& reason)
     m_view->setFocusProxy(nullptr);
     show();
     raise();
-    if (hadFocus) {
+    if (hadFocus)
         m_reload->setFocus();
-    }
 }
 
 void CrashOverlay::vanish()
@@ -68,9 +67,8 @@ void CrashOverlay::vanish()
     const QWidget* const focus = window()->focusWidget();
     const bool hadFocus = focus == m_view || isAncestorOf(focus);
     hide();
-    if (hadFocus) {
+    if (hadFocus)
         m_view->setFocus();
-    }
 }
 
 /// In the page, or in what else lies over it.

@@ -21,9 +21,8 @@ bool markStoredWebData(const QString& folder)
 
 void removeMarkedWebData(const QString& folder)
 {
-    if (!QFile::exists(markIn(folder))) {
+    if (!QFile::exists(markIn(folder)))
         return;
-    }
     bool isGone = true;
     for (const auto& name : {u"Local Storage"_s, u"Session Storage"_s, u"IndexedDB"_s,
                              u"databases"_s, u"File System"_s, u"Service Worker"_s, u"WebStorage"_s,
@@ -31,7 +30,6 @@ void removeMarkedWebData(const QString& folder)
         QDir data(QDir(folder).filePath(name));
         isGone = (!data.exists() || data.removeRecursively()) && isGone;
     }
-    if (isGone) { // else it is tried again at the next start
+    if (isGone) // else it is tried again at the next start
         QFile::remove(markIn(folder));
-    }
 }

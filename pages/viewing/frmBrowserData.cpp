@@ -69,9 +69,8 @@ void frmBrowserData::setKeys()
     const auto escape = [this] { reject(); };
     const auto enter = [this] { m_delete->click(); }; // which is nothing while it is disabled
     const QList<QCheckBox*> all = checks();
-    for (QCheckBox* check : all) {
+    for (QCheckBox* check : all)
         keys->set(check, enter, escape);
-    }
     keys->set(m_delete, enter, escape);
     keys->set(m_quit, escape, escape);
 }

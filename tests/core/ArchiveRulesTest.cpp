@@ -97,10 +97,9 @@ private slots:
         QMimeData data;
         for (const auto& [format, bytes] : {std::pair{u"text/uri-list"_s, offered[0]},
                                             {u"text/plain"_s, offered[1]},
-                                            {u"text/html"_s, offered[2]}}) {
+                                            {u"text/html"_s, offered[2]}})
             if (!bytes.isNull())
                 data.setData(format, bytes);
-        }
         const DroppedAddress dropped = droppedAddress(data);
         QTEST(dropped.text.value_or(u"-"_s) + u' ' + dropped.files.join(u'|'), "address");
     }

@@ -142,9 +142,8 @@ private:
         QStringList all;
         for (int row = 0; row < table.rowCount(); ++row) {
             QStringList cells;
-            for (int column = 0; column < table.columnCount(); ++column) {
+            for (int column = 0; column < table.columnCount(); ++column)
                 cells << table.index(row, column).data().toString();
-            }
             all << cells.join(u'|');
         }
         return all;

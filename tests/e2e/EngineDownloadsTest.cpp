@@ -197,10 +197,9 @@ private:
     QStringList states() const
     {
         QStringList all;
-        if (const auto* const list = m_world->frame.findChild<QTableView*>(u"lstDownloads"_s)) {
+        if (const auto* const list = m_world->frame.findChild<QTableView*>(u"lstDownloads"_s))
             for (int row = 0; row < list->model()->rowCount(); ++row)
                 all << list->model()->index(row, DownloadTable::State).data().toString();
-        }
         return all;
     }
 

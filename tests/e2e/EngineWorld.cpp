@@ -126,9 +126,8 @@ void EngineTest::click(const EngineWindow* window, Qt::MouseButton button)
 
 int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run)
 {
-    if (geteuid() == 0) { // the engine's sandbox refuses to run there
+    if (geteuid() == 0) // the engine's sandbox refuses to run there
         qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    }
     // What the engine's threads write last comes after the profile is gone.
     const QTemporaryDir folder;
     qputenv("TMPDIR", folder.path().toUtf8());

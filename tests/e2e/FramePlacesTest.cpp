@@ -31,12 +31,11 @@ Sight sightOf(const QRect& frame)
     QSize pages;
     for (int y = 0; y < image.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             if (line[x] == qRgb(0, 0, 255))
                 pages = pages.expandedTo({x, y});
             else if (line[x] == area)
                 ++sight.grey;
-        }
     }
     sight.margin = image.size() - pages;
     return sight;

@@ -47,9 +47,8 @@ QString LoopbackServer::address(const QString& path, const QString& host) const
 
 void LoopbackServer::serve(QTcpSocket& socket)
 {
-    if (!socket.peek(65536).contains("\r\n\r\n")) {
+    if (!socket.peek(65536).contains("\r\n\r\n"))
         return; // the request's head is not whole yet
-    }
     const QByteArray request = socket.readAll();
     const QList<QByteArray> words = request.split(' ');
     const QString path = QString::fromLatin1(words.value(1)).section(u'?', 0, 0);
@@ -72,10 +71,8 @@ void LoopbackServer::send(QTcpSocket& socket, const Answer& answer)
                  "Content-Type: " + answer.type + "\r\nContent-Length: " +
                  QByteArray::number(answer.body.size()) + "\r\nConnection: close\r\n\r\n" +
                  answer.body.left(answer.sent < 0 ? answer.body.size() : answer.sent));
-    if (answer.waits) {
+    if (answer.waits)
         m_rests.append({&socket, answer.body.mid(answer.sent)});
-    }
-    if (answer.sent < 0 || answer.closes) {
+    if (answer.sent < 0 || answer.closes)
         socket.disconnectFromHost();
-    }
 }

@@ -12,10 +12,9 @@ QString firstWarning(const QByteArray& output)
     // Of the engine: its log, and what it says of its sandbox.
     static const QRegularExpression excused(u"^(\\[\\d+:|Sandboxing disabled|$)"_s);
     const QStringList lines = QString::fromUtf8(output).split(u'\n');
-    for (const QString& line : lines) {
+    for (const QString& line : lines)
         if (!excused.match(line).hasMatch())
             return line;
-    }
     return {};
 }
 } // namespace

@@ -20,10 +20,9 @@ int parentOf(int process)
 void killRenderers(qint64 program)
 {
     const QStringList processes = QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs);
-    for (const QString& name : processes) {
+    for (const QString& name : processes)
         if (parentOf(parentOf(name.toInt())) == program)
             ::kill(name.toInt(), SIGKILL);
-    }
 }
 
 } // namespace

@@ -76,10 +76,9 @@ private:
     QString enabled() const
     {
         QStringList names;
-        for (const auto& name : {u"cmdCancel"_s, u"cmdOpen"_s, u"cmdFolder"_s, u"cmdClear"_s}) {
+        for (const auto& name : {u"cmdCancel"_s, u"cmdOpen"_s, u"cmdFolder"_s, u"cmdClear"_s})
             if (find(name)->isEnabled())
                 names << name;
-        }
         return names.join(u' ');
     }
 

@@ -89,10 +89,9 @@ private:
     bool answer(Question question, const QList<Qt::Key>& keys)
     {
         whileOpen([&keys](QDialog& box) {
-            for (const Qt::Key key : keys) {
+            for (const Qt::Key key : keys)
                 if (box.isVisible()) // otherwise it has its answer already
                     QTest::keyClick(box.focusWidget(), key);
-            }
         });
         MessagePrompt prompt;
         return (prompt.*question)(nullptr, u"?"_s, u"Meldung"_s, Prompt::Icon::Question);
