@@ -142,14 +142,14 @@ void FrameCommands::showInternetOptions()
 void FrameCommands::showArchive()
 {
     if (!m_frame.bIsOpenBook())
-        m_archive = new frmBook(m_frame, &m_frame);
+        m_archive = new frmBook(m_frame, m_frame.History(), &m_frame);
     bringForward(m_archive);
 }
 
 void FrameCommands::showHistory()
 {
     if (!m_frame.bIsOpenHistory())
-        m_history = new frmHistory(m_frame, &m_frame);
+        m_history = new frmHistory(m_frame, m_frame.History(), &m_frame);
     bringForward(m_history);
 }
 

@@ -11,7 +11,6 @@
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
 #include "base/WindowGuards.h"
-#include "history/HistoryList.h"
 #include "launcher/DescriptorLimit.h"
 
 #include <QCloseEvent>

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "app/Arrangement.h"
-#include "base/Shell.h"
+#include "browser/BrowserFrame.h"
 #include "browser/frmBrowser.h"
+#include "history/HistoryList.h"
 
 #include <QList>
 #include <QMainWindow>
@@ -17,18 +18,19 @@ class StartModule;
 
 /// The main frame: a multiple-document frame that owns every browser window and
 /// the history of the run.
-class MDIForm1 : public QMainWindow, public Shell {
+class MDIForm1 : public QMainWindow, public BrowserFrame {
     Q_OBJECT
 public:
     /// `start` and `prompt` outlive the frame.
     MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts);
     ~MDIForm1() override;
 
-    // The public variables, in their order. Other windows reach them through Shell.
+    // The public variables, in their order. Other windows reach them through Shell and
+    // BrowserFrame.
 
     /// Every browser window created and not yet closed, under its number in decimal.
     const KeyedCollection<frmBrowser*>& Browser() const { return m_browser; }
-    const HistoryCollection& History() const override { return m_history; }
+    const HistoryCollection& History() const { return m_history; }
     qint16 newHeight() const { return m_newHeight; }
     void newHeight(qint16 value) { m_newHeight = value; }
     qint16 newWidth() const { return m_newWidth; }

@@ -38,7 +38,7 @@ double open(FakeShell& shell, std::unique_ptr<frmBook>& window)
 {
     window.reset();
     return measured([&] {
-        window = std::make_unique<frmBook>(shell, nullptr);
+        window = std::make_unique<frmBook>(shell, shell.history, nullptr);
         window->show();
         QApplication::processEvents();
     });

@@ -49,7 +49,7 @@ double openAndSort(FakeShell& shell, const QString& sortCommand)
 {
     std::unique_ptr<frmHistory> window;
     return measured([&] {
-        window = std::make_unique<frmHistory>(shell, nullptr);
+        window = std::make_unique<frmHistory>(shell, shell.history, nullptr);
         window->show();
         QApplication::processEvents();
         if (sortCommand.isEmpty())

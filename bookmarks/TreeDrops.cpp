@@ -1,7 +1,6 @@
 #include "bookmarks/TreeDrops.h"
 
 #include "base/DroppedAddress.h"
-#include "base/Shell.h"
 #include "bookmarks/DropRules.h"
 
 #include <QApplication>
@@ -37,8 +36,8 @@ Qt::DropAction keepingAction(const QDropEvent& event)
 }
 } // namespace
 
-TreeDrops::TreeDrops(QTreeView& view, const Shell& shell)
-    : QObject(&view), m_view(view), m_shell(shell)
+TreeDrops::TreeDrops(QTreeView& view, const HistoryCollection& history)
+    : QObject(&view), m_view(view), m_history(history)
 {
     view.setDragEnabled(false);
     view.viewport()->setAcceptDrops(true);
@@ -120,6 +119,6 @@ void TreeDrops::drop(const QDropEvent& event)
     const QModelIndex node = selectedNode(m_view);
     if (!node.isValid() || !takesDrop(node.data().toString()))
         return;
-    const auto dropped = droppedBookmark(droppedAddress(*event.mimeData()), m_shell.History());
+    const auto dropped = droppedBookmark(droppedAddress(*event.mimeData()), m_history);
     emit bookmarkDropped(dropped.title, dropped.url);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "history/HistoryList.h"
+
 #include <QBasicTimer>
 #include <QObject>
 #include <QPersistentModelIndex>
@@ -7,7 +9,6 @@
 
 class QDropEvent;
 class QTreeView;
-class Shell;
 
 /// Lets addresses, texts and files be dropped on a tree. While something is
 /// dragged over the tree, the node under the mouse becomes the selected one; the
@@ -18,7 +19,8 @@ class Shell;
 class TreeDrops : public QObject {
     Q_OBJECT
 public:
-    TreeDrops(QTreeView& view, const Shell& shell);
+    /// A drop that was visited gets its title from `history`, which outlives this.
+    TreeDrops(QTreeView& view, const HistoryCollection& history);
 
     /// The node that the last drag passed, even when it has left the tree since;
     /// none after a drop.
@@ -41,7 +43,7 @@ private:
     void drop(const QDropEvent& event);
 
     QTreeView& m_view;
-    const Shell& m_shell;
+    const HistoryCollection& m_history;
     QPersistentModelIndex m_highlight;
     QBasicTimer m_scrolling;
     QPoint m_position; ///< of the mouse in the viewport

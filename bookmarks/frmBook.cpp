@@ -19,8 +19,9 @@
 
 using namespace Qt::StringLiterals;
 
-frmBook::frmBook(Shell& shell, QWidget* owner)
-    : QMainWindow(owner, freeWindow), m_shell(shell), m_files(shell.programFolder())
+frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
+    : QMainWindow(owner, freeWindow), m_shell(shell), m_history(history),
+      m_files(shell.programFolder())
 {
     setObjectName(u"frmBook"_s);
     setAttribute(Qt::WA_DeleteOnClose);

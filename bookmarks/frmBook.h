@@ -3,6 +3,7 @@
 #include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ArchiveTree.h"
 #include "bookmarks/BookSelection.h"
+#include "history/HistoryList.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -25,7 +26,8 @@ class frmBook : public QMainWindow, public BookSelection {
     Q_OBJECT
 public:
     /// Loads the archive in the frame's program folder.
-    frmBook(Shell& shell, QWidget* owner);
+    /// `shell` and `history` outlive the window.
+    frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner);
     ~frmBook() override;
 
     // The look-ups and operations that other windows use. They may throw Error.
@@ -86,6 +88,7 @@ private:
     bool takeLabel();
 
     Shell& m_shell;
+    const HistoryCollection& m_history;
     ArchiveFiles m_files;
     ArchiveTree m_tree;
     QWidget* m_client = nullptr;

@@ -85,7 +85,7 @@ void frmBook::connectMouse()
     connect(mouse, &TreeMouse::folderMenuWanted, this,
             [this](const QPoint& pos) { run([this, pos] { m_menus->popUpWhole(pos); }); });
     connect(mouse, &TreeMouse::openWanted, this, [this] { run([this] { OpenBookmark(); }); });
-    const auto* drops = new TreeDrops(*m_view, m_shell);
+    const auto* drops = new TreeDrops(*m_view, m_history);
     connect(drops, &TreeDrops::bookmarkDropped, this,
             [this](const QString& title, const QString& address) {
                 run([this, &title, &address] { AddBkmToArchive(title, address, {}); });

@@ -2,9 +2,9 @@
 
 #include "base/Guarded.h"
 #include "base/Prefer.h"
-#include "base/Shell.h"
 #include "browser/AddressBar.h"
 #include "browser/BrowserFocus.h"
+#include "browser/BrowserFrame.h"
 #include "browser/BrowserLayout.h"
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
@@ -18,12 +18,12 @@
 
 using namespace Qt::StringLiterals;
 
-frmBrowser::frmBrowser(Shell& shell, const BrowserParts& parts)
-    : m_shell(shell), m_drives(parts.drives)
+frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts)
+    : m_frame(frame), m_drives(parts.drives)
 {
     setObjectName(u"frmBrowser"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(shell.childIcon());
+    setWindowIcon(frame.childIcon());
     buildControls(parts);
     connectControls();
     connectEngine();
@@ -78,9 +78,9 @@ void frmBrowser::connectEngine()
 {
     EngineControl* engine = m_engine.get();
     connect(engine, &EngineControl::StatusTextChange, this,
-            [this](const QString& text) { m_shell.statusText(text); });
+            [this](const QString& text) { m_frame.statusText(text); });
     connect(engine, &EngineControl::TitleChange, this,
-            [this] { ignoringErrors([this] { m_shell.SetDropDisabled(false); }); });
+            [this] { ignoringErrors([this] { m_frame.SetDropDisabled(false); }); });
     connect(engine, &EngineControl::BeforeNavigate2, this, &frmBrowser::StartBusy);
     connect(engine, &EngineControl::NewWindow2, this, &frmBrowser::newWindowRequested);
     connect(engine, &EngineControl::NavigateComplete2, this, &frmBrowser::navigateComplete);
@@ -112,7 +112,7 @@ void frmBrowser::showToolbar(bool shown)
 
 void frmBrowser::load()
 {
-    m_shell.bOpenNewWindow(false);
+    m_frame.bOpenNewWindow(false);
     ignoringErrors([this] { InitEngine(); });
     // An empty window waits for an address, any other one for its page.
     m_focus->settle(!StripQuotes(m_startingAddress).isEmpty());
@@ -156,7 +156,7 @@ void frmBrowser::StartBusy()
 
 void frmBrowser::clickButton(const QString& key)
 {
-    m_shell.bOpenNewWindow(false);
+    m_frame.bOpenNewWindow(false);
     if (key == "Back"_L1)
         navigationByButton([this] { m_engine->GoBack(); });
     else if (key == "Forward"_L1)
@@ -164,22 +164,22 @@ void frmBrowser::clickButton(const QString& key)
     else if (key == "Refresh"_L1)
         navigationByButton([this] { m_engine->Refresh(); });
     else if (key == "Home"_L1)
-        navigationByButton([this] { m_engine->Navigate(m_shell.preferences().HomeUrl()); });
+        navigationByButton([this] { m_engine->Navigate(m_frame.preferences().HomeUrl()); });
     else if (key == "Search"_L1)
-        navigationByButton([this] { m_engine->Navigate(m_shell.preferences().SearchEngine()); });
+        navigationByButton([this] { m_engine->Navigate(m_frame.preferences().SearchEngine()); });
     else if (key == "Stop"_L1)
         stopLoading();
 }
 
 void frmBrowser::refreshPastCache()
 {
-    m_shell.bOpenNewWindow(false);
+    m_frame.bOpenNewWindow(false);
     navigationByButton([this] { m_engine->RefreshPastCache(); });
 }
 
 void frmBrowser::navigationByButton(const std::function<void()>& step)
 {
-    m_shell.bOpenNewWindow(true);
+    m_frame.bOpenNewWindow(true);
     ignoringErrors(step);
 }
 
@@ -193,7 +193,7 @@ void frmBrowser::stopLoading()
 
 void frmBrowser::driveClicked(const QString& entry)
 {
-    m_shell.bOpenNewWindow(true);
+    m_frame.bOpenNewWindow(true);
     StartBusy();
     if (!m_engine->host()->isHidden())
         ignoringErrors([&] { m_engine->Navigate(entry.left(2)); });
@@ -235,14 +235,14 @@ std::optional<EngineDocument> frmBrowser::document() const
 
 void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
 {
-    if (m_shell.bOpenNewWindow()) {
+    if (m_frame.bOpenNewWindow()) {
         cancel = true;
-        m_shell.bOpenNewWindow(false);
+        m_frame.bOpenNewWindow(false);
         return;
     }
-    m_shell.bNewSize(true);
+    m_frame.bNewSize(true);
     frmBrowser* window = nullptr;
-    ignoringErrors([&] { window = m_shell.CreateBrowser(); });
+    ignoringErrors([&] { window = m_frame.CreateBrowser(); });
     if (window == nullptr)
         return;
     window->bNewWindow(true);
@@ -263,14 +263,14 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     ignoringErrors([&] { m_addressBar->visited(current, current); });
     const Visit visit = visitOf(frame, url, current, name);
     if (isKept(visit.address))
-        ignoringErrors([&] { m_shell.AddToHistory(visit.address, visit.title); });
+        ignoringErrors([&] { m_frame.AddToHistory(visit.address, visit.title); });
     m_updatingList = false;
     // A frame that a page adds or changes later: the next tick gives the caption back to
     // the page.
     if (!m_busy->isOn() && frameCaption != captionOf({own}, own, name))
         StartBusy();
     ignoringErrors([this] { layOut(); });
-    ignoringErrors([this] { m_shell.SetDropDisabled(false); });
+    ignoringErrors([this] { m_frame.SetDropDisabled(false); });
 }
 
 void frmBrowser::windowClosing(bool& cancel)
@@ -303,8 +303,8 @@ void frmBrowser::takeFocus()
 void frmBrowser::refreshToolTips()
 {
     m_toolbar->update();
-    m_toolbar->homeToolTip(m_shell.preferences().HomeUrl());
-    m_toolbar->searchToolTip(m_shell.preferences().SearchEngine());
+    m_toolbar->homeToolTip(m_frame.preferences().HomeUrl());
+    m_toolbar->searchToolTip(m_frame.preferences().SearchEngine());
 }
 
 void frmBrowser::focusAddress()
@@ -338,5 +338,5 @@ void frmBrowser::unload()
     m_unloaded = true;
     m_busy->stop();
     m_engine->disconnect(this);
-    m_shell.browserUnloaded(m_windowKey);
+    m_frame.browserUnloaded(m_windowKey);
 }

@@ -8,9 +8,9 @@
 
 class AddressBar;
 class BrowserFocus;
+class BrowserFrame;
 class BrowserToolbar;
 class BusyDisplay;
-class Shell;
 struct BrowserBars;
 
 /// What a browser window is made with.
@@ -26,8 +26,8 @@ struct BrowserParts {
 class frmBrowser : public QMdiSubWindow {
     Q_OBJECT
 public:
-    /// `shell` outlives the window.
-    frmBrowser(Shell& shell, const BrowserParts& parts);
+    /// `frame` outlives the window.
+    frmBrowser(BrowserFrame& frame, const BrowserParts& parts);
     ~frmBrowser() override;
 
     /// The address that the window opens when it loads; may be empty.
@@ -118,7 +118,7 @@ private:
     void endPlacing();
     void giveUpPlacing();
 
-    Shell& m_shell;
+    BrowserFrame& m_frame;
     std::function<QStringList()> m_drives;
     QString m_startingAddress;
     qint32 m_windowKey = 0;

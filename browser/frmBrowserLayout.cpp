@@ -1,9 +1,9 @@
 #include "browser/frmBrowser.h"
 
 #include "base/DialogKeys.h"
-#include "base/Shell.h"
 #include "base/Twips.h"
 #include "browser/AddressBar.h"
+#include "browser/BrowserFrame.h"
 #include "browser/BrowserLayout.h"
 #include "browser/BrowserToolbar.h"
 
@@ -88,7 +88,7 @@ void frmBrowser::beginPlacing(Placing placing)
     m_arrowKeys->installEventFilter(this);
     m_arrowKeys->show();
     m_arrowKeys->setFocus();
-    m_shell.statusText(
+    m_frame.statusText(
         placing == Placing::Move
             ? u"Verschieben mit den Pfeiltasten; Eingabetaste übernimmt, Esc verwirft"_s
             : u"Größe ändern mit den Pfeiltasten; Eingabetaste übernimmt, Esc verwirft"_s);
@@ -100,7 +100,7 @@ void frmBrowser::endPlacing()
         return;
     m_placing = Placing::None;
     m_arrowKeys->deleteLater();
-    m_shell.statusText({});
+    m_frame.statusText({});
 }
 
 void frmBrowser::giveUpPlacing()

@@ -69,7 +69,7 @@ void sortRows(RowOrder& order, const std::vector<HistoryRow>& rows, HistoryColum
     }
 }
 
-void HistoryTable::fill(const KeyedCollection<std::shared_ptr<HistoryItem>>& history)
+void HistoryTable::fill(const HistoryCollection& history)
 {
     beginResetModel();
     m_rows.clear();

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "base/KeyedCollection.h"
-#include "history/HistoryItem.h"
+#include "history/HistoryList.h"
 #include "history/TextOrder.h"
 
 #include <QAbstractTableModel>
 
-#include <memory>
 #include <vector>
 
 /// The columns of the history table.
@@ -39,7 +37,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     /// Takes the entries in their order.
-    void fill(const KeyedCollection<std::shared_ptr<HistoryItem>>& history);
+    void fill(const HistoryCollection& history);
     /// Indexes keep their places, with other contents.
     void sortBy(HistoryColumn column);
     /// The address in a row (from 0); empty when there is no such row.

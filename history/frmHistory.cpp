@@ -66,8 +66,8 @@ public:
 };
 } // namespace
 
-frmHistory::frmHistory(Shell& shell, QWidget* owner)
-    : QMainWindow(owner, freeWindow), m_shell(shell)
+frmHistory::frmHistory(Shell& shell, const HistoryCollection& history, QWidget* owner)
+    : QMainWindow(owner, freeWindow), m_shell(shell), m_history(history)
 {
     setObjectName(QStringLiteral("frmHistory"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -176,7 +176,7 @@ QSize frmHistory::firstSize() const
 
 void frmHistory::FillGrid()
 {
-    m_table.fill(m_shell.History());
+    m_table.fill(m_history);
     setWidths(freshWidths(toTwips(m_grid->width())));
     // The columns are measured while the grid still has its spare last row.
     if (m_table.rowCount() > 0)

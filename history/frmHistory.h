@@ -23,7 +23,8 @@ class Shell;
 class frmHistory : public QMainWindow {
     Q_OBJECT
 public:
-    frmHistory(Shell& shell, QWidget* owner);
+    /// `shell` and `history` outlive the window.
+    frmHistory(Shell& shell, const HistoryCollection& history, QWidget* owner);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -55,6 +56,7 @@ private:
     void contextMenuWanted(const QContextMenuEvent& event);
 
     Shell& m_shell;
+    const HistoryCollection& m_history;
     HistoryTable m_table;
     QWidget* m_client = nullptr;
     QTableView* m_grid = nullptr;

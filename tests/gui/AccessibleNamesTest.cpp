@@ -23,8 +23,8 @@ private slots:
         FakeShell shell;
         DownloadTable downloads;
         const frmEinstell preferences(shell, nullptr);
-        const frmHistory history(shell, nullptr);
-        const frmBook archive(shell, nullptr);
+        const frmHistory history(shell, shell.history, nullptr);
+        const frmBook archive(shell, shell.history, nullptr);
         const frmDownloads list(shell, nullptr, downloads, [](const QUrl&) { return true; });
         const frmBrowserData data(nullptr);
         const LogInDialog logIn({}, nullptr);

@@ -45,7 +45,7 @@ private slots:
                      qPrintable(QString::number(i)));
 
         addVisit(shell.history, u"http://a"_s, u"t"_s, QDate(2000, 1, 1).startOfDay(), 3);
-        frmHistory history(shell, nullptr);
+        frmHistory history(shell, shell.history, nullptr);
         history.resize(720, 300);
         const QTableView* grid = shownGrid(history);
         const QModelIndex date = grid->model()->index(0, 2);

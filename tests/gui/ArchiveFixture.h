@@ -34,7 +34,7 @@ struct ArchiveFixture {
 
     void open()
     {
-        window = new frmBook(shell, nullptr);
+        window = new frmBook(shell, shell.history, nullptr);
         new QAbstractItemModelTester(view().model(), window);
         window->show();
         QVERIFY(QTest::qWaitForWindowActive(window));

@@ -15,21 +15,11 @@ public:
     FakeShell() { pref.LoadPref(); }
 
     void VisitUrl(const QString& url) override { visited.append(url); }
-    void AddToHistory(const QString& url, const QString& title) override
-    {
-        addVisit(history, url, title, QDateTime::currentDateTime(), pref.HistoryRows());
-    }
-    frmBrowser* CreateBrowser() override { return nullptr; }
-    void browserUnloaded(qint32 /*number*/) override {}
-    const HistoryCollection& History() const override { return history; }
     const QString& HistoryUrl() const override { return historyUrl; }
     void HistoryUrl(const QString& url) override { historyUrl = url; }
-    void bNewSize(bool /*value*/) override {}
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
     void StatusBarCurr(bool value) override { statusBarCurr = value; }
-    bool bOpenNewWindow() const override { return false; }
-    void bOpenNewWindow(bool /*value*/) override {}
     void SetDropDisabled(bool disable) override { dropSwitch.append(disable); }
     void statusText(const QString& /*text*/) override {}
     Prefer& preferences() override { return pref; }
@@ -37,7 +27,6 @@ public:
     const QString& programFolder() const override { return m_programFolder; }
     const QString& title() const override { return m_title; }
     QIcon frameIcon() const override { return {}; }
-    QIcon childIcon() const override { return {}; }
 
     QStringList visited;
     HistoryCollection history;

@@ -22,7 +22,7 @@ private slots:
                                            {u"http://a"_s, QDate(2000, 2, 15)},
                                            {u"http://c"_s, QDate(2000, 3, 1)}})
                 addVisit(shell.history, url, u"t"_s, day.startOfDay(), 3);
-            const QPointer<frmHistory> window = new frmHistory(shell, nullptr);
+            const QPointer<frmHistory> window = new frmHistory(shell, shell.history, nullptr);
             show(*window);
             auto* grid = find<QTableView>(u"Grid"_s);
             const auto first = [grid] { return grid->model()->index(0, 0).data().toString(); };
