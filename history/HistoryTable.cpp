@@ -3,31 +3,43 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <cmath>
+#include <functional>
 #include <numeric>
 #include <utility>
 
 namespace {
 constexpr int columns = 3;
 
-void sortByDate(RowOrder& order, const std::vector<HistoryRow>& rows)
+/// The nearest whole number, halves to even.
+int nearest(double value)
 {
-    std::vector<std::pair<qint64, std::size_t>> entries;
-    entries.reserve(order.size());
-    for (const std::size_t row : order)
-        entries.emplace_back(rows[row].date, row);
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
-    std::transform(entries.begin(), entries.end(), order.begin(),
-                   [](const auto& entry) { return entry.second; });
+    return static_cast<int>(std::nearbyint(value));
 }
 
-std::vector<QStringView> texts(const std::vector<HistoryRow>& rows, QString HistoryRow::*text)
+/// Letter case does not count. Each UTF-16 unit stands for itself, so that the texts
+/// keep the order of their character codes.
+QString foldedCase(QString text)
 {
-    std::vector<QStringView> result;
-    result.reserve(rows.size());
-    for (const HistoryRow& row : rows)
-        result.emplace_back(row.*text);
-    return result;
+    for (QChar& unit : text)
+        unit = unit.toCaseFolded();
+    return text;
+}
+
+/// The positions in `order` by the keys of their rows; rows of equal keys keep their
+/// order. Each key is made once and not for each comparison.
+template <typename KeyOf, typename IsBefore>
+void sortByKey(std::vector<std::size_t>& order, KeyOf keyOf, IsBefore isBefore)
+{
+    std::vector<std::pair<decltype(keyOf(std::size_t{})), std::size_t>> entries;
+    entries.reserve(order.size());
+    for (const std::size_t row : order)
+        entries.emplace_back(keyOf(row), row);
+    std::stable_sort(entries.begin(), entries.end(), [&isBefore](const auto& a, const auto& b) {
+        return isBefore(a.first, b.first);
+    });
+    std::transform(entries.begin(), entries.end(), order.begin(),
+                   [](const auto& entry) { return entry.second; });
 }
 } // namespace
 
@@ -54,19 +66,19 @@ QString dateText(qint64 digits)
     return text;
 }
 
-void sortRows(RowOrder& order, const std::vector<HistoryRow>& rows, HistoryColumn column)
+HistoryWidths freshWidths(int gridWidth)
 {
-    switch (column) {
-    case HistoryColumn::Address:
-        sortByText(order, texts(rows, &HistoryRow::address), Qt::CaseInsensitive);
-        break;
-    case HistoryColumn::Title:
-        sortByText(order, texts(rows, &HistoryRow::title), Qt::CaseSensitive);
-        break;
-    case HistoryColumn::Date:
-        sortByDate(order, rows);
-        break;
-    }
+    const int wide = nearest(gridWidth * 3.5 / 9);
+    return {wide, wide, nearest(gridWidth * 2.0 / 9)};
+}
+
+HistoryWidths fittedWidths(int clientWidth, int clientHeight, int rowHeight, int rows)
+{
+    const long long allRows = static_cast<long long>(rowHeight) * rows;
+    const int reserve = clientHeight < allRows ? 350 : 100;
+    const int width = clientWidth - reserve;
+    const int wide = nearest(width / 2.5);
+    return {wide, wide, width - 2 * wide};
 }
 
 void HistoryTable::fill(const HistoryCollection& history)
@@ -81,7 +93,7 @@ void HistoryTable::fill(const HistoryCollection& history)
     endResetModel();
 }
 
-const HistoryRow& HistoryTable::at(int row) const
+const HistoryTable::Row& HistoryTable::at(int row) const
 {
     return m_rows[m_order[static_cast<std::size_t>(row)]];
 }
@@ -92,7 +104,22 @@ void HistoryTable::sortBy(HistoryColumn column)
         return;
     // The texts move between the cells and not the rows with their selection:
     // for the views just the contents are new.
-    sortRows(m_order, m_rows, column);
+    switch (column) {
+    case HistoryColumn::Address:
+        sortByKey(
+            m_order, [this](std::size_t row) { return foldedCase(m_rows[row].address); },
+            std::less());
+        break;
+    case HistoryColumn::Title:
+        sortByKey(
+            m_order, [this](std::size_t row) { return QStringView(m_rows[row].title); },
+            std::less());
+        break;
+    case HistoryColumn::Date:
+        sortByKey(
+            m_order, [this](std::size_t row) { return m_rows[row].date; }, std::greater());
+        break;
+    }
     emit dataChanged(index(0, 0), index(rowCount() - 1, columns - 1));
 }
 
@@ -119,7 +146,7 @@ QVariant HistoryTable::data(const QModelIndex& index, int role) const
         return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignTop));
     if (role != Qt::DisplayRole)
         return {};
-    const HistoryRow& row = at(index.row());
+    const Row& row = at(index.row());
     switch (static_cast<HistoryColumn>(index.column())) {
     case HistoryColumn::Address:
         return row.address;

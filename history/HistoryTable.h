@@ -1,33 +1,29 @@
 #pragma once
 
 #include "history/HistoryList.h"
-#include "history/TextOrder.h"
 
 #include <QAbstractTableModel>
 
+#include <array>
 #include <vector>
 
 /// The columns of the history table.
 enum class HistoryColumn { Address, Title, Date };
 
-/// A row of the history table, without a link to the entry.
-struct HistoryRow {
-    QString address;
-    QString title;
-    /// The digits of the date as it is shown, read as one number:
-    /// DDMMYYYYhhmmss. It orders rows just as the shown texts do.
-    qint64 date = 0;
-};
+/// The widths of the three columns in twips.
+using HistoryWidths = std::array<int, 3>;
 
+/// The widths that a fresh grid of this width, in twips, starts with.
+HistoryWidths freshWidths(int gridWidth);
+/// The widths that leave room for the scroll bar, which shows when the rows are higher
+/// than the client area. All sizes are in twips; `rows` counts the header too.
+HistoryWidths fittedWidths(int clientWidth, int clientHeight, int rowHeight, int rows);
+
+/// The digits of a date as it is shown, read as one number: DDMMYYYYhhmmss. These
+/// numbers have the order of the shown texts.
 qint64 dateDigits(const QDateTime& when);
 /// "DD.MM.YYYY - hh:mm:ss", 24 hours.
 QString dateText(qint64 digits);
-
-/// Sorts the positions in `order` by the texts that one column of `rows` has
-/// there; equal rows keep their order. Addresses ascend without regard to case,
-/// titles ascend by character code, dates descend as the texts they are (so the
-/// day of the month comes first).
-void sortRows(RowOrder& order, const std::vector<HistoryRow>& rows, HistoryColumn column);
 
 /// A snapshot of the history as a table: it does not follow later visits. Its
 /// rows can be dragged: the address as plain text, copied.
@@ -38,7 +34,9 @@ public:
 
     /// Takes the entries in their order.
     void fill(const HistoryCollection& history);
-    /// Indexes keep their places, with other contents.
+    /// Addresses ascend without regard to case, titles ascend by character code, dates
+    /// descend as the texts they are, so that the day of the month comes first. Rows
+    /// that are equal keep their order. Indexes keep their places, with other contents.
     void sortBy(HistoryColumn column);
     /// The address in a row (from 0); empty when there is no such row.
     QString address(int row) const;
@@ -54,8 +52,14 @@ public:
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
 
 private:
-    const HistoryRow& at(int row) const;
+    struct Row {
+        QString address;
+        QString title;
+        qint64 date = 0; ///< see `dateDigits`
+    };
 
-    std::vector<HistoryRow> m_rows; ///< in the order of the history
-    RowOrder m_order;               ///< of the rows as shown
+    const Row& at(int row) const;
+
+    std::vector<Row> m_rows;          ///< in the order of the history
+    std::vector<std::size_t> m_order; ///< the places in `m_rows` of the rows as shown
 };

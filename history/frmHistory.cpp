@@ -25,6 +25,17 @@
 #include <algorithm>
 
 namespace {
+/// The least size of the window, in pixels: 2500 x 1590 twips, rounded up.
+constexpr QSize leastSize(167, 106);
+
+/// Whether a press in the grid, in any one unit, counts as one on the header. The
+/// borders themselves do.
+bool hitsHeader(QPoint place, int headerHeight, int columnsWidth)
+{
+    return place.y() <= headerHeight && place.x() <= columnsWidth;
+}
+
+/// Shows each cell on one line.
 class OneLineDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -34,8 +45,8 @@ public:
         return oneLineText(value.toString());
     }
 
-    /// A date without its end tells nothing, and its column has a fixed share of the
-    /// width: large letters are made small enough for it.
+    /// A date that is cut at its end is of no use, and its column has a fixed share of
+    /// the width. So a large font is made small enough for the whole date.
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
@@ -52,7 +63,7 @@ public:
         option->fontMetrics = QFontMetrics(option->font);
     }
 
-    /// Tells what a column is too narrow for.
+    /// Shows the whole text of a cell that is too narrow for it as a tool tip.
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override
     {
@@ -75,7 +86,7 @@ frmHistory::frmHistory(Shell& shell, const HistoryCollection& history, QWidget* 
     setWindowIcon(shell.frameIcon());
     buildControls();
     buildMenus();
-    setMinimumSize(leastHistoryWidth, leastHistoryHeight);
+    setMinimumSize(leastSize);
     resize(firstSize());
     ignoringErrors([this] { FillGrid(); });
     m_client->installEventFilter(this);
@@ -119,8 +130,8 @@ void frmHistory::buildGrid()
     header->setMinimumSectionSize(1);
 
     // The header is a row like the others, all of the same height.
-    constexpr int air = 4;
-    const int rowHeight = QFontMetrics(bold).height() + air;
+    constexpr int spacing = 4;
+    const int rowHeight = QFontMetrics(bold).height() + spacing;
     header->setFixedHeight(rowHeight);
     QHeaderView* rows = m_grid->verticalHeader();
     rows->hide();
@@ -163,12 +174,12 @@ void frmHistory::buildMenus()
 QSize frmHistory::firstSize() const
 {
     // Wide enough for a whole date in its fifth of the width.
-    constexpr int air = 12;
+    constexpr int cellMargins = 12;
     constexpr int scrollBar = 24;
     constexpr int rows = 20;
     const int date =
         m_grid->fontMetrics().horizontalAdvance(QStringLiteral("00.00.0000 - 00:00:00"));
-    const QSize wanted(5 * (date + air) + scrollBar,
+    const QSize wanted(5 * (date + cellMargins) + scrollBar,
                        rows * m_grid->verticalHeader()->defaultSectionSize() +
                            menuBar()->sizeHint().height());
     return wanted.boundedTo(screen()->availableSize() * 9 / 10);
@@ -178,7 +189,8 @@ void frmHistory::FillGrid()
 {
     m_table.fill(m_history);
     setWidths(freshWidths(toTwips(m_grid->width())));
-    // The columns are measured while the grid still has its spare last row.
+    // The first widths count one more row, as if the grid still had the empty last row
+    // behind which it is filled.
     if (m_table.rowCount() > 0)
         SizeColumns(1);
     sortBy(HistoryColumn::Date);
@@ -206,7 +218,7 @@ void frmHistory::setWidths(const HistoryWidths& twips)
 
 void frmHistory::sortBy(HistoryColumn column)
 {
-    // The header becomes the current row: no data row is selected any more.
+    // A sort makes the header the current row, so no row of the data stays selected.
     m_grid->selectionModel()->clear();
     m_table.sortBy(column);
 }
@@ -257,7 +269,7 @@ bool frmHistory::mousePressed(const QMouseEvent& event, QPoint inGrid)
     }
     const QHeaderView* header = m_grid->horizontalHeader();
     const int width = header->length();
-    m_headerClick = hitsHeader(inGrid.x(), inGrid.y(), header->height(), width);
+    m_headerClick = hitsHeader(inGrid, header->height(), width);
     if (!m_headerClick)
         return false;
     // The right border counts as the last column.
@@ -292,8 +304,9 @@ bool frmHistory::rowReached(const QKeyEvent& event)
 {
     const int last = m_table.rowCount() - 1;
     const bool isToEnd = event.key() == Qt::Key_End;
-    // The toolkit goes through the columns with these, which nobody sees, and after a sort,
-    // with the header current, from the first row with the others.
+    // Qt moves through the columns on Home and End, but the current column cannot be seen
+    // here. After a sort nothing is selected, and Qt would take Down and Page Down as
+    // moves from the first row, not from the header.
     const bool isFromHeader =
         currentRow() < 0 && (event.key() == Qt::Key_Down || event.key() == Qt::Key_PageDown);
     if (last < 0 || (!isToEnd && !isFromHeader && event.key() != Qt::Key_Home))
@@ -304,7 +317,7 @@ bool frmHistory::rowReached(const QKeyEvent& event)
 
 void frmHistory::contextMenuWanted(const QContextMenuEvent& event)
 {
-    // The mouse has opened it with its press already.
+    // With the mouse the menu has opened already, at the press.
     if (event.reason() != QContextMenuEvent::Keyboard)
         return;
     const QRect row = m_grid->visualRect(m_grid->currentIndex());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "history/HistoryColumns.h"
 #include "history/HistoryTable.h"
 
 #include <QMainWindow>
@@ -42,7 +41,7 @@ private:
 
     void FillGrid();
     void SizeGrid();
-    /// `spareRows` counts rows that the table does not have (any more).
+    /// `spareRows` counts rows as if the table had that many more.
     void SizeColumns(int spareRows = 0);
     void setWidths(const HistoryWidths& twips);
     void sortBy(HistoryColumn column);

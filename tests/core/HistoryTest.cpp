@@ -1,14 +1,8 @@
-#include "history/HistoryColumns.h"
-#include "history/HistoryList.h"
 #include "history/HistoryTable.h"
 #include "tests/TestCase.h"
 
 #include <QAbstractItemModelTester>
 #include <QMimeData>
-
-#include <algorithm>
-#include <numeric>
-#include <random>
 
 using namespace Qt::StringLiterals;
 
@@ -82,30 +76,6 @@ private slots:
         QCOMPARE(sorted(static_cast<HistoryColumn>(1)), u"BZaä"_s); // by code
         table.fill(history);
         QCOMPARE(sorted(HistoryColumn::Date), u"ZaäB"_s); // as text, descending
-    }
-
-    /// Against the plain way: long common beginnings, characters of every length,
-    /// many equal texts.
-    void sortsAnyTexts()
-    {
-        std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts every time
-        const QString letters = u"aAbB\u00e4\u00c4\u0416\u4e2d\uffee"_s + QChar(0xD83D);
-        std::vector<QString> texts(3000);
-        for (QString& text : texts) {
-            text.fill(u'x', static_cast<qsizetype>(random() % 40));
-            for (auto length = random() % 12; length > 0; --length)
-                text += letters[static_cast<qsizetype>(random()) % letters.size()];
-        }
-        for (const auto sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
-            RowOrder order(texts.size());
-            std::iota(order.rbegin(), order.rend(), std::size_t{0});
-            RowOrder plain = order;
-            sortByText(order, {texts.begin(), texts.end()}, sensitivity);
-            std::stable_sort(plain.begin(), plain.end(), [&](std::size_t a, std::size_t b) {
-                return texts[a].compare(texts[b], sensitivity) < 0;
-            });
-            QVERIFY(order == plain);
-        }
     }
 
 private:

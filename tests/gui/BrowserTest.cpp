@@ -1,7 +1,7 @@
 #include "tests/gui/FrameFixture.h"
 
 #include "browser/frmBrowser.h"
-#include "history/HistoryItem.h"
+#include "history/HistoryList.h"
 #include "pages/viewing/PageMenu.h"
 
 #include <QComboBox>
