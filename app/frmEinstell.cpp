@@ -1,11 +1,11 @@
 #include "app/frmEinstell.h"
 
 #include "base/DialogKeys.h"
-#include "base/FormParts.h"
 #include "base/Guarded.h"
 #include "base/Prefer.h"
 #include "base/Shell.h"
 #include "base/WholeNumber.h"
+#include "base/WindowParts.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "base/ElidedLabel.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 ElidedLabel::ElidedLabel(const QString& name, QWidget* parent) : QLabel(parent)
 {

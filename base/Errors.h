@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 #include <QByteArray>
 #include <QString>

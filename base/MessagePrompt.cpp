@@ -1,6 +1,6 @@
 #include "base/MessagePrompt.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 #include <QFileDialog>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "base/PlainToolTip.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 using namespace Qt::StringLiterals;
 

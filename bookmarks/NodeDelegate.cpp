@@ -1,6 +1,6 @@
 #include "bookmarks/NodeDelegate.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 #include "bookmarks/ArchiveTree.h"
 
 #include <QLineEdit>

@@ -1,9 +1,9 @@
 #include "bookmarks/frmBMProperty.h"
 
 #include "base/DialogKeys.h"
-#include "base/FormParts.h"
 #include "base/Guarded.h"
 #include "base/Prompt.h"
+#include "base/WindowParts.h"
 #include "bookmarks/BookSelection.h"
 #include "bookmarks/Thema.h"
 

@@ -1,6 +1,6 @@
 #include "browser/PageTexts.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 #include <QUrl>
 

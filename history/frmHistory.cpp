@@ -3,9 +3,9 @@
 #include "base/DialogKeys.h"
 #include "base/FreeWindow.h"
 #include "base/Guarded.h"
-#include "base/OneLineText.h"
 #include "base/PlainToolTip.h"
 #include "base/Shell.h"
+#include "base/ShownText.h"
 #include "base/Twips.h"
 
 #include <QApplication>

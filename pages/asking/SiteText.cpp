@@ -1,6 +1,6 @@
 #include "pages/asking/SiteText.h"
 
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 #include <QList>
 #include <QUrl>

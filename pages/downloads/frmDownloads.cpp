@@ -1,10 +1,10 @@
 #include "pages/downloads/frmDownloads.h"
 
 #include "base/DialogKeys.h"
-#include "base/FormParts.h"
 #include "base/FreeWindow.h"
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
+#include "base/WindowParts.h"
 #include "pages/downloads/DownloadNames.h"
 
 #include <QApplication>

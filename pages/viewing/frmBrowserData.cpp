@@ -1,7 +1,7 @@
 #include "pages/viewing/frmBrowserData.h"
 
 #include "base/DialogKeys.h"
-#include "base/FormParts.h"
+#include "base/WindowParts.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

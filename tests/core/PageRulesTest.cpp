@@ -1,4 +1,4 @@
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 #include "browser/PageTexts.h"
 #include "pages/asking/DesktopSchemes.h"
 #include "pages/asking/DialogSilence.h"

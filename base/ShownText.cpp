@@ -1,4 +1,4 @@
-#include "base/OneLineText.h"
+#include "base/ShownText.h"
 
 #include <QList>
 

@@ -1,4 +1,4 @@
-#include "base/FormParts.h"
+#include "base/WindowParts.h"
 
 #include <QGridLayout>
 #include <QLabel>

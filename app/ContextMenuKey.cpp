@@ -1,4 +1,4 @@
-#include "base/ContextMenuKey.h"
+#include "app/ContextMenuKey.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
