@@ -1,6 +1,6 @@
 #include "app/DarkTitles.h"
 
-#include "base/DarkPalette.h"
+#include "base/WindowParts.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -2,9 +2,12 @@
 
 #include <QList>
 
+using namespace Qt::StringLiterals;
+
 bool isInvisible(char32_t character)
 {
-    // Beyond the format marks the whole block is ignored by whatever draws text.
+    // Unicode reserves this block for characters that are ignored when drawn, even those
+    // that have no category yet.
     constexpr char32_t firstTag = 0xE0000;
     constexpr char32_t lastTag = 0xE0FFF;
     const QChar::Category category = QChar::category(character);
@@ -33,4 +36,16 @@ QString oneLineText(const QString& text)
         else if (!isInvisible(c))
             line += QChar::fromUcs4(c);
     return line;
+}
+
+QString plainToolTip(const QString& text)
+{
+    constexpr qsizetype visibleAtMost = 500;
+    constexpr qsizetype perLine = 80;
+    QString shown = oneLineText(text.left(visibleAtMost));
+    if (text.size() > visibleAtMost)
+        shown += u'…';
+    for (qsizetype i = perLine; i < shown.size(); i += perLine + 1)
+        shown.insert(shown.at(i).isLowSurrogate() ? i + 1 : i, u'\n');
+    return u"<p style='white-space:pre'>%1</p>"_s.arg(shown.toHtmlEscaped());
 }

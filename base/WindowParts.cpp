@@ -2,7 +2,14 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPalette>
 #include <QPushButton>
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
 
 QPushButton* makeButton(const QString& name, const QString& caption, const QString& toolTip)
 {

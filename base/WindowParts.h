@@ -4,12 +4,22 @@
 #include <Qt>
 
 class QGridLayout;
+class QPalette;
 class QPushButton;
 class QWidget;
 
-/// A button that only a click presses: Enter is the key table's business.
+/// The flags of a free window that its owner does not cover, so that one can drag
+/// between the two. To window managers only a dialog is one of these.
+constexpr Qt::WindowFlags freeWindow = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                       Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
+
+/// Whether the desktop's colours are light on dark.
+bool isDark(const QPalette& palette);
+
+/// A button that Enter does not press by itself: what Enter does in a dialog is said to
+/// its `DialogKeys`.
 QPushButton* makeButton(const QString& name, const QString& caption, const QString& toolTip = {});
 
-/// Puts the caption of a control into the first column of a row.
+/// Puts the caption of the control `buddy` into the first column of a row.
 void addLabel(QGridLayout& grid, int row, const QString& name, const QString& caption,
               QWidget* buddy, Qt::Alignment alignment = {});

@@ -1,11 +1,11 @@
 #include "bookmarks/frmBook.h"
 
 #include "base/ElidedLabel.h"
-#include "base/FreeWindow.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
 #include "base/Twips.h"
 #include "base/WindowGuards.h"
+#include "base/WindowParts.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/BookCommands.h"
 #include "bookmarks/BookMenus.h"

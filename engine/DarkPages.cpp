@@ -1,9 +1,10 @@
 #include "engine/DarkPages.h"
 
-#include "base/DarkPalette.h"
+#include "base/WindowParts.h"
 #include "engine/EngineFlags.h"
 
 #include <QGuiApplication>
+#include <QPalette>
 
 void announceDarkDesktop()
 {

@@ -1,12 +1,11 @@
 #include "history/frmHistory.h"
 
 #include "base/DialogKeys.h"
-#include "base/FreeWindow.h"
 #include "base/Guarded.h"
-#include "base/PlainToolTip.h"
 #include "base/Shell.h"
 #include "base/ShownText.h"
 #include "base/Twips.h"
+#include "base/WindowParts.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

@@ -1,7 +1,6 @@
 #include "engine/viewing/PagePrinter.h"
 
 #include "base/Prompt.h"
-#include "base/StaysOnScreen.h"
 #include "engine/asking/AskingPage.h"
 #include "engine/downloads/DownloadFailures.h"
 #include "engine/page/WebEnginePage.h"
@@ -18,10 +17,13 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QTimer>
 #include <QWebEngineView>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -53,6 +55,42 @@ QString notPrinted()
 {
     return u"Die Seite konnte nicht gedruckt werden."_s;
 }
+
+/// Moves a window back onto its screen when it has grown over the lower or the right edge,
+/// as long as its upper left corner stays there. Belongs to the window.
+class StaysOnScreen : public QObject {
+public:
+    explicit StaysOnScreen(QWidget* window) : QObject(window), m_window(window)
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        // The window manager has not answered yet: the frame has its size only later.
+        if (event->type() == QEvent::Resize)
+            QMetaObject::invokeMethod(
+                this, [this] { moveBack(); }, Qt::QueuedConnection);
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void moveBack()
+    {
+        if (!m_window->isVisible())
+            return;
+        const QRect screen = m_window->screen()->availableGeometry();
+        const QRect frame = m_window->frameGeometry();
+        const int over = std::max(frame.right() - screen.right(), 0);
+        const int under = std::max(frame.bottom() - screen.bottom(), 0);
+        const QPoint corner(std::max(frame.left() - over, screen.left()),
+                            std::max(frame.top() - under, screen.top()));
+        if (over > 0 || under > 0)
+            m_window->move(corner);
+    }
+
+    QWidget* m_window;
+};
 
 } // namespace
 

@@ -1,6 +1,6 @@
 #include "pages/downloads/DownloadTable.h"
 
-#include "base/PlainToolTip.h"
+#include "base/ShownText.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,6 @@
 #include "pages/downloads/frmDownloads.h"
 
 #include "base/DialogKeys.h"
-#include "base/FreeWindow.h"
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"
 #include "base/WindowParts.h"
