@@ -5,7 +5,7 @@
 #include "bench/BenchArchive.h"
 #include "bench/Report.h"
 #include "bookmarks/Book.h"
-#include "bookmarks/ExportNetscape.h"
+#include "bookmarks/ExportFormats.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "base/Errors.h"
 #include "base/SafeFile.h"
-#include "bookmarks/DefaultArchive.h"
+#include "bookmarks/UnlistedFiles.h"
 
 #include <algorithm>
 

@@ -6,9 +6,9 @@
 #include "base/Twips.h"
 #include "base/WindowGuards.h"
 #include "base/WindowParts.h"
+#include "bookmarks/ArchiveEditor.h"
+#include "bookmarks/ArchiveMenus.h"
 #include "bookmarks/ArchiveView.h"
-#include "bookmarks/BookCommands.h"
-#include "bookmarks/BookMenus.h"
 #include "bookmarks/NodeKeys.h"
 #include "bookmarks/frmBMProperty.h"
 

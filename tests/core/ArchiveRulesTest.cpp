@@ -1,5 +1,5 @@
 #include "base/DroppedAddress.h"
-#include "bookmarks/DropRules.h"
+#include "bookmarks/DroppedBookmark.h"
 #include "bookmarks/FolderNames.h"
 #include "tests/TestCase.h"
 

@@ -1,9 +1,9 @@
 #include "SampleArchive.h"
 #include "base/SafeFile.h"
-#include "bookmarks/DefaultArchive.h"
+#include "bookmarks/ExportFormats.h"
 #include "bookmarks/ExportHtml.h"
-#include "bookmarks/ExportNetscape.h"
 #include "bookmarks/ExportText.h"
+#include "bookmarks/UnlistedFiles.h"
 
 #include <QDir>
 #include <QTimeZone>

@@ -1,4 +1,4 @@
-#include "bookmarks/BookMenus.h"
+#include "bookmarks/ArchiveMenus.h"
 
 #include <QAction>
 #include <QMainWindow>

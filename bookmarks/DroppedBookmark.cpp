@@ -1,4 +1,4 @@
-#include "bookmarks/DropRules.h"
+#include "bookmarks/DroppedBookmark.h"
 
 #include "base/DroppedAddress.h"
 #include "bookmarks/UrlTitle.h"

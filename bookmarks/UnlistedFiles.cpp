@@ -1,4 +1,4 @@
-#include "bookmarks/DefaultArchive.h"
+#include "bookmarks/UnlistedFiles.h"
 
 #include "base/Maker.h"
 #include "base/SafeFile.h"

@@ -1,4 +1,4 @@
-#include "bookmarks/ExportNetscape.h"
+#include "bookmarks/ExportFormats.h"
 
 #include "base/WholeNumber.h"
 #include "bookmarks/ExportLines.h"

@@ -1,4 +1,4 @@
-#include "bookmarks/BookCommands.h"
+#include "bookmarks/ArchiveEditor.h"
 
 #include "base/Prompt.h"
 #include "base/WindowGuards.h"

@@ -1,10 +1,10 @@
-#include "bookmarks/BookExport.h"
+#include "bookmarks/ArchiveExport.h"
 
 #include "base/Prompt.h"
 #include "base/SafeFile.h"
 #include "base/WindowGuards.h"
+#include "bookmarks/ExportFormats.h"
 #include "bookmarks/ExportHtml.h"
-#include "bookmarks/ExportNetscape.h"
 #include "bookmarks/ExportText.h"
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,7 @@
-#include "bookmarks/TreeDrops.h"
+#include "bookmarks/ArchiveDrops.h"
 
 #include "base/DroppedAddress.h"
-#include "bookmarks/DropRules.h"
+#include "bookmarks/DroppedBookmark.h"
 
 #include <QApplication>
 #include <QDropEvent>
