@@ -4,8 +4,6 @@
 #include "base/SafeFile.h"
 #include "base/WindowGuards.h"
 #include "bookmarks/ExportFormats.h"
-#include "bookmarks/ExportHtml.h"
-#include "bookmarks/ExportText.h"
 
 using namespace Qt::StringLiterals;
 

@@ -12,13 +12,9 @@ struct DroppedBookmark {
     QString url;
 };
 
-/// The first file wins over the text; both parts are empty when there is neither.
+/// The first file wins over the text; both parts are empty when there is neither. The
+/// title comes from the history, or else from the address.
 DroppedBookmark droppedBookmark(const DroppedAddress& dropped, const HistoryCollection& history);
-
-/// How the archive notes a dropped address. "file:///" goes: before a drive's letter it
-/// goes everywhere, and "\" stands for every "/"; of a file of this system the path
-/// stays, as if the file itself had been dropped. Any other text stays as it is.
-QString archivedUrl(const QString& dropped);
 
 /// Whether the selected node takes a drop. The root is known by its text, so a
 /// bookmark or folder of that name takes none either.

@@ -1,9 +1,80 @@
 #include "bookmarks/ExportFormats.h"
 
 #include "base/WholeNumber.h"
-#include "bookmarks/ExportLines.h"
+#include "base/Windows1252.h"
+#include "bookmarks/Book.h"
+
+#include <QByteArrayView>
+#include <QStringView>
 
 namespace {
+/// The content of an export file, built piece by piece.
+class ExportLines {
+public:
+    ExportLines& add(QByteArrayView bytes)
+    {
+        m_bytes.append(bytes);
+        return *this;
+    }
+    ExportLines& add(QStringView text)
+    {
+        appendWindows1252(m_bytes, text);
+        return *this;
+    }
+    ExportLines& endLine() { return add("\r\n"); }
+    ExportLines& line(QByteArrayView bytes) { return add(bytes).endLine(); }
+
+    const QByteArray& bytes() const { return m_bytes; }
+
+private:
+    QByteArray m_bytes;
+};
+
+/// Calls `each` with every bookmark of the folder, in order.
+template <typename Each>
+void forEachBookmark(const Thema& folder, Each each)
+{
+    if (const auto& bookmarks = folder.colBookmark())
+        for (const auto& bookmark : *bookmarks)
+            each(*bookmark);
+}
+
+/// Calls `each` with every folder of the archive, in order.
+template <typename Each>
+void forEachThema(const Book& book, Each each)
+{
+    if (const auto& folders = book.colThema())
+        for (const auto& folder : *folders)
+            each(*folder);
+}
+
+void addTextFolder(ExportLines& out, const Thema& folder)
+{
+    out.add("Thema: ").add(folder.DirName()).endLine().endLine();
+    bool first = true;
+    forEachBookmark(folder, [&out, &first](const Bookmark& bookmark) {
+        if (!first)
+            out.endLine();
+        first = false;
+        out.add("Url-Titel: ").add(bookmark.Titel()).endLine();
+        out.add("Url: ").add(bookmark.Url()).endLine();
+        out.add("Beschreibung: ").add(bookmark.Info()).endLine();
+    });
+    out.endLine().endLine();
+}
+
+void addHtmlFolder(ExportLines& out, const Thema& folder)
+{
+    out.add("<H1>").add(folder.DirName()).line("</H1>");
+    forEachBookmark(folder, [&out](const Bookmark& bookmark) {
+        out.add("<A HREF='").add(bookmark.Url()).add("'>");
+        out.add(bookmark.Titel()).add("</A><BR>");
+        if (!bookmark.Info().isEmpty())
+            out.add(bookmark.Info()).add("<BR>");
+        out.endLine();
+    });
+}
+
 QString monthName(const ExportTime& time)
 {
     const int month = time.now.date().month();
@@ -21,7 +92,7 @@ QString dateAndTime(const ExportTime& time)
              time.now.time().toString(u"HH:mm:ss"));
 }
 
-/// Both ends of the count are wall-clock time.
+/// The quoted number of seconds since 1970. Both ends of the count are wall-clock time.
 QByteArray timeStamp(const QDateTime& now)
 {
     constexpr qint64 secondsPerDay = 86400;
@@ -30,8 +101,8 @@ QByteArray timeStamp(const QDateTime& now)
     return '"' + QByteArray::number(toInt32(days * secondsPerDay + seconds)) + '"';
 }
 
-/// The lone CR before each "<BR>", and in place of the last line break at the
-/// end, belongs to the format.
+/// A line break becomes CR, "<BR>" and CR LF, one at the very end only CR: these lone CRs
+/// belong to the format.
 void addDescription(ExportLines& out, QStringView info)
 {
     constexpr QStringView lineBreak = u"\r\n";
@@ -43,7 +114,7 @@ void addDescription(ExportLines& out, QStringView info)
     out.add(info);
 }
 
-void addHead(ExportLines& out, const ExportTime& time, QByteArrayView end)
+void addNetscapeHead(ExportLines& out, const ExportTime& time, QByteArrayView end)
 {
     out.line("<!DOCTYPE NETSCAPE-Bookmark-file-1>");
     out.line("<!--This is an automatically generated file."
@@ -52,7 +123,7 @@ void addHead(ExportLines& out, const ExportTime& time, QByteArrayView end)
     out.add("<H1>Bookmarks (").add(dateAndTime(time)).line(end);
 }
 
-void addFolder(ExportLines& out, const Thema& folder, QByteArrayView stamp)
+void addNetscapeFolder(ExportLines& out, const Thema& folder, QByteArrayView stamp)
 {
     out.add("<DT><H3 FOLDED ADD_DATE=").add(stamp).add(">");
     out.add(folder.DirName()).line("</H3><DL><P>");
@@ -68,20 +139,55 @@ void addFolder(ExportLines& out, const Thema& folder, QByteArrayView stamp)
 }
 } // namespace
 
+QByteArray exportFolderText(const Thema& folder)
+{
+    ExportLines out;
+    addTextFolder(out, folder);
+    return out.bytes();
+}
+
+QByteArray exportArchiveText(const Book& book, const QString& heading)
+{
+    ExportLines out;
+    if (!heading.isEmpty())
+        out.add(heading).line("\n\n");
+    forEachThema(book, [&out](const Thema& folder) { addTextFolder(out, folder); });
+    return out.bytes();
+}
+
+QByteArray exportFolderHtml(const Thema& folder)
+{
+    ExportLines out;
+    out.line("<HTML><BODY>");
+    addHtmlFolder(out, folder);
+    out.line("</BODY></HTML>");
+    return out.bytes();
+}
+
+QByteArray exportArchiveHtml(const Book& book)
+{
+    ExportLines out;
+    out.line("<HTML><TITLE></TITLE><BODY>");
+    forEachThema(book, [&out](const Thema& folder) { addHtmlFolder(out, folder); });
+    out.line("</BODY></HTML>");
+    return out.bytes();
+}
+
 QByteArray exportFolderNetscape(const Thema& folder, const ExportTime& time)
 {
     ExportLines out;
-    addHead(out, time, ")</H1>");
-    addFolder(out, folder, timeStamp(time.now));
+    addNetscapeHead(out, time, ")</H1>");
+    addNetscapeFolder(out, folder, timeStamp(time.now));
     return out.bytes();
 }
 
 QByteArray exportArchiveNetscape(const Book& book, const ExportTime& time)
 {
     ExportLines out;
-    addHead(out, time, ")</H1><DL>");
+    addNetscapeHead(out, time, ")</H1><DL>");
     const QByteArray stamp = timeStamp(time.now);
-    forEachThema(book, [&out, &stamp](const Thema& folder) { addFolder(out, folder, stamp); });
+    forEachThema(book,
+                 [&out, &stamp](const Thema& folder) { addNetscapeFolder(out, folder, stamp); });
     out.line("</DL>");
     return out.bytes();
 }

@@ -1,8 +1,6 @@
 #include "SampleArchive.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ExportFormats.h"
-#include "bookmarks/ExportHtml.h"
-#include "bookmarks/ExportText.h"
 #include "bookmarks/UnlistedFiles.h"
 
 #include <QDir>
