@@ -1,32 +1,15 @@
 #include "bookmarks/ArchiveDrops.h"
 
 #include "base/DroppedAddress.h"
+#include "bookmarks/ArchiveView.h"
 #include "bookmarks/DroppedBookmark.h"
 
 #include <QApplication>
 #include <QDropEvent>
 #include <QScrollBar>
-#include <QTreeView>
 
 namespace {
-QModelIndex selectedNode(const QTreeView& view)
-{
-    return view.selectionModel()->selectedIndexes().value(0);
-}
-
-/// Without scrolling: the node is to stay under the mouse.
-void selectNode(QTreeView& view, const QModelIndex& node)
-{
-    const bool scrolls = view.hasAutoScroll();
-    view.setAutoScroll(false);
-    if (node.isValid())
-        view.selectionModel()->setCurrentIndex(node, QItemSelectionModel::ClearAndSelect);
-    else
-        view.selectionModel()->clear();
-    view.setAutoScroll(scrolls);
-}
-
-/// The source is to keep its data: a move would let it delete them.
+/// Copying or linking if the source offers it: after a move it would delete its data.
 Qt::DropAction keepingAction(const QDropEvent& event)
 {
     for (const auto action : {Qt::CopyAction, Qt::LinkAction})
@@ -36,15 +19,14 @@ Qt::DropAction keepingAction(const QDropEvent& event)
 }
 } // namespace
 
-TreeDrops::TreeDrops(QTreeView& view, const HistoryCollection& history)
+ArchiveDrops::ArchiveDrops(ArchiveView& view, const HistoryCollection& history)
     : QObject(&view), m_view(view), m_history(history)
 {
-    view.setDragEnabled(false);
     view.viewport()->setAcceptDrops(true);
     view.viewport()->installEventFilter(this);
 }
 
-bool TreeDrops::eventFilter(QObject* watched, QEvent* event)
+bool ArchiveDrops::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::DragEnter:
@@ -72,21 +54,26 @@ bool TreeDrops::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-bool TreeDrops::isBlocked() const
+bool ArchiveDrops::isBlocked() const
 {
     const QWidget* modal = QApplication::activeModalWidget();
     return modal != nullptr && modal != m_view.window();
 }
 
-void TreeDrops::dragOver(const QPoint& position)
+void ArchiveDrops::dragOver(const QPoint& position)
 {
     m_highlight = m_view.indexAt(position);
-    if (m_highlight != selectedNode(m_view))
-        selectNode(m_view, m_highlight);
+    if (m_highlight != m_view.selectedNode()) {
+        // Without scrolling: the node is to stay under the mouse.
+        const bool scrolls = m_view.hasAutoScroll();
+        m_view.setAutoScroll(false);
+        m_view.selectNode(m_highlight);
+        m_view.setAutoScroll(scrolls);
+    }
     scrollAtEdge(position);
 }
 
-void TreeDrops::scrollAtEdge(const QPoint& position)
+void ArchiveDrops::scrollAtEdge(const QPoint& position)
 {
     constexpr int milliseconds = 100;
     const int margin = m_view.autoScrollMargin();
@@ -99,7 +86,7 @@ void TreeDrops::scrollAtEdge(const QPoint& position)
         m_scrolling.start(milliseconds, this);
 }
 
-void TreeDrops::timerEvent(QTimerEvent* event)
+void ArchiveDrops::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_scrolling.timerId())
         return;
@@ -112,11 +99,11 @@ void TreeDrops::timerEvent(QTimerEvent* event)
         dragOver(m_position);
 }
 
-void TreeDrops::drop(const QDropEvent& event)
+void ArchiveDrops::drop(const QDropEvent& event)
 {
     m_scrolling.stop();
     m_highlight = QModelIndex();
-    const QModelIndex node = selectedNode(m_view);
+    const QModelIndex node = m_view.selectedNode();
     if (!node.isValid() || !takesDrop(node.data().toString()))
         return;
     const auto dropped = droppedBookmark(droppedAddress(*event.mimeData()), m_history);

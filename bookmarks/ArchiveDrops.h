@@ -7,20 +7,20 @@
 #include <QPersistentModelIndex>
 #include <QPoint>
 
+class ArchiveView;
 class QDropEvent;
-class QTreeView;
 
-/// Lets addresses, texts and files be dropped on a tree. While something is
-/// dragged over the tree, the node under the mouse becomes the selected one; the
-/// drop acts on it. Nothing is refused on the way, except while a dialog blocks
-/// the tree's window: its selection is not to change then.
+/// Lets addresses, texts and files be dropped on the archive's tree. While something is
+/// dragged over the tree, the node under the mouse becomes the selected one, and the
+/// drop acts on it. A drag is refused only while a dialog blocks the tree's window, as
+/// the selection must not change then.
 ///
 /// An object of this class belongs to its view.
-class TreeDrops : public QObject {
+class ArchiveDrops : public QObject {
     Q_OBJECT
 public:
-    /// A drop that was visited gets its title from `history`, which outlives this.
-    TreeDrops(QTreeView& view, const HistoryCollection& history);
+    /// A dropped address that was visited gets its title from `history`, which outlives this.
+    ArchiveDrops(ArchiveView& view, const HistoryCollection& history);
 
     /// The node that the last drag passed, even when it has left the tree since;
     /// none after a drop.
@@ -29,8 +29,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
-    /// A drop on the selected node, which takes it. Both texts are empty when the
-    /// drop held neither a text nor a file.
+    /// Something was dropped on the selected node, which takes it. Both texts are empty
+    /// when it was neither a text nor a file.
     void bookmarkDropped(const QString& title, const QString& url);
 
 protected:
@@ -42,10 +42,10 @@ private:
     void scrollAtEdge(const QPoint& position);
     void drop(const QDropEvent& event);
 
-    QTreeView& m_view;
+    ArchiveView& m_view;
     const HistoryCollection& m_history;
     QPersistentModelIndex m_highlight;
     QBasicTimer m_scrolling;
-    QPoint m_position; ///< of the mouse in the viewport
+    QPoint m_position; ///< where the mouse is in the viewport
     int m_step = 0;    ///< rows to scroll: -1, 0 or 1
 };

@@ -1,62 +1,23 @@
 #pragma once
 
 #include "bookmarks/ArchiveFiles.h"
-#include "bookmarks/ArchiveMenuStates.h"
-#include "bookmarks/FolderNames.h"
 
 #include <QModelIndex>
+#include <QString>
 
-#include <functional>
 #include <memory>
 
 class ArchiveTree;
-class ArchiveView;
-class QWidget;
-class Shell;
 
-/// The commands that change and use the archive. Each acts on the selected node
-/// and keeps tree and archive in step; one whose selection does not fit does
-/// nothing. Changes are marked on the folder and on the archive. All of them may
-/// throw Error, and have changed nothing then.
-class BookCommands {
+/// Changes the archive at a node of its tree and keeps the two in step. A change is marked
+/// on the folder and on the archive.
+///
+/// Nothing is changed that could not be read: that, and a node that stands for nothing any
+/// more, throws an Error before anything is done.
+class ArchiveEditor {
 public:
-    struct Parts {
-        ArchiveFiles& files;
-        ArchiveTree& tree;
-        ArchiveView& view;
-        Shell& shell;
-        QWidget* window;
-    };
-
-    /// The parts outlive the commands.
-    explicit BookCommands(const Parts& parts) : m(parts) {}
-
-    std::shared_ptr<Thema> selectedFolder() const;
-    std::shared_ptr<Bookmark> selectedBookmark() const;
-    ArchiveSelection selection() const;
-    /// The address of a bookmark's node.
-    QString url(const QModelIndex& node) const { return resolve(node).bookmark->Url(); }
-
-    void addFolder();
-    void AddDirToArchive(const QString& name);
-    void renameFolder();
-    /// Takes over the label that was typed, unless it is refused.
-    DirNameCheck AfterLabelEdit(const QModelIndex& node, const QString& typed);
-    void UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name);
-    void deleteFolder();
-
-    /// `show` opens the properties dialog, for a new bookmark or the selected one.
-    void addBookmark(const std::function<void(bool newBookmark)>& show);
-    void editBookmark(const std::function<void(bool newBookmark)>& show);
-    void AddBkmToArchive(const QString& title, const QString& url, const QString& info);
-    void UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
-                        const QString& url, const QString& info);
-    void deleteBookmark();
-    void OpenAll();
-    void OpenBookmark();
-
-private:
-    /// Where a node's folder and bookmark are in the archive.
+    /// Where a node's folder and bookmark are in the archive; positions count from 1. For a
+    /// folder's node there is no bookmark, and its position is 0.
     struct Place {
         qint16 dirIdx = 0;
         std::shared_ptr<Thema> folder;
@@ -64,13 +25,38 @@ private:
         std::shared_ptr<Bookmark> bookmark;
     };
 
-    /// Throws NotFoundError for the root and for none.
-    Place resolve(const QModelIndex& node) const;
-    QModelIndex folderNode(const QModelIndex& node) const;
-    bool IsNameFree(const QString& name) const;
-    QString GetNewDirName() const;
-    void markChanged(Thema& folder);
-    bool confirmed(const Thema& folder) const;
+    /// Both outlive the editor.
+    ArchiveEditor(ArchiveFiles& files, ArchiveTree& tree) : m_files(files), m_tree(tree) {}
 
-    Parts m;
+    /// Goes by the numbers in the node's key. Throws NotFoundError for the root and for no
+    /// node.
+    Place resolve(const QModelIndex& node) const;
+    /// The position (from 1) of the first folder with this number, 0 without one.
+    static void GetDirIdx(const ThemaCollection& folders, qint32 number, qint16& position);
+    /// The position (from 1) of the first bookmark with this number, 0 without one.
+    static void GetBookmarkIdx(const BookmarkCollection& bookmarks, qint16 number,
+                               qint16& position);
+
+    /// A name that no node has yet.
+    QString GetNewDirName() const;
+    /// Adds a folder behind that of `reference`, or first at the root. Returns its node;
+    /// none with a bookmark for reference: then only the archive gets the folder.
+    QModelIndex addFolder(const QModelIndex& reference, const QString& name);
+    void renameFolder(Thema& folder, const QString& name);
+    /// Saves the archive at once; throws Error, too, when that fails.
+    void removeFolder(const QModelIndex& node);
+
+    /// Adds a bookmark behind the one of `node`, or first in its folder.
+    void addBookmark(const QModelIndex& node, const QString& title, const QString& url,
+                     const QString& info);
+    /// Changes `bookmark`, which belongs to the folder of `node`.
+    void changeBookmark(const QModelIndex& node, Bookmark& bookmark, const QString& title,
+                        const QString& url, const QString& info);
+    void removeBookmark(const QModelIndex& node);
+
+private:
+    void markChanged(Thema& folder);
+
+    ArchiveFiles& m_files;
+    ArchiveTree& m_tree;
 };

@@ -3,6 +3,7 @@
 #include "base/Prompt.h"
 #include "base/SafeFile.h"
 #include "base/WindowGuards.h"
+#include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ExportFormats.h"
 
 using namespace Qt::StringLiterals;
@@ -24,8 +25,9 @@ QString titleFor(const QString& kind)
 }
 } // namespace
 
-void BookExport::ExportFolder(const QString& kind, const std::shared_ptr<Thema>& folder)
+void ArchiveExport::ExportFolder(const QString& kind, const std::shared_ptr<Thema>& folder)
 {
+    m_files.checkExportable(folder.get());
     if (!folder)
         return;
     exportTo(u"Ordner"_s + titleFor(kind), kind, [&kind, &folder] {
@@ -37,9 +39,10 @@ void BookExport::ExportFolder(const QString& kind, const std::shared_ptr<Thema>&
     });
 }
 
-void BookExport::ExportArchive(const QString& kind, const Book& book)
+void ArchiveExport::ExportArchive(const QString& kind)
 {
-    exportTo(u"Archiv"_s + titleFor(kind), kind, [&kind, &book] {
+    m_files.checkExportable(nullptr);
+    exportTo(u"Archiv"_s + titleFor(kind), kind, [&kind, &book = m_files.book()] {
         if (kind == u"Text"_s)
             return exportArchiveText(book);
         if (kind == u"Netscape"_s)
@@ -48,8 +51,8 @@ void BookExport::ExportArchive(const QString& kind, const Book& book)
     });
 }
 
-void BookExport::exportTo(const QString& title, const QString& kind,
-                          const std::function<QByteArray()>& content)
+void ArchiveExport::exportTo(const QString& title, const QString& kind,
+                             const std::function<QByteArray()>& content)
 {
     const QString fileName = askFileName(title, kind);
     if (fileName.isEmpty())
@@ -61,7 +64,7 @@ void BookExport::exportTo(const QString& title, const QString& kind,
     ShowExportResult(fileName);
 }
 
-QString BookExport::askFileName(const QString& title, const QString& kind) const
+QString ArchiveExport::askFileName(const QString& title, const QString& kind) const
 {
     const DropsDisabled guard(m_shell);
     const QString filter = kind == u"Text"_s ? u"Text-Datei (*.txt)|*.txt"_s
@@ -69,7 +72,7 @@ QString BookExport::askFileName(const QString& title, const QString& kind) const
     return m_shell.prompt().saveFileName(m_window, {title, m_shell.programFolder(), filter, {}});
 }
 
-void BookExport::ShowExportResult(const QString& fileName)
+void ArchiveExport::ShowExportResult(const QString& fileName)
 {
     const DropsDisabled guard(m_shell);
     if (m_shell.prompt().askYesNo(m_window,

@@ -1,7 +1,9 @@
 #include "bookmarks/ArchiveFiles.h"
 
 #include "base/Errors.h"
+#include "base/Maker.h"
 #include "base/SafeFile.h"
+#include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/UnlistedFiles.h"
 
 #include <algorithm>
@@ -34,6 +36,38 @@ Error folderNotRead(const Thema& folder, const QString& wanted)
     return Error(u"Der Ordner '"_s + oneLineText(folder.DirName()) +
                  u"' konnte nicht gelesen werden. Er kann erst "_s + wanted +
                  u" werden, wenn er wieder geladen ist."_s);
+}
+
+void add(BookmarkCollection& bookmarks, qint16 number, const QString& titel, const QString& url)
+{
+    auto bookmark = std::make_shared<Bookmark>();
+    bookmark->Nr(number);
+    bookmark->Titel(titel);
+    bookmark->Url(url);
+    bookmarks.Add(std::move(bookmark)); // two have the same number, so none has a key
+}
+
+/// Gives an archive without folders its first one, with three bookmarks, and saves both.
+void createDefaultArchive(Book& book, const QString& programFolder)
+{
+    auto folder = std::make_shared<Thema>(programFolder);
+    folder->Nr(1);
+    folder->FileName(u"1.bkm"_s);
+    folder->DirName(u"Info + Lizenzvertrag"_s);
+    folder->Sequenz(1);
+
+    auto bookmarks = std::make_shared<BookmarkCollection>();
+    add(*bookmarks, 1, u"Tessera Software-Lizenzvertrag"_s, programFolder + u"\\lizenz.txt"_s);
+    add(*bookmarks, 1, u"Downloadseite zur Tessera Software und Dokumentation"_s,
+        maker::downloadPage());
+    add(*bookmarks, 2, u"Die Website von Loomwork"_s, maker::webSite());
+    folder->colBookmark(bookmarks);
+    folder->SaveBookmarks();
+
+    auto folders = std::make_shared<ThemaCollection>();
+    folders->Add(folder, themaKey(folder->Nr()));
+    book.colThema(folders);
+    book.SaveAllThema();
 }
 } // namespace
 
@@ -110,7 +144,7 @@ QString ArchiveFiles::keepUnlisted(bool hasFolders)
     try {
         return keptText(keepUnlistedFiles(m_programFolder, listedFiles(hasFolders)));
     } catch (const FileError& error) {
-        if (!hasFolders) // the default archive would take the names of what is there
+        if (!hasFolders) // the default archive would overwrite the files that are there
             throw;
         return error.text();
     }
@@ -162,13 +196,4 @@ QString faultText(const QString& heading, const std::vector<ArchiveFault>& fault
         text += u":\n"_s + fault.reason;
     }
     return text;
-}
-
-std::optional<QSize> archiveTreeSize(QSize scale, QPoint origin, int statusHeight)
-{
-    const int height = scale.height() - origin.y() - statusHeight;
-    const int width = scale.width() - origin.x();
-    if (height < 0 || width < 0)
-        return std::nullopt;
-    return QSize(width, height);
 }

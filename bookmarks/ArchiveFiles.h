@@ -2,13 +2,10 @@
 
 #include "bookmarks/Book.h"
 
-#include <QPoint>
 #include <QSet>
-#include <QSize>
 #include <QString>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 /// The archive of one window between its files and its tree: loads it, saves it
@@ -24,17 +21,17 @@ public:
     void release() { m_book.reset(); }
     const QString& programFolder() const { return m_programFolder; }
 
-    /// Reads index and folders; an archive without folders becomes the default
-    /// one. Changes that were not saved are gone, their mark stays. Returns what
-    /// could not be read, and what an index that is no longer whole does not list and
-    /// was kept, as a text for the user, else an empty one.
+    /// Reads the index and the folders; an archive without folders becomes the default
+    /// one. Changes that were not saved are lost, but the archive stays marked changed.
+    /// Returns a text for the user when a file could not be read, or when the index was
+    /// no longer whole and what it did not list had to be kept; else an empty text.
     QString load();
     /// The folders for the tree: null when the load found none or failed.
     const std::shared_ptr<ThemaCollection>& shownFolders() const { return m_shown; }
     /// Writes the archive when it is marked changed. Returns what could not be
     /// written, as a text for the user, and keeps it marked; else an empty one.
     QString save();
-    /// What the save that has just run could not write; see `save`.
+    /// The same for a save that the archive itself has just made.
     QString unwritten();
     /// The archive or a folder changed since the last save.
     bool isChanged();
@@ -60,7 +57,3 @@ private:
 
 /// `heading` and below it the first few files with their reasons; empty without any.
 QString faultText(const QString& heading, const std::vector<ArchiveFault>& faults);
-
-/// The size of the tree in a window of this size, all in twips; nothing when
-/// the window is too small, and the tree keeps the size it has.
-std::optional<QSize> archiveTreeSize(QSize scale, QPoint origin, int statusHeight);

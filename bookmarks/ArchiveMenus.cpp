@@ -1,19 +1,103 @@
 #include "bookmarks/ArchiveMenus.h"
 
+#include "bookmarks/ArchiveView.h"
+
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 
 #include <array>
+#include <string_view>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 using Kind = MenuEntry::Kind;
+
+/// What is selected in the tree, as far as the menus go by it.
+enum class Selection { EmptyTree, Nothing, Root, EmptyFolder, Folder, Bookmark };
+
+Selection selectionIn(const ArchiveView& view)
+{
+    const ArchiveTree& tree = view.tree();
+    const QModelIndex node = view.selectedNode();
+    switch (tree.kind(node)) {
+    case NodeKind::Root:
+        return Selection::Root;
+    case NodeKind::Folder:
+        return tree.hasChildren(node) ? Selection::Folder : Selection::EmptyFolder;
+    case NodeKind::Bookmark:
+        return Selection::Bookmark;
+    case NodeKind::None:
+        break;
+    }
+    return tree.hasChildren() ? Selection::Nothing : Selection::EmptyTree;
+}
+
+struct MenuState {
+    QStringView item;
+    bool enabled = false;
+};
+
+constexpr std::array<QStringView, 4> folderItems{u"mn_AddOrdner", u"mn_DelOrdner", u"mn_AttrOrdner",
+                                                 u"mn_exportdetail"};
+constexpr std::array<QStringView, 5> bookmarkItems{
+    u"mn_OpenAllBkm", u"mn_OpenBkm", u"mn_Hinzufügen", u"mn_Loeschen", u"mn_Eigenschaften"};
+
+/// `signs` has one sign for each item: "+" enables it, "-" disables it, a blank leaves it as
+/// it is.
+template <typename Items>
+std::vector<MenuState> statesOf(const Items& items, std::string_view signs)
+{
+    std::vector<MenuState> states;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (signs[i] != ' ')
+            states.push_back({items[i], signs[i] == '+'});
+    return states;
+}
+/// The items of the folder menu to switch.
+std::vector<MenuState> folderMenuStates(Selection selection)
+{
+    switch (selection) {
+    case Selection::EmptyTree:
+        return statesOf(folderItems, "--- ");
+    case Selection::Nothing:
+        return statesOf(folderItems, " -- ");
+    case Selection::Root:
+        return statesOf(folderItems, "+---");
+    case Selection::EmptyFolder:
+        return statesOf(folderItems, "+++-");
+    case Selection::Folder:
+        return statesOf(folderItems, "++++");
+    case Selection::Bookmark:
+        break;
+    }
+    return statesOf(folderItems, "----");
+}
+
+/// The items of the bookmark menu to switch.
+std::vector<MenuState> bookmarkMenuStates(Selection selection)
+{
+    switch (selection) {
+    case Selection::EmptyTree:
+    case Selection::Nothing:
+        return statesOf(bookmarkItems, "  ---");
+    case Selection::EmptyFolder:
+    case Selection::Folder:
+        return statesOf(bookmarkItems, "+-+--");
+    case Selection::Bookmark:
+        return statesOf(bookmarkItems, "-++++");
+    case Selection::Root:
+        break;
+    }
+    return statesOf(bookmarkItems, "-----");
+}
 } // namespace
 
-BookMenus::BookMenus(QMainWindow* window) : NamedMenus(window)
+ArchiveMenus::ArchiveMenus(QMainWindow* window, const ArchiveView& view)
+    : NamedMenus(window), m_view(view)
 {
     static constexpr std::array<MenuEntry, 32> entries{{
         {u"mn_Archive", u"&Archiv", u"", Kind::Menu},
@@ -52,20 +136,29 @@ BookMenus::BookMenus(QMainWindow* window) : NamedMenus(window)
     }};
     for (const MenuEntry& entry : entries)
         add(entry, window->menuBar());
+    connect(this, &NamedMenus::opening, this, &ArchiveMenus::update);
 }
 
-void BookMenus::set(const std::vector<MenuState>& states)
+void ArchiveMenus::update(const QString& menu)
 {
-    for (const MenuState& state : states)
-        item(state.item.toString())->setEnabled(state.enabled);
+    const auto enable = [this](const std::vector<MenuState>& states) {
+        for (const MenuState& state : states)
+            item(state.item.toString())->setEnabled(state.enabled);
+    };
+    const Selection selection = selectionIn(m_view);
+    if (menu == u"mn_Modify"_s || menu == u"mn_Ordner"_s)
+        enable(folderMenuStates(selection));
+    if (menu == u"mn_Modify"_s || menu == u"mn_Bookmark"_s)
+        enable(bookmarkMenuStates(selection));
 }
 
-void BookMenus::popUp(ArchiveSelection selection, const QPoint& globalPos)
+void ArchiveMenus::popUp(const QPoint& globalPos)
 {
-    if (selection == ArchiveSelection::EmptyTree || selection == ArchiveSelection::Nothing)
+    const Selection selection = selectionIn(m_view);
+    if (selection == Selection::EmptyTree || selection == Selection::Nothing)
         return;
-    const bool folders = selection != ArchiveSelection::Bookmark;
-    const bool bookmarks = selection != ArchiveSelection::Root;
+    const bool folders = selection != Selection::Bookmark;
+    const bool bookmarks = selection != Selection::Root;
     item(u"mn_Ordner"_s)->setVisible(folders);
     item(u"mn_tz5"_s)->setVisible(folders && bookmarks);
     item(u"mn_Bookmark"_s)->setVisible(bookmarks);
@@ -74,7 +167,7 @@ void BookMenus::popUp(ArchiveSelection selection, const QPoint& globalPos)
         item(name)->setVisible(true);
 }
 
-void BookMenus::popUpWhole(const QPoint& globalPos)
+void ArchiveMenus::popUpWhole(const QPoint& globalPos)
 {
     item(u"mn_Modify"_s)->menu()->exec(globalPos);
 }

@@ -1,21 +1,26 @@
 #pragma once
 
 #include "base/NamedMenus.h"
-#include "bookmarks/ArchiveMenuStates.h"
 
+class ArchiveView;
 class QPoint;
 
-/// The menu bar of the archive window.
-class BookMenus : public NamedMenus {
+/// The menus of the archive window. What is selected in the tree decides which items of a
+/// menu are enabled when it opens.
+class ArchiveMenus : public NamedMenus {
     Q_OBJECT
 public:
-    /// Fills the window's menu bar and belongs to the window.
-    explicit BookMenus(QMainWindow* window);
+    /// Fills the window's menu bar and belongs to the window, as `view` does.
+    ArchiveMenus(QMainWindow* window, const ArchiveView& view);
 
-    void set(const std::vector<MenuState>& states);
     /// Shows "&Modifizieren" at a place on the screen with what fits the selection,
-    /// and returns when it is closed again.
-    void popUp(ArchiveSelection selection, const QPoint& globalPos);
-    /// The same menu with all that is in it.
+    /// and returns when it is closed again; does nothing while nothing is selected.
+    void popUp(const QPoint& globalPos);
+    /// The same menu with all that is in it, whatever is selected.
     void popUpWhole(const QPoint& globalPos);
+
+private:
+    void update(const QString& menu);
+
+    const ArchiveView& m_view;
 };

@@ -1,14 +1,14 @@
 #include "bookmarks/ArchiveTree.h"
 
+#include "base/WholeNumber.h"
 #include "bookmarks/ArchiveRecords.h"
-#include "bookmarks/NodeKeys.h"
 
 #include <array>
 
 using namespace Qt::StringLiterals;
 
-// An index carries the node above it: nothing for the root, the root for a
-// folder, the folder for a bookmark.
+// The internal pointer of an index is the node above it: none for the root, the root for
+// a folder, the folder for a bookmark.
 struct ArchiveTree::Node {
     std::shared_ptr<Thema> folder;
     int row = 0;
@@ -54,7 +54,12 @@ QModelIndex ArchiveTree::root() const
 
 void ArchiveTree::GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right)
 {
-    splitNodeKey(key(node), left, right);
+    const QString itsKey = key(node);
+    const qsizetype at = itsKey.indexOf(u'@');
+    const QStringView behind = QStringView(itsKey).mid(at + 1);
+    left = parseInt16(QStringView(itsKey).left(at));
+    if (at >= 0 && !behind.isEmpty())
+        right = parseInt16(behind);
 }
 
 NodeKind ArchiveTree::kind(const QModelIndex& node) const
@@ -150,9 +155,9 @@ bool ArchiveTree::anyText(Each each) const
     return false;
 }
 
-bool ArchiveTree::hasText(const QString& text) const
+bool ArchiveTree::IsNameFree(const QString& name) const
 {
-    return anyText([&text](const QString& other) { return other == text; });
+    return !anyText([&name](const QString& text) { return text == name; });
 }
 
 QStringList ArchiveTree::texts(const QString& prefix) const
@@ -284,11 +289,11 @@ QString ArchiveTree::keyOf(const QModelIndex& node) const
 {
     switch (kind(node)) {
     case NodeKind::Folder:
-        return folderNodeKey(folder(node)->Nr());
+        return u"%1@"_s.arg(folder(node)->Nr());
     case NodeKind::Bookmark:
-        return bookmarkNodeKey(folder(node)->Nr(), bookmark(node)->Nr());
+        return u"%1@%2"_s.arg(folder(node)->Nr()).arg(bookmark(node)->Nr());
     default:
-        return rootNodeKey();
+        return u"0@"_s;
     }
 }
 

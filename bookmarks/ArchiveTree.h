@@ -21,7 +21,8 @@ class ArchiveTree : public QAbstractItemModel {
     Q_OBJECT
 public:
     enum Role {
-        /// Texts: see NodeKeys.h.
+        /// "0@" for the root, "7@" for folder 7, "7@12" for its bookmark 12: the numbers
+        /// are those of the folder and the bookmark, never positions.
         KeyRole = Qt::UserRole,
         /// "Archiv", "Dir" or "Url".
         TagRole,
@@ -36,8 +37,8 @@ public:
     void build(const ThemaCollection* folders);
     QModelIndex root() const;
     static QString key(const QModelIndex& node) { return node.data(KeyRole).toString(); }
-    /// The numbers in a node's key; `right` stays as it was where there is none.
-    /// Throws as `splitNodeKey`.
+    /// The numbers in a node's key; `right` stays as it was where there is none. Throws
+    /// OverflowError past 16 bits, ConversionError where a number is none.
     static void GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right);
     NodeKind kind(const QModelIndex& node) const;
     /// The folder's own node, or that of the bookmark's folder; else null.
@@ -60,8 +61,8 @@ public:
 
     /// The one node whose label can be edited; none with an invalid index.
     void setEditable(const QModelIndex& node) { m_editable = node; }
-    /// Whether any node has exactly this text.
-    bool hasText(const QString& text) const;
+    /// Whether no node, of whatever kind, has exactly this text.
+    bool IsNameFree(const QString& name) const;
     /// The texts of all nodes that begin with `prefix`.
     QStringList texts(const QString& prefix) const;
 

@@ -1,12 +1,75 @@
 #include "bookmarks/ArchiveView.h"
 
-#include "bookmarks/NodeDelegate.h"
+#include "base/ShownText.h"
 
 #include <QContextMenuEvent>
+#include <QCursor>
+#include <QHash>
 #include <QHeaderView>
+#include <QIcon>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Draws a node with its image and its text on one line, and edits a folder's label.
+class NodeDelegate : public QStyledItemDelegate {
+public:
+    /// `edited` gets what was typed, once for each edit; nothing when the edit is cancelled.
+    using Edited = std::function<void(const QModelIndex& node, const QString& text)>;
+
+    NodeDelegate(const Edited& edited, QObject* parent)
+        : QStyledItemDelegate(parent), m_edited(edited)
+    {
+        for (const QString& image : {u"Archiv"_s, u"Dir"_s, u"OpenDir"_s, u"Url"_s})
+            m_images.insert(image, QIcon(u":/icons/archive/%1.svg"_s.arg(image)));
+    }
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& node) const override
+    {
+        m_handedOver = false;
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, node);
+        editor->setObjectName(u"LabelEdit"_s);
+        return editor;
+    }
+
+    void setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
+                      const QModelIndex& node) const override
+    {
+        const auto* line = qobject_cast<QLineEdit*>(editor);
+        if (line == nullptr || m_handedOver)
+            return;
+        m_handedOver = true;
+        m_edited(node, line->text());
+    }
+
+    QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
+    {
+        return oneLineText(value.toString());
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& node) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, node);
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon = m_images.value(node.data(ArchiveTree::ImageRole).toString());
+    }
+
+private:
+    Edited m_edited;
+    QHash<QString, QIcon> m_images;
+    /// Qt may commit the same editor twice: on Enter, and when it loses the focus.
+    mutable bool m_handedOver = false;
+};
+} // namespace
 
 ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent), m_tree(tree)
 {
@@ -22,18 +85,29 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
     setExpandsOnDoubleClick(false);
     setTabKeyNavigation(false);
 
-    auto* delegate = new NodeDelegate(this);
-    setItemDelegate(delegate);
-    connect(delegate, &NodeDelegate::labelEdited, this, &ArchiveView::labelEdited);
+    viewport()->setMouseTracking(true);
+
+    const auto edited = [this](const QModelIndex& node, const QString& text) {
+        emit labelEdited(node, text);
+    };
+    setItemDelegate(new NodeDelegate(edited, this));
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& node) { m_tree.showOpen(node, true); });
     connect(this, &QTreeView::collapsed, this,
             [this](const QModelIndex& node) { m_tree.showOpen(node, false); });
+    // Emitted for the left button only, and not for the box.
+    connect(this, &QTreeView::clicked, this,
+            [this](const QModelIndex& node) { nodeClicked(node, QCursor::pos()); });
+    connect(this, &QTreeView::doubleClicked, this, [this] {
+        if (m_button == Qt::LeftButton)
+            emit openWanted();
+    });
 }
 
 ArchiveView::~ArchiveView()
 {
-    // An editor that died with the view would hand its text to half a view.
+    // An editor that is destroyed with the view would still commit its text, through a
+    // view of which only the base class is left.
     if (isEditing())
         ArchiveView::closeEditor(indexWidget(currentIndex()),
                                  QAbstractItemDelegate::RevertModelCache);
@@ -85,7 +159,7 @@ void ArchiveView::resizeEvent(QResizeEvent* event)
 
 void ArchiveView::keyPressEvent(QKeyEvent* event)
 {
-    // What the editor did not want is not meant for the tree either.
+    // A key that the editor has not taken gets here as the view is its parent.
     if (isEditing())
         return;
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
@@ -101,7 +175,7 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        emit enterPressed();
+        emit openWanted();
         return;
     default:
         walk(*event);
@@ -111,7 +185,7 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
 void ArchiveView::walk(QKeyEvent& event)
 {
     const QModelIndex before = selectedNode();
-    // With nothing selected the toolkit starts from the first node nevertheless.
+    // Qt would move from the first node, which is current, even if nothing is selected.
     const QList<int> fromNothing{Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_PageDown,
                                  Qt::Key_PageUp};
     if (!before.isValid() && fromNothing.contains(event.key()))
@@ -128,7 +202,67 @@ void ArchiveView::contextMenuEvent(QContextMenuEvent* event)
         return;
     const QRect node = visualRect(selectedNode());
     const QPoint corner = node.isValid() ? node.center() : viewport()->rect().center();
-    emit menuPressed(viewport()->mapToGlobal(corner));
+    emit menuWanted(viewport()->mapToGlobal(corner));
+}
+
+bool ArchiveView::viewportEvent(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (pressed(*static_cast<QMouseEvent*>(event)))
+            return true;
+        break;
+    case QEvent::MouseButtonRelease:
+        released(*static_cast<QMouseEvent*>(event));
+        break;
+    case QEvent::MouseMove:
+        emit nodeReached(indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()));
+        break;
+    case QEvent::ContextMenu:
+        // With the mouse the menu has opened already, at the press.
+        if (static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Mouse)
+            return true;
+        break;
+    default:
+        break;
+    }
+    return QTreeView::viewportEvent(event);
+}
+
+bool ArchiveView::pressed(const QMouseEvent& event)
+{
+    m_button = event.button();
+    m_pressed = QModelIndex();
+    if (m_button == Qt::RightButton && selectionModel()->hasSelection()) {
+        // The press must not change the selection; and the menu may end the window.
+        emit menuWanted(event.globalPosition().toPoint());
+        return true;
+    }
+    m_pressed = indexAt(event.position().toPoint());
+    return false;
+}
+
+void ArchiveView::released(const QMouseEvent& event)
+{
+    if (event.button() == Qt::LeftButton || event.button() != m_button)
+        return;
+    const QModelIndex node = indexAt(event.position().toPoint());
+    if (node.isValid() && node == m_pressed)
+        nodeClicked(node, event.globalPosition().toPoint());
+}
+
+void ArchiveView::nodeClicked(const QModelIndex& node, const QPoint& globalPos)
+{
+    const NodeKind kind = m_tree.kind(node);
+    if (kind == NodeKind::Folder || kind == NodeKind::Bookmark)
+        emit nodeReached(node);
+    if (kind != NodeKind::Folder)
+        return;
+    if (m_button == Qt::LeftButton)
+        setExpanded(node, !isExpanded(node));
+    else
+        emit wholeMenuWanted(globalPos);
 }
 
 void ArchiveView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)

@@ -4,8 +4,12 @@
 
 #include <QTreeView>
 
-/// The tree on the screen: selection, images that follow expansion, label
-/// editing and keys.
+/// The tree on the screen: selection, images that follow expansion, label editing, keys
+/// and mouse.
+///
+/// A left click on a folder opens or closes it; its box does the same without being a
+/// click on the node. A press of the right button goes by the selection, which it leaves
+/// alone.
 class ArchiveView : public QTreeView {
     Q_OBJECT
 public:
@@ -13,6 +17,7 @@ public:
     ArchiveView(ArchiveTree& tree, QWidget* parent);
     ~ArchiveView() override;
 
+    const ArchiveTree& tree() const { return m_tree; }
     /// The selected node; invalid when nothing is selected. The current node
     /// alone does not count: the focus makes one current that nobody selected.
     QModelIndex selectedNode() const;
@@ -26,16 +31,20 @@ public:
     void commitLabel();
 
 signals:
+    /// The user has typed a label. Emitted once for each edit, never when it is cancelled.
     void labelEdited(const QModelIndex& node, const QString& text);
-    /// A key has brought the selection to this node.
+    /// The mouse is over this node, or over none; or a click or a key has reached it.
     void nodeReached(const QModelIndex& node);
     void escapePressed();
     /// F2.
     void renamePressed();
     void deletePressed();
-    void enterPressed();
-    /// The menu key, or Shift+F10.
-    void menuPressed(const QPoint& globalPos);
+    /// Enter or a double click: the selected bookmark is to be opened.
+    void openWanted();
+    /// The menu key, Shift+F10, or the right button while a node is selected.
+    void menuWanted(const QPoint& globalPos);
+    /// A folder was clicked with a button other than the left one.
+    void wholeMenuWanted(const QPoint& globalPos);
 
 protected:
     /// At least the width of the view, so that the whole row can be clicked.
@@ -43,9 +52,17 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     void walk(QKeyEvent& event);
+    bool pressed(const QMouseEvent& event);
+    void released(const QMouseEvent& event);
+    void nodeClicked(const QModelIndex& node, const QPoint& globalPos);
+
     ArchiveTree& m_tree;
+    /// The last button pressed over the tree, and the node it was pressed on.
+    Qt::MouseButton m_button = Qt::NoButton;
+    QPersistentModelIndex m_pressed;
 };

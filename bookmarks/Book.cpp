@@ -29,8 +29,8 @@ void Book::DeleteThema(qint16 index)
         throw NotFoundError(QString::number(index));
     const std::shared_ptr<Thema> folder = m_colThema->Item(index);
     emptyFolder(*folder);
-    // The bare name on purpose: only a program that runs in its own folder
-    // takes the file away.
+    // The bare name on purpose: the file is removed only where the program runs in its
+    // own folder.
     if (Thema::isFileName(folder->FileName()) && !folder->refusesChanges())
         ignoringErrors([&folder] { removeFile(folder->FileName()); });
     m_colThema->Remove(index);
@@ -47,7 +47,7 @@ void Book::SaveAllThema()
 {
     m_saveError = m_loadError;
     if (m_loadError.isEmpty()) {
-        // The index comes last, so that it never lists what is not there yet.
+        // The index comes last, so that it never lists a file that is not written yet.
         if (m_colThema)
             for (const auto& folder : *m_colThema)
                 if (folder->IsEdit())

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-QString newDirName(const IsNameFree& isFree)
+QString newDirName(const IsFree& isFree)
 {
     const QString first = u"Neuer Ordner"_s;
     QString name = first;
@@ -25,7 +25,7 @@ QString cleanDirName(QString typed)
     return trimBlanks(typed).toString();
 }
 
-DirNameCheck checkDirName(const QString& old, const QString& name, const IsNameFree& isFree)
+DirNameCheck checkDirName(const QString& old, const QString& name, const IsFree& isFree)
 {
     if (name == old)
         return DirNameCheck::Unchanged;

@@ -18,7 +18,7 @@ void Thema::SaveBookmarks()
     try {
         checkFileName();
         if (refusesChanges()) {
-            // what nobody could read is not overwritten
+            // A file that could not be read is not overwritten.
         } else if (!m_colBookmark || !IsEdit()) {
             removeFile(filePath());
         } else {

@@ -1,9 +1,8 @@
 #include "bookmarks/UnlistedFiles.h"
 
-#include "base/Maker.h"
+#include "base/Errors.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveRecords.h"
-#include "bookmarks/Book.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,29 +44,22 @@ void keepFolderFile(const QString& path, QStringList& kept)
     kept << QFileInfo(file).fileName();
 }
 
-/// What remains of an index that ends within a record: only its whole records count.
+/// Copies an index that ends within a record: loading reads its whole records only, and the
+/// next save would lose the rest.
 void keepCutIndex(const QString& path, QStringList& kept)
 {
     if (!hasContent(path) || QFileInfo(path).size() % themaRecordSize == 0)
         return;
     QFile file(path);
     const QString copy = freeName(path);
-    // It stays as it is until the next save, and is loaded again.
+    // The cut index stays in its place until the next save. When it is loaded once more,
+    // the copy of the first time is enough.
     for (const QString& before : QDir(QFileInfo(path).path()).entryList({u"Book.bkm.alt*"_s}))
         if (contentOf(QFileInfo(path).path() + u'/' + before) == contentOf(path))
             return;
     if (!file.copy(copy))
         throw FileError(path, file.errorString());
     kept << QFileInfo(copy).fileName();
-}
-
-void add(BookmarkCollection& bookmarks, qint16 number, const QString& titel, const QString& url)
-{
-    auto bookmark = std::make_shared<Bookmark>();
-    bookmark->Nr(number);
-    bookmark->Titel(titel);
-    bookmark->Url(url);
-    bookmarks.Add(std::move(bookmark)); // without a key: two share their number
 }
 } // namespace
 
@@ -85,26 +77,4 @@ QStringList keepUnlistedFiles(const QString& programFolder, const QSet<QString>&
             keepFolderFile(programFolder + u'/' + match.captured(), kept);
     }
     return kept;
-}
-
-void createDefaultArchive(Book& book, const QString& programFolder)
-{
-    auto folder = std::make_shared<Thema>(programFolder);
-    folder->Nr(1);
-    folder->FileName(u"1.bkm"_s);
-    folder->DirName(u"Info + Lizenzvertrag"_s);
-    folder->Sequenz(1);
-
-    auto bookmarks = std::make_shared<BookmarkCollection>();
-    add(*bookmarks, 1, u"Tessera Software-Lizenzvertrag"_s, programFolder + u"\\lizenz.txt"_s);
-    add(*bookmarks, 1, u"Downloadseite zur Tessera Software und Dokumentation"_s,
-        maker::downloadPage());
-    add(*bookmarks, 2, u"Die Website von Loomwork"_s, maker::webSite());
-    folder->colBookmark(bookmarks);
-    folder->SaveBookmarks();
-
-    auto folders = std::make_shared<ThemaCollection>();
-    folders->Add(folder, themaKey(folder->Nr()));
-    book.colThema(folders);
-    book.SaveAllThema();
 }

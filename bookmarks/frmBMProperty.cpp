@@ -4,8 +4,7 @@
 #include "base/Guarded.h"
 #include "base/Prompt.h"
 #include "base/WindowParts.h"
-#include "bookmarks/BookSelection.h"
-#include "bookmarks/Thema.h"
+#include "bookmarks/frmBook.h"
 
 #include <QGridLayout>
 #include <QIcon>
@@ -53,8 +52,7 @@ QLineEdit* lineEdit(const QString& name, const QString& insteadOfBreaks)
 }
 } // namespace
 
-frmBMProperty::frmBMProperty(BookSelection& archive, Prompt& prompt, const QIcon& icon,
-                             QWidget* parent)
+frmBMProperty::frmBMProperty(frmBook& archive, Prompt& prompt, const QIcon& icon, QWidget* parent)
     : QDialog(parent), m_archive(archive), m_prompt(prompt)
 {
     setObjectName(u"frmBMProperty"_s);

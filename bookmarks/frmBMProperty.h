@@ -5,22 +5,22 @@
 #include <memory>
 
 class Bookmark;
-class BookSelection;
 class Prompt;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
+class frmBook;
 
 /// The dialog in which a new bookmark is typed or the selected one is edited. It
 /// fills its fields when it is first shown, with exec(), and hands them to the
-/// archive when they are confirmed. Drops are the opener's business.
+/// archive when they are confirmed. Whoever opens it switches drops off meanwhile.
 ///
 /// Nobody may change the archive's selection while the dialog is open.
 class frmBMProperty : public QDialog {
     Q_OBJECT
 public:
     /// `archive` and `prompt` outlive the dialog.
-    frmBMProperty(BookSelection& archive, Prompt& prompt, const QIcon& icon, QWidget* parent);
+    frmBMProperty(frmBook& archive, Prompt& prompt, const QIcon& icon, QWidget* parent);
 
     /// True: a new bookmark is added to the selected folder. False, as at first:
     /// the selected bookmark is edited. To be set before the dialog is shown.
@@ -48,7 +48,7 @@ private:
     /// The description as the archive holds it.
     QString info() const;
 
-    BookSelection& m_archive;
+    frmBook& m_archive;
     Prompt& m_prompt;
     bool m_isNew = false;
     bool m_isLoaded = false;

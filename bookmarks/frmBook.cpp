@@ -3,13 +3,12 @@
 #include "base/ElidedLabel.h"
 #include "base/Guarded.h"
 #include "base/Shell.h"
-#include "base/Twips.h"
 #include "base/WindowGuards.h"
 #include "base/WindowParts.h"
-#include "bookmarks/ArchiveEditor.h"
+#include "bookmarks/ArchiveDrops.h"
 #include "bookmarks/ArchiveMenus.h"
 #include "bookmarks/ArchiveView.h"
-#include "bookmarks/NodeKeys.h"
+#include "bookmarks/FolderNames.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>
@@ -20,21 +19,16 @@
 using namespace Qt::StringLiterals;
 
 frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
-    : QMainWindow(owner, freeWindow), m_shell(shell), m_history(history),
-      m_files(shell.programFolder())
+    : QMainWindow(owner, freeWindow), m_shell(shell), m_files(shell.programFolder()),
+      m_editor(m_files, m_tree), m_export(m_files, shell, this)
 {
     setObjectName(u"frmBook"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(u"Bookmark Archiv"_s);
     setWindowIcon(shell.frameIcon());
     buildControls();
-    buildMenus();
-    m_commands = std::make_unique<BookCommands>(
-        BookCommands::Parts{m_files, m_tree, *m_view, m_shell, this});
-    connectItems();
-    connectExports();
-    connectKeys();
-    connectMouse();
+    buildCommands();
+    connectView(history);
     resize(firstSize());
     m_shell.bIsOpenBook(true);
     loadArchive();
@@ -60,6 +54,57 @@ void frmBook::buildControls()
     setStatusBar(status);
     m_client->installEventFilter(this);
     m_view->setFocus();
+    m_menus = new ArchiveMenus(this, *m_view);
+    connect(m_menus, &ArchiveMenus::chosen, this,
+            [this](const QString& item) { run(m_commands.value(item)); });
+}
+
+void frmBook::buildCommands()
+{
+    const auto exportFolder = [this](const QString& kind) {
+        return [this, kind] { m_export.ExportFolder(kind, selectedFolder()); };
+    };
+    const auto exportArchive = [this](const QString& kind) {
+        return [this, kind] { m_export.ExportArchive(kind); };
+    };
+    m_commands = {
+        {u"mn_Laden"_s, [this] { loadArchive(); }},
+        {u"mn_Speichern"_s, [this] { saveAndReload(); }},
+        {u"mn_ExpTxt"_s, exportArchive(u"Text"_s)},
+        {u"mn_ExpHtml"_s, exportArchive({})},
+        {u"mn_ExpNetscapeHtml"_s, exportArchive(u"Netscape"_s)},
+        {u"mn_Schließen"_s, [this] { close(); }},
+        {u"mn_AddOrdner"_s, [this] { AddDirToArchive(m_editor.GetNewDirName()); }},
+        {u"mn_DelOrdner"_s, [this] { deleteFolder(); }},
+        {u"mn_AttrOrdner"_s, [this] { renameFolder(); }},
+        {u"mn_expdetText"_s, exportFolder(u"Text"_s)},
+        {u"mn_expdetHtml"_s, exportFolder({})},
+        {u"mn_expdetNetscapeHtml"_s, exportFolder(u"Netscape"_s)},
+        {u"mn_OpenAllBkm"_s, [this] { OpenAll(); }},
+        {u"mn_OpenBkm"_s, [this] { OpenBookmark(); }},
+        {u"mn_Hinzufügen"_s, [this] { newBookmark(); }},
+        {u"mn_Loeschen"_s, [this] { deleteBookmark(); }},
+        {u"mn_Eigenschaften"_s, [this] { editBookmark(); }},
+    };
+}
+
+void frmBook::connectView(const HistoryCollection& history)
+{
+    connect(m_view, &ArchiveView::escapePressed, this, &frmBook::close);
+    connect(m_view, &ArchiveView::renamePressed, this, runItem(u"mn_AttrOrdner"_s));
+    connect(m_view, &ArchiveView::deletePressed, this, runItem(u"mn_Loeschen"_s));
+    connect(m_view, &ArchiveView::openWanted, this, runItem(u"mn_OpenBkm"_s));
+    connect(m_view, &ArchiveView::labelEdited, this, &frmBook::AfterLabelEdit);
+    connect(m_view, &ArchiveView::nodeReached, this, &frmBook::showAddress);
+    connect(m_view, &ArchiveView::menuWanted, this,
+            [this](const QPoint& place) { run([this, place] { m_menus->popUp(place); }); });
+    connect(m_view, &ArchiveView::wholeMenuWanted, this,
+            [this](const QPoint& place) { run([this, place] { m_menus->popUpWhole(place); }); });
+    const auto* drops = new ArchiveDrops(*m_view, history);
+    connect(drops, &ArchiveDrops::bookmarkDropped, this,
+            [this](const QString& title, const QString& address) {
+                run([this, &title, &address] { AddBkmToArchive(title, address, {}); });
+            });
 }
 
 QSize frmBook::firstSize() const
@@ -72,10 +117,9 @@ QSize frmBook::firstSize() const
 
 void frmBook::Form_Resize()
 {
-    const int status = statusBar()->isHidden() ? 0 : statusBar()->height();
-    const QSize scale = (m_client->size() + QSize(0, status)) * twipsPerPixel;
-    if (const auto size = archiveTreeSize(scale, m_view->pos() * twipsPerPixel, toTwips(status)))
-        m_view->resize(*size / twipsPerPixel);
+    const QSize size = m_client->size() - QSize(m_view->x(), m_view->y());
+    if (size.isValid()) // else the window is too small, and the tree keeps the size it has
+        m_view->resize(size);
 }
 
 bool frmBook::eventFilter(QObject* watched, QEvent* event)
@@ -85,86 +129,27 @@ bool frmBook::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
-void frmBook::GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right)
+void frmBook::showAddress(const QModelIndex& node)
 {
-    ArchiveTree::GetLAndR_Indx(node, left, right);
+    QString address;
+    ignoringErrors([&] {
+        if (m_tree.kind(node) == NodeKind::Bookmark)
+            address = m_editor.resolve(node).bookmark->Url();
+    });
+    m_statusPanel->showText(address);
 }
 
-void frmBook::GetDirIdx(const ThemaCollection& folders, qint32 number, qint16& position)
+void frmBook::tell(const QString& text)
 {
-    ::GetDirIdx(folders, number, position);
+    if (text.isEmpty())
+        return;
+    const DropsDisabled guard(m_shell);
+    m_shell.prompt().tell(this, text, u"Meldung"_s, Prompt::Icon::Exclamation);
 }
 
-void frmBook::GetBookmarkIdx(const BookmarkCollection& bookmarks, qint16 number, qint16& position)
+void frmBook::run(const Command& command)
 {
-    ::GetBookmarkIdx(bookmarks, number, position);
-}
-
-std::shared_ptr<Thema> frmBook::selectedFolder() const
-{
-    return m_commands->selectedFolder();
-}
-
-std::shared_ptr<Bookmark> frmBook::selectedBookmark() const
-{
-    return m_commands->selectedBookmark();
-}
-
-void frmBook::AddBkmToArchive(const QString& title, const QString& url, const QString& info)
-{
-    m_commands->AddBkmToArchive(title, url, info);
-}
-
-void frmBook::AddDirToArchive(const QString& name)
-{
-    m_commands->AddDirToArchive(name);
-}
-
-void frmBook::UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
-                             const QString& url, const QString& info)
-{
-    m_commands->UpdateBookmark(bookmark, title, url, info);
-}
-
-void frmBook::UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name)
-{
-    m_commands->UpdateDir(folder, name);
-}
-
-void frmBook::OpenAll()
-{
-    m_commands->OpenAll();
-}
-
-void frmBook::OpenBookmark()
-{
-    m_commands->OpenBookmark();
-}
-
-void frmBook::updateMenus(const QString& menu)
-{
-    const ArchiveSelection selection = m_commands->selection();
-    if (menu == u"mn_Modify"_s || menu == u"mn_Ordner"_s)
-        m_menus->set(folderMenuStates(selection));
-    if (menu == u"mn_Modify"_s || menu == u"mn_Bookmark"_s)
-        m_menus->set(bookmarkMenuStates(selection));
-}
-
-void frmBook::popUpMenu(const QPoint& globalPos)
-{
-    run([this, globalPos] { m_menus->popUp(m_commands->selection(), globalPos); });
-}
-
-void frmBook::showProperties(bool newBookmark)
-{
-    frmBMProperty dialog(*this, m_shell.prompt(), m_shell.frameIcon(), this);
-    dialog.bNewBkm(newBookmark);
-    dialog.exec();
-}
-
-void frmBook::run(const std::function<void()>& command)
-{
-    if (m_closing || !command || !takeLabel())
+    if (m_closing || !command || !commitLabel())
         return;
     ++m_running;
     runCommand(m_shell, this, [this, &command] {
@@ -179,12 +164,9 @@ void frmBook::run(const std::function<void()>& command)
         close();
 }
 
-void frmBook::tell(const QString& text)
+frmBook::Command frmBook::runItem(const QString& item)
 {
-    if (text.isEmpty())
-        return;
-    const DropsDisabled guard(m_shell);
-    m_shell.prompt().tell(this, text, u"Meldung"_s, Prompt::Icon::Exclamation);
+    return [this, item] { run(m_commands.value(item)); };
 }
 
 void frmBook::loadArchive()
@@ -198,7 +180,7 @@ void frmBook::loadArchive()
     }
     if (problem.isEmpty())
         return;
-    // Only when the window stands: it may just be being made.
+    // Later, as the window may just be being made and has to be there for the message.
     QMetaObject::invokeMethod(
         this, [this, problem] { run([this, problem] { tell(problem); }); }, Qt::QueuedConnection);
 }
@@ -216,38 +198,174 @@ bool frmBook::saveArchive()
 
 void frmBook::saveAndReload()
 {
-    // What could not be written is only here: it must not be read anew.
+    // What could not be written exists only in memory: a load would throw it away.
     if (saveArchive())
         loadArchive();
 }
 
-bool frmBook::takeLabel()
+std::shared_ptr<Thema> frmBook::selectedFolder() const
+{
+    const QModelIndex node = m_view->selectedNode();
+    const NodeKind kind = m_tree.kind(node);
+    const bool below = kind == NodeKind::Folder || kind == NodeKind::Bookmark;
+    return below ? m_editor.resolve(node).folder : nullptr;
+}
+
+std::shared_ptr<Bookmark> frmBook::selectedBookmark() const
+{
+    const QModelIndex node = m_view->selectedNode();
+    return m_tree.kind(node) == NodeKind::Bookmark ? m_editor.resolve(node).bookmark : nullptr;
+}
+
+void frmBook::AddDirToArchive(const QString& name)
+{
+    const QModelIndex selected = m_view->selectedNode();
+    const QModelIndex reference = selected.isValid() ? selected : m_tree.root();
+    const QModelIndex node = m_editor.addFolder(reference, name);
+    if (!node.isValid())
+        return;
+    m_view->expand(m_tree.root());
+    m_view->StartLabelEdit(node);
+}
+
+void frmBook::UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name)
+{
+    m_editor.renameFolder(*folder, name);
+    m_tree.refresh(m_view->selectedNode());
+}
+
+void frmBook::renameFolder()
+{
+    const QModelIndex node = m_view->selectedNode();
+    if (m_tree.kind(node) != NodeKind::Folder)
+        return;
+    ArchiveFiles::checkReadable(*m_editor.resolve(node).folder);
+    m_view->StartLabelEdit(node);
+}
+
+void frmBook::deleteFolder()
+{
+    const QPersistentModelIndex node = m_view->selectedNode();
+    if (m_tree.kind(node) != NodeKind::Folder)
+        return;
+    m_files.checkReadable();
+    const auto folder = m_editor.resolve(node).folder;
+    ArchiveFiles::checkReadable(*folder);
+    // The rest of the program goes on while the question is open: the node may be gone.
+    if (confirmed(*folder) && node.isValid())
+        m_editor.removeFolder(node);
+}
+
+bool frmBook::confirmed(const Thema& folder)
+{
+    if (!folder.colBookmark() || folder.colBookmark()->IsEmpty())
+        return true;
+    const DropsDisabled guard(m_shell);
+    return m_shell.prompt().askOkCancel(this, u"Der Ordner ist nicht leer, trotzdem löschen ?"_s,
+                                        u"Meldung"_s, Prompt::Icon::Question);
+}
+
+void frmBook::newBookmark()
+{
+    const auto folder = selectedFolder();
+    if (!folder)
+        return;
+    ArchiveFiles::checkReadable(*folder);
+    showProperties(true);
+}
+
+void frmBook::editBookmark()
+{
+    if (selectedBookmark())
+        showProperties(false);
+}
+
+void frmBook::showProperties(bool newBookmark)
+{
+    const DropsDisabled guard(m_shell);
+    frmBMProperty dialog(*this, m_shell.prompt(), m_shell.frameIcon(), this);
+    dialog.bNewBkm(newBookmark);
+    dialog.exec();
+}
+
+void frmBook::AddBkmToArchive(const QString& title, const QString& url, const QString& info)
+{
+    m_editor.addBookmark(m_view->selectedNode(), title, url, info);
+}
+
+void frmBook::UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
+                             const QString& url, const QString& info)
+{
+    if (bookmark)
+        m_editor.changeBookmark(m_view->selectedNode(), *bookmark, title, url, info);
+    else
+        AddBkmToArchive(title, url, info);
+}
+
+void frmBook::deleteBookmark()
+{
+    const QModelIndex node = m_view->selectedNode();
+    if (m_tree.kind(node) == NodeKind::Bookmark)
+        m_editor.removeBookmark(node);
+}
+
+void frmBook::OpenAll()
+{
+    if (m_tree.kind(m_view->selectedNode()) != NodeKind::Folder)
+        return;
+    const auto bookmarks = selectedFolder()->colBookmark();
+    if (!bookmarks)
+        return;
+    // A copy: while a window opens, the archive may change.
+    const BookmarkCollection all = *bookmarks;
+    for (const auto& bookmark : all)
+        m_shell.VisitUrl(bookmark->Url());
+}
+
+void frmBook::OpenBookmark()
+{
+    if (const auto bookmark = selectedBookmark())
+        m_shell.VisitUrl(bookmark->Url());
+}
+
+bool frmBook::commitLabel()
 {
     m_labelRefused = false;
     m_view->commitLabel();
     return !m_labelRefused;
 }
 
-void frmBook::labelEdited(const QModelIndex& node, const QString& typed)
+void frmBook::AfterLabelEdit(const QModelIndex& node, const QString& typed)
 {
     runCommand(m_shell, this, [this, &node, &typed] {
-        const DirNameCheck check = m_commands->AfterLabelEdit(node, typed);
-        const QString message = dirNameMessage(check, cleanDirName(typed));
+        const QString message = takeName(node, typed);
         m_labelRefused = !message.isEmpty();
         if (!m_labelRefused || m_closing)
             return;
-        // The editor is still at work: it has to close before the message opens.
+        // Later, as the editor is still open and has to close before the message opens.
         const QPersistentModelIndex its = node;
         QMetaObject::invokeMethod(
             this, [this, its, message] { refuseLabel(its, message); }, Qt::QueuedConnection);
     });
 }
 
+QString frmBook::takeName(const QModelIndex& node, const QString& typed)
+{
+    const DropsDisabled guard(m_shell);
+    const QString name = cleanDirName(typed);
+    const auto isFree = [this](const QString& wanted) { return m_tree.IsNameFree(wanted); };
+    const DirNameCheck check = checkDirName(node.data().toString(), name, isFree);
+    if (check == DirNameCheck::Accepted) {
+        UpdateDir(m_editor.resolve(node).folder, name);
+        m_tree.refresh(node);
+    }
+    return dirNameMessage(check, name);
+}
+
 void frmBook::refuseLabel(const QModelIndex& node, const QString& message)
 {
     run([this, its = QPersistentModelIndex(node), message] {
-        const DropsDisabled guard(m_shell);
-        m_shell.prompt().tell(this, message, u"Meldung"_s, Prompt::Icon::Exclamation);
+        tell(message);
         m_view->StartLabelEdit(its);
     });
 }
@@ -260,9 +378,11 @@ void frmBook::closeEvent(QCloseEvent* event)
         return;
     }
     m_closing = true;
-    takeLabel();
+    commitLabel();
     runCommand(m_shell, this, [this] { askToSave(); });
-    unload();
+    m_tree.build(nullptr);
+    m_files.release();
+    m_shell.bIsOpenBook(false);
     event->accept();
 }
 
@@ -274,11 +394,4 @@ void frmBook::askToSave()
     if (m_shell.prompt().askYesNo(this, u"Änderungen am Archiv speichern ?"_s, u"Meldung"_s,
                                   Prompt::Icon::Question))
         saveArchive();
-}
-
-void frmBook::unload()
-{
-    m_tree.build(nullptr);
-    m_files.release();
-    m_shell.bIsOpenBook(false);
 }

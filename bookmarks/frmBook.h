@@ -1,8 +1,9 @@
 #pragma once
 
+#include "bookmarks/ArchiveEditor.h"
+#include "bookmarks/ArchiveExport.h"
 #include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ArchiveTree.h"
-#include "bookmarks/BookSelection.h"
 #include "history/HistoryList.h"
 
 #include <QHash>
@@ -11,18 +12,17 @@
 #include <functional>
 #include <memory>
 
+class ArchiveMenus;
 class ArchiveView;
-class BookCommands;
-class BookMenus;
-class Shell;
 class ElidedLabel;
+class Shell;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
 /// window above its owner that deletes itself when it closes.
 ///
 /// `bIsOpenBook` of the frame is true from construction until closing is done;
 /// whoever deletes the window without closing it has to clear the flag.
-class frmBook : public QMainWindow, public BookSelection {
+class frmBook : public QMainWindow {
     Q_OBJECT
 public:
     /// Loads the archive in the frame's program folder.
@@ -30,76 +30,84 @@ public:
     frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner);
     ~frmBook() override;
 
-    // The look-ups and operations that other windows use. They may throw Error.
+    // The operations that other windows use. They act on the selected node, may throw
+    // Error, and have changed nothing then.
 
-    /// See ArchiveTree::GetLAndR_Indx.
-    static void GetLAndR_Indx(const QModelIndex& node, qint16& left, qint16& right);
-    /// See NodeKeys.h.
-    static void GetDirIdx(const ThemaCollection& folders, qint32 number, qint16& position);
-    static void GetBookmarkIdx(const BookmarkCollection& bookmarks, qint16 number,
-                               qint16& position);
-    std::shared_ptr<Thema> selectedFolder() const override;
-    std::shared_ptr<Bookmark> selectedBookmark() const override;
-    void AddBkmToArchive(const QString& title, const QString& url, const QString& info) override;
+    /// The folder of the selected node (the folder itself, or that of a bookmark); null on
+    /// the root or when nothing is selected.
+    std::shared_ptr<Thema> selectedFolder() const;
+    /// The selected bookmark; null when the selected node is none.
+    std::shared_ptr<Bookmark> selectedBookmark() const;
+    void AddBkmToArchive(const QString& title, const QString& url, const QString& info);
+    /// Lets the user edit the new folder's label at once.
     void AddDirToArchive(const QString& name);
     /// Without a bookmark the three texts are added as a new one.
     void UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
-                        const QString& url, const QString& info) override;
+                        const QString& url, const QString& info);
     void UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name);
     void OpenAll();
     void OpenBookmark();
 
     Book& Buch() { return m_files.book(); }
     ArchiveView& view() const { return *m_view; }
-    BookMenus& menus() const { return *m_menus; }
-    /// Opens the context menu for the selection; waits until it is closed.
-    void popUpMenu(const QPoint& globalPos);
-
-    /// Runs a command of this window: a label being edited is taken over first,
-    /// errors become messages, and closing waits until the command is done. The
-    /// command is left out when the label is refused.
-    void run(const std::function<void()>& command);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    using Command = std::function<void()>;
+
     void buildControls();
-    void buildMenus();
-    void connectItems();
-    void connectExports();
-    void connectKeys();
-    void connectMouse();
+    void buildCommands();
+    void connectView(const HistoryCollection& history);
     QSize firstSize() const;
     void Form_Resize();
-    void updateMenus(const QString& menu);
-    void showProperties(bool newBookmark);
+    void showAddress(const QModelIndex& node);
+    void tell(const QString& text);
+
+    /// Runs a command of this window: a label being edited is taken over first, errors
+    /// become messages, and closing waits until the command is done. The command is left
+    /// out when the label is refused.
+    void run(const Command& command);
+    /// The command of a menu item, as above, for a signal.
+    Command runItem(const QString& item);
 
     void loadArchive();
     bool saveArchive();
     void saveAndReload();
     void askToSave();
-    void unload();
-    void tell(const QString& text);
-    void labelEdited(const QModelIndex& node, const QString& typed);
+
+    void renameFolder();
+    void deleteFolder();
+    bool confirmed(const Thema& folder);
+    void newBookmark();
+    void editBookmark();
+    void deleteBookmark();
+    void showProperties(bool newBookmark);
+
+    void AfterLabelEdit(const QModelIndex& node, const QString& typed);
+    /// Gives the node's folder the name, or returns what the user is told about it.
+    QString takeName(const QModelIndex& node, const QString& typed);
     void refuseLabel(const QModelIndex& node, const QString& message);
     /// False when the label that was being edited is refused.
-    bool takeLabel();
+    bool commitLabel();
 
     Shell& m_shell;
-    const HistoryCollection& m_history;
     ArchiveFiles m_files;
     ArchiveTree m_tree;
+    ArchiveEditor m_editor;
+    ArchiveExport m_export;
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
     ElidedLabel* m_statusPanel = nullptr;
-    BookMenus* m_menus = nullptr;
-    std::unique_ptr<BookCommands> m_commands;
-    QHash<QString, std::function<void()>> m_byItem;
+    ArchiveMenus* m_menus = nullptr;
+    /// By the names of the menu items.
+    QHash<QString, Command> m_commands;
     /// How many commands are running: one may open another's menu or prompt.
     int m_running = 0;
     bool m_labelRefused = false;
+    /// The user has closed the window while a command was running.
     bool m_closeLater = false;
     bool m_closing = false;
 };
