@@ -24,7 +24,7 @@ bool ContextMenuKey::eventFilter(QObject* watched, QEvent* event)
 {
     if (!isContextMenuKey(*event))
         return false;
-    // A key gets to the window when nothing inside has taken it.
+    // The window is the last to get a key: no widget in it has taken it.
     auto* const window = qobject_cast<QWidget*>(watched);
     if (window == nullptr || !window->isWindow() || QApplication::activePopupWidget() != nullptr)
         return false;

@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-/// Lets Shift+F10 do what the menu key does, in all windows of the program: the toolkit
-/// knows only the menu key. Pages see to it themselves.
+/// Lets Shift+F10 do what the menu key does, in all windows of the program: Qt knows
+/// only the menu key. Pages handle the key themselves.
 class ContextMenuKey : public QObject {
     Q_OBJECT
 public:

@@ -14,8 +14,8 @@ bool isEnterKey(const QKeyEvent& event);
 bool isEscapeKey(const QKeyEvent& event);
 
 /// The key table of one dialog: what Enter (the key pad's too) and Escape do
-/// while a control has the focus. A key that the table knows never gets to the
-/// control, nor to the toolkit's own ideas about default buttons.
+/// while a control has the focus. A key that the table knows reaches neither the
+/// control nor one of Qt's default buttons.
 ///
 /// An object of this class belongs to its dialog.
 class DialogKeys : public QObject {

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The list without what is no address, as the comments that a list may hold.
+/// The addresses of the list. A list may hold comments, too, which have no scheme.
 QList<QUrl> listed(const QMimeData& data)
 {
     QList<QUrl> urls = data.urls();
@@ -55,8 +55,8 @@ QString attribute(const QString& attributes, const QString& name)
     return {};
 }
 
-/// What an engine says in HTML of the link or the image that is dragged out of a page:
-/// the tag is the first one, its addresses are complete, its values are quoted.
+/// The link or image that is dragged out of a page. The engine describes it in HTML: it is
+/// the first tag, its addresses are complete and the values are quoted [Qt 6.4].
 struct DraggedElement {
     bool isImage = false;
     QUrl address;
@@ -104,7 +104,7 @@ DroppedAddress droppedAddress(const QMimeData& data)
         return only(urls.constFirst());
     if (urls.size() == 1 && data.hasHtml()) {
         const DraggedElement element = draggedElement(data);
-        if (element.isImage) // the file is a copy of the engine's own, and will go
+        if (element.isImage) // the file is a temporary copy that the engine made
             return element.address.isRelative() ? DroppedAddress() : only(element.address);
         if (element.address == urls.constFirst())
             return only(element.address);

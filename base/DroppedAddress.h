@@ -9,11 +9,10 @@ class QMimeData;
 
 /// What a drop offers as addresses: a text, files, or both.
 ///
-/// A list of addresses that holds no local file is the text: its first address. So a
-/// link dragged out of a page counts by its address, not by its label. Of an image the
-/// engine offers a file that it has just made; the image's own address counts.
-/// File managers add their list of files as plain text too; then the text counts as
-/// absent.
+/// A list of addresses that holds no local file gives the text: its first address. So a
+/// link dragged out of a page counts by its address, not by its label. For an image the
+/// engine offers a temporary file; the image's own address counts. File managers offer
+/// their list of files as plain text, too; such a text counts as absent.
 struct DroppedAddress {
     std::optional<QString> text;
     /// Paths of this system; "file:" addresses where a name is no text, or begins with a

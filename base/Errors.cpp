@@ -3,7 +3,8 @@
 #include "base/SystemReason.h"
 
 namespace {
-/// The toolkit hands on the system's words, in whatever language these are.
+/// Qt passes the system's description on in the language of the user's locale. Where it is
+/// the description of an error number, the German one takes its place.
 QString inGerman(const QString& reason)
 {
     constexpr int lastCode = 133; // of Linux

@@ -17,7 +17,7 @@ struct MenuEntry {
     /// The menu it belongs to, which stands before it; empty for the top level.
     QStringView under;
     Kind kind = {};
-    /// The name under which it reports; empty: its own.
+    /// The name that the signals carry; empty: the item's own.
     QStringView role = {};
 
     QString reportedRole() const { return (role.isEmpty() ? name : role).toString(); }

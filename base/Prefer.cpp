@@ -43,7 +43,8 @@ QByteArray beginningOf(const QString& path, qint64 count)
     return bytes;
 }
 
-/// What is read where `text` was written.
+/// The text that a load gives back where `text` was saved: cut to the width of the field, and
+/// with "?" for what the encoding does not have.
 QString asStored(const QString& text)
 {
     const QByteArray field = RecordWriter(textWidth).text(text, textWidth).bytes();
@@ -55,8 +56,8 @@ QString filePath(const QString& programFolder)
     return programFolder + QStringLiteral("/Pref.tsp");
 }
 
-/// A written record never has a zero byte where the mail client begins: the
-/// field is padded with blanks. Shorter files are zero from their end on.
+/// A record that was written whole has no zero byte where the mail client begins, as the
+/// field is padded with blanks.
 bool isBroken(const QByteArray& record)
 {
     return RecordReader(record).int16() != validMark || record.size() <= mailClientOffset ||
@@ -96,7 +97,7 @@ void Prefer::SavePref()
 void Prefer::LoadPref()
 {
     takeDefaults();
-    m_isUnread = true; // unless the next line comes to its end
+    m_isUnread = true; // and stays so if the next line throws
     const QByteArray bytes = beginningOf(filePath(m_programFolder), recordSize);
     m_isUnread = false;
     if (!isBroken(bytes)) {
@@ -136,8 +137,8 @@ void Prefer::takeRecord(const QByteArray& bytes)
     m_mdiState = reader.int16();
     m_statusBar = reader.int16();
     m_homeUrl = reader.text(textWidth);
-    // The path of the program folder may be too long for the field, or hold what the
-    // encoding does not.
+    // The default start page lies in the program folder, whose path may be too long for the
+    // field, or have letters that the encoding does not. What was stored stands for it.
     if (const QString home = defaultHomeUrl(m_programFolder); m_homeUrl == asStored(home))
         m_homeUrl = home;
     m_searchEngine = reader.text(textWidth);

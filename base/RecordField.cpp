@@ -16,7 +16,8 @@ void appendLittleEndian(QByteArray& bytes, Int value)
     bytes.append(raw.data(), static_cast<qsizetype>(raw.size()));
 }
 
-/// Most fields are mostly padding: whole blocks of it go first.
+/// Takes whole blocks of blanks away first, as most of a field is padding: an archive is
+/// loaded faster.
 QByteArrayView withoutEndBlanks(QByteArrayView field)
 {
     constexpr QByteArrayView block("                                ");
@@ -43,7 +44,7 @@ RecordWriter& RecordWriter::int32(qint32 value)
 RecordWriter& RecordWriter::text(QStringView value, qsizetype width)
 {
     const qsizetype end = m_bytes.size() + width;
-    // Convert before cutting: one code point can be two units of the text.
+    // Converted before it is cut: two UTF-16 units may become a single byte.
     appendWindows1252(m_bytes, value.left(2 * width));
     const qsizetype filled = std::min(m_bytes.size(), end);
     m_bytes.resize(end);

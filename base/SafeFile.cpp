@@ -23,8 +23,8 @@ QString backupOf(const QString& path)
     return path + QStringLiteral(".bak");
 }
 
-/// The old content makes room under its name, but is not lost. Folders and
-/// devices of that name are left alone.
+/// Renames the old file to its ".bak", so that no file of the name is there and its content
+/// is not lost. Folders and devices of that name are left alone.
 void setAside(const QString& path)
 {
     if (!QFileInfo(path).isFile())
@@ -32,10 +32,11 @@ void setAside(const QString& path)
     QFile::remove(backupOf(path));
     QFile::rename(path, backupOf(path));
 }
-/// Where the last of the links leads that `path` may be, though nothing need be there.
+
+/// Where `path` leads in the end when it is a symbolic link, whether or not a file is there.
 QString linkTarget(QString path)
 {
-    constexpr int linksAtMost = 40; // as the system
+    constexpr int linksAtMost = 40; // as many as Linux follows
     for (int i = 0; i < linksAtMost && QFileInfo(path).isSymLink(); ++i)
         path = QFileInfo(path).symLinkTarget();
     return path;
@@ -48,7 +49,7 @@ nlink_t namesOf(const QString& path)
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_nlink : 1;
 }
 
-/// Writes all of `bytes` to the disk; the reason why not, or an empty text.
+/// Writes all of `bytes` to the disk. Returns why that failed, else an empty text.
 QString written(QFile& file, const QByteArray& bytes)
 {
     if (file.write(bytes) != bytes.size())
@@ -59,8 +60,8 @@ QString written(QFile& file, const QByteArray& bytes)
     return {};
 }
 
-/// Writes a file beside the one that it then replaces in one step. It is locked for as
-/// long as it has a name of its own, so that nobody takes it for an abandoned one.
+/// Writes a new file beside the old one and then renames it over that. It is locked until it
+/// is renamed, so that `removeAbandonedFiles` leaves it alone.
 void putNewInPlace(const QString& path, const QByteArray& bytes)
 {
     const QString target = linkTarget(path);
@@ -181,7 +182,9 @@ void writeFile(const QString& path, const QByteArray& bytes)
 void removeAbandonedFiles(const QString& folder)
 {
     static const QRegularExpression ours(u"\\A(tessera-[0-9a-f]{8}\\.neu|"
-                                         // What earlier versions made; people use one case.
+                                         // Earlier versions put six random letters behind the
+                                         // name. A suffix in one case, or with a capital only
+                                         // in front, may be a user's own and stays.
                                          "([0-9]+|Book)\\.bkm\\.(?=[a-z]*[A-Z])"
                                          "(?=[A-Z]*[a-z])(?![A-Z][a-z]*\\z)[a-zA-Z]{6})\\z"_s);
     const QStringList names = QDir(folder).entryList(QDir::Files | QDir::NoSymLinks);
