@@ -7,8 +7,8 @@
 #include "app/MDIForm1.h"
 #include "app/StartupNotice.h"
 #include "base/Prompt.h"
+#include "base/RunCommand.h"
 #include "base/Twips.h"
-#include "base/WindowGuards.h"
 
 #include <QAction>
 #include <QApplication>

@@ -10,7 +10,7 @@
 #include "app/frmEinstell.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
-#include "base/WindowGuards.h"
+#include "base/RunCommand.h"
 #include "bookmarks/frmBook.h"
 #include "history/frmHistory.h"
 

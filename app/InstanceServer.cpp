@@ -1,7 +1,7 @@
 #include "app/InstanceServer.h"
 
 #include "app/InstanceConnection.h"
-#include "base/Guarded.h"
+#include "base/Errors.h"
 #include "launcher/InstanceMessage.h"
 
 #include <QPointer>

@@ -8,9 +8,9 @@
 #include "app/StartModule.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
+#include "base/RunCommand.h"
 #include "base/Twips.h"
 #include "base/WholeNumber.h"
-#include "base/WindowGuards.h"
 #include "launcher/DescriptorLimit.h"
 
 #include <QCloseEvent>

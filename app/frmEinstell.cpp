@@ -1,8 +1,8 @@
 #include "app/frmEinstell.h"
 
 #include "base/DialogKeys.h"
-#include "base/Guarded.h"
 #include "base/Prefer.h"
+#include "base/RunCommand.h"
 #include "base/Shell.h"
 #include "base/WholeNumber.h"
 #include "base/WindowParts.h"

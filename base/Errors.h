@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <exception>
+#include <utility>
 
 /// The failures that core code reports. Each carries a short German text that
 /// can be shown to the user as it stands.
@@ -70,3 +71,31 @@ public:
 private:
     QString m_path;
 };
+
+/// Runs `command` at the edge of the program, where no exception may leave a
+/// slot or an event handler: `report` gets the text of an error, and the program
+/// stays as it is. Returns whether the command went through.
+template <typename Command, typename Report>
+bool runReporting(Command&& command, Report&& report)
+{
+    try {
+        std::forward<Command>(command)();
+        return true;
+    } catch (const Error& error) {
+        report(error.text());
+    } catch (const std::exception& error) {
+        report(QString::fromUtf8(error.what()));
+    }
+    return false;
+}
+
+/// Runs one statement of a handler that ignores errors statement by statement,
+/// so that a failure skips just this statement.
+template <typename Statement>
+void ignoringErrors(Statement&& statement) noexcept
+{
+    try {
+        std::forward<Statement>(statement)();
+    } catch (...) { // the handler goes on with its next statement
+    }
+}

@@ -1,7 +1,6 @@
 #include "base/Prefer.h"
 
 #include "base/Errors.h"
-#include "base/Guarded.h"
 #include "base/RecordField.h"
 #include "base/WholeNumber.h"
 

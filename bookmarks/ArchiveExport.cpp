@@ -1,8 +1,8 @@
 #include "bookmarks/ArchiveExport.h"
 
 #include "base/Prompt.h"
+#include "base/RunCommand.h"
 #include "base/SafeFile.h"
-#include "base/WindowGuards.h"
 #include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ExportFormats.h"
 

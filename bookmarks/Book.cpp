@@ -1,6 +1,6 @@
 #include "bookmarks/Book.h"
 
-#include "base/Guarded.h"
+#include "base/Errors.h"
 #include "base/SafeFile.h"
 #include "base/WholeNumber.h"
 #include "bookmarks/ArchiveRecords.h"

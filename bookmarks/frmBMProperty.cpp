@@ -1,8 +1,8 @@
 #include "bookmarks/frmBMProperty.h"
 
 #include "base/DialogKeys.h"
-#include "base/Guarded.h"
 #include "base/Prompt.h"
+#include "base/RunCommand.h"
 #include "base/WindowParts.h"
 #include "bookmarks/frmBook.h"
 

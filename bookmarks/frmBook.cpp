@@ -1,9 +1,8 @@
 #include "bookmarks/frmBook.h"
 
 #include "base/ElidedLabel.h"
-#include "base/Guarded.h"
+#include "base/RunCommand.h"
 #include "base/Shell.h"
-#include "base/WindowGuards.h"
 #include "base/WindowParts.h"
 #include "bookmarks/ArchiveDrops.h"
 #include "bookmarks/ArchiveMenus.h"

@@ -1,6 +1,6 @@
 #include "browser/frmBrowser.h"
 
-#include "base/Guarded.h"
+#include "base/Errors.h"
 #include "base/Prefer.h"
 #include "browser/AddressBar.h"
 #include "browser/BrowserFocus.h"

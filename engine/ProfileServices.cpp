@@ -1,7 +1,7 @@
 #include "engine/ProfileServices.h"
 
 #include "base/Prompt.h"
-#include "base/WindowGuards.h"
+#include "base/RunCommand.h"
 #include "engine/asking/Notices.h"
 #include "pages/asking/QuestionQueue.h"
 #include "pages/downloads/frmDownloads.h"

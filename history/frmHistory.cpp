@@ -1,7 +1,7 @@
 #include "history/frmHistory.h"
 
 #include "base/DialogKeys.h"
-#include "base/Guarded.h"
+#include "base/Errors.h"
 #include "base/Shell.h"
 #include "base/ShownText.h"
 #include "base/Twips.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/WindowGuards.h"
+#include "base/RunCommand.h"
 #include "engine/page/WebEnginePage.h"
 #include "pages/asking/PageAsker.h"
 #include "pages/asking/QuestionDesk.h"

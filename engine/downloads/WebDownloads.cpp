@@ -1,7 +1,7 @@
 #include "engine/downloads/WebDownloads.h"
 
 #include "base/Prompt.h"
-#include "base/WindowGuards.h"
+#include "base/RunCommand.h"
 #include "engine/downloads/DownloadFailures.h"
 #include "pages/asking/QuestionQueue.h"
 #include "pages/downloads/DownloadNames.h"

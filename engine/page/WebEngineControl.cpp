@@ -1,6 +1,6 @@
 #include "engine/page/WebEngineControl.h"
 
-#include "base/Guarded.h"
+#include "base/Errors.h"
 #include "browser/PageTexts.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"

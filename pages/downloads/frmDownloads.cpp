@@ -2,7 +2,7 @@
 
 #include "base/DialogKeys.h"
 #include "base/Prompt.h"
-#include "base/WindowGuards.h"
+#include "base/RunCommand.h"
 #include "base/WindowParts.h"
 #include "pages/downloads/DownloadNames.h"
 

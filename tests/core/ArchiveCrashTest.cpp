@@ -1,5 +1,5 @@
 #include "SampleArchive.h"
-#include "base/Guarded.h"
+#include "base/Errors.h"
 
 #include <QRandomGenerator>
 #include <QThread>

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "base/Guarded.h"
+#include "base/Errors.h"
+#include "base/Prompt.h"
 #include "base/Shell.h"
 
 #include <QWidget>
 
-/// While it lives, the frame takes no drops: it goes around every prompt.
+/// While it lives, the frame takes no drops. Every question and message has one around it.
 class DropsDisabled {
 public:
     explicit DropsDisabled(Shell& shell) : m_shell(shell) { m_shell.SetDropDisabled(true); }
@@ -17,7 +18,17 @@ private:
     Shell& m_shell;
 };
 
-/// `runCommand` of a window outside of any dialog: the frame takes no drops while the
+/// Runs a command of a dialog, where no exception may leave the slot: the user is shown the
+/// text of an error as a message. Returns whether the command went through.
+template <typename Command>
+bool runCommand(Prompt& prompt, QWidget* parent, Command&& command)
+{
+    return runReporting(std::forward<Command>(command), [&](const QString& text) {
+        prompt.tell(parent, text, QStringLiteral("Meldung"), Prompt::Icon::Exclamation);
+    });
+}
+
+/// The same for a window outside of any dialog: the frame takes no drops while the
 /// message is open.
 template <typename Command>
 bool runCommand(Shell& shell, QWidget* parent, Command&& command)
