@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// The addresses of the list. A list may hold comments, too, which have no scheme.
-QList<QUrl> listed(const QMimeData& data)
+QList<QUrl> addressList(const QMimeData& data)
 {
     QList<QUrl> urls = data.urls();
     urls.removeIf([](const QUrl& url) { return !url.isValid() || url.scheme().isEmpty(); });
@@ -20,7 +20,7 @@ QList<QUrl> listed(const QMimeData& data)
 
 /// Whether every line of `text` only repeats one of the list's entries. An empty text
 /// repeats nothing.
-bool repeats(const QString& text, const QList<QUrl>& urls)
+bool repeatsList(const QString& text, const QList<QUrl>& urls)
 {
     const QSet<QUrl> entries(urls.begin(), urls.end());
     QSet<QString> paths;
@@ -42,7 +42,7 @@ QString unescaped(QString value)
 }
 
 /// The value of an attribute; `attributes` is what a tag holds behind its name. They are
-/// read one after the other, as the value of one may look like another.
+/// read one after the other and not searched for the name, which a value may hold, too.
 QString attribute(const QString& attributes, const QString& name)
 {
     static const QRegularExpression one(u"\\G\\s*([^\\s=>\"']+)(?:=\"([^\"]*)\")?"_s);
@@ -76,8 +76,8 @@ DraggedElement draggedElement(const QMimeData& data)
     return {isImage, QUrl(address)};
 }
 
-/// A path of this system, or the address where it is none: of a drive's letter, or of
-/// names that are no text.
+/// The path of a local file. Where it begins with a drive's letter or is not UTF-8, which a
+/// path in a QString cannot say, the whole address instead.
 QString localName(const QUrl& url)
 {
     static const QRegularExpression drive(u"^/[A-Za-z]:(/|$)"_s);
@@ -87,7 +87,8 @@ QString localName(const QUrl& url)
     return isPath ? path : url.toString(QUrl::FullyEncoded);
 }
 
-DroppedAddress only(const QUrl& url)
+/// What a drop of this one address offers.
+DroppedAddress singleAddress(const QUrl& url)
 {
     if (url.isLocalFile() && !url.hasQuery() && !url.hasFragment())
         return {{}, {localName(url)}};
@@ -97,17 +98,17 @@ DroppedAddress only(const QUrl& url)
 
 DroppedAddress droppedAddress(const QMimeData& data)
 {
-    const QList<QUrl> urls = listed(data);
+    const QList<QUrl> urls = addressList(data);
     const auto files =
         std::count_if(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
     if (!urls.isEmpty() && files == 0)
-        return only(urls.constFirst());
+        return singleAddress(urls.constFirst());
     if (urls.size() == 1 && data.hasHtml()) {
         const DraggedElement element = draggedElement(data);
         if (element.isImage) // the file is a temporary copy that the engine made
-            return element.address.isRelative() ? DroppedAddress() : only(element.address);
+            return element.address.isRelative() ? DroppedAddress() : singleAddress(element.address);
         if (element.address == urls.constFirst())
-            return only(element.address);
+            return singleAddress(element.address);
     }
     DroppedAddress dropped;
     for (const QUrl& url : urls)
@@ -115,7 +116,7 @@ DroppedAddress droppedAddress(const QMimeData& data)
             dropped.files.append(localName(url));
     if (data.hasFormat(u"text/plain"_s)) {
         const QString text = data.text();
-        if (dropped.files.isEmpty() || !repeats(text, urls))
+        if (dropped.files.isEmpty() || !repeatsList(text, urls))
             dropped.text = text;
     }
     return dropped;

@@ -15,7 +15,7 @@ class QMimeData;
 /// their list of files as plain text, too; such a text counts as absent.
 struct DroppedAddress {
     std::optional<QString> text;
-    /// Paths of this system; "file:" addresses where a name is no text, or begins with a
+    /// Paths of this system; "file:" addresses where a path is not UTF-8 or begins with a
     /// drive's letter.
     QStringList files;
 

@@ -22,9 +22,9 @@ QByteArray readOrCreateFile(const QString& path, qint64 limit);
 /// Renames the ".bak" to `path` if there is no file of that name.
 void takeBackupBack(const QString& path);
 
-/// Writes `bytes` to whatever `path` names, links, devices and files of several names
-/// included. Throws FileError; a file that was there has its old content then, and none
-/// is left where there was none.
+/// Writes `bytes` to whatever `path` names: through links, into devices, and into files that
+/// have several names. Throws FileError; a file that was there has its old content then, and
+/// none is left where there was none.
 void writeFile(const QString& path, const QByteArray& bytes);
 
 /// Removes the files that `replaceFile` and `writeFile` have begun in `folder` and never

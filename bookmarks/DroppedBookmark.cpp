@@ -28,7 +28,7 @@ QString archivedUrl(const QString& dropped)
     static const QRegularExpression tail(u"[?#]"_s);
     const QString name = path.left(path.indexOf(tail)); // -1: the whole
     const QString decoded = QUrl(u"file://"_s + name).toLocalFile();
-    if (decoded.contains(QChar(QChar::ReplacementCharacter))) // the name is no text
+    if (decoded.contains(QChar(QChar::ReplacementCharacter))) // the name is not UTF-8
         return dropped;
     return decoded + path.sliced(name.size());
 }

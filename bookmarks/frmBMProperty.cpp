@@ -200,7 +200,7 @@ void frmBMProperty::store(void (frmBMProperty::*how)())
 
 QString frmBMProperty::info() const
 {
-    // The plain text would come with ordinary blanks for non-breaking ones.
+    // Not toPlainText(): that turns non-breaking blanks into ordinary ones.
     QString text = m_text3->document()->toRawText();
     for (const QChar lineBreak : {QChar::ParagraphSeparator, QChar::LineSeparator})
         text.replace(lineBreak, u"\r\n"_s);
