@@ -68,7 +68,12 @@ void frmBook::buildCommands()
     };
     m_commands = {
         {u"mn_Laden"_s, [this] { loadArchive(); }},
-        {u"mn_Speichern"_s, [this] { saveAndReload(); }},
+        // What could not be written exists only in memory: a load would throw it away.
+        {u"mn_Speichern"_s,
+         [this] {
+             if (saveArchive())
+                 loadArchive();
+         }},
         {u"mn_ExpTxt"_s, exportArchive(u"Text"_s)},
         {u"mn_ExpHtml"_s, exportArchive({})},
         {u"mn_ExpNetscapeHtml"_s, exportArchive(u"Netscape"_s)},
@@ -193,13 +198,6 @@ bool frmBook::saveArchive()
     }
     tell(problem);
     return problem.isEmpty();
-}
-
-void frmBook::saveAndReload()
-{
-    // What could not be written exists only in memory: a load would throw it away.
-    if (saveArchive())
-        loadArchive();
 }
 
 std::shared_ptr<Thema> frmBook::selectedFolder() const

@@ -75,7 +75,6 @@ private:
 
     void loadArchive();
     bool saveArchive();
-    void saveAndReload();
     void askToSave();
 
     void renameFolder();
