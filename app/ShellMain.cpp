@@ -14,7 +14,7 @@
 #include "base/MessagePrompt.h"
 #include "base/ShownText.h"
 #include "engine/WebEngineHost.h"
-#include "launcher/ShellEntry.h"
+#include "launcher/ShellStart.h"
 #include "pages/asking/PageDialogs.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "launcher/CommandLine.h"
 #include "launcher/DescriptorLimit.h"
 #include "launcher/InstanceClient.h"
-#include "launcher/InstanceFolder.h"
-#include "launcher/ShellEntry.h"
+#include "launcher/InstancePlace.h"
+#include "launcher/ShellStart.h"
 
 #include <climits>
 #include <cstdio>

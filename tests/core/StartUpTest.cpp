@@ -1,5 +1,5 @@
 #include "launcher/CommandLine.h"
-#include "launcher/InstanceFolder.h"
+#include "launcher/InstancePlace.h"
 #include "launcher/InstanceMessage.h"
 #include "tests/TestCase.h"
 

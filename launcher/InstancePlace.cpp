@@ -1,4 +1,4 @@
-#include "launcher/InstanceFolder.h"
+#include "launcher/InstancePlace.h"
 
 #include "base/SystemReason.h"
 

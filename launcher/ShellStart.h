@@ -1,6 +1,6 @@
 #pragma once
 
-#include "launcher/InstanceFolder.h"
+#include "launcher/InstancePlace.h"
 
 #include <string>
 
