@@ -7,16 +7,17 @@
 
 namespace {
 
-// Slower than this no display is: waiting for its beat is not the machine's fault.
-constexpr qint64 slowestBeat = 25;
-// The user is to see what happens, however long it takes.
+// A paint may take this long (ms) because it waits for the display's next refresh; no display
+// is slower.
+constexpr qint64 longestRefresh = 25;
+// The picture changes at least this often (ms), however long a paint takes.
 constexpr qint64 longestPause = 200;
 
 } // namespace
 
 int pauseAfterPaint(qint64 cost)
 {
-    return cost <= slowestBeat ? 0 : static_cast<int>(qMin(cost, longestPause));
+    return cost <= longestRefresh ? 0 : static_cast<int>(qMin(cost, longestPause));
 }
 
 PaintPacer::PaintPacer(QWidget* window) : QObject(window), m_window(window)
