@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Desktops put styles of their own around the one that draws.
+/// The style that draws, inside those that desktops put around it.
 const QStyle* drawingStyle(const QStyle* style)
 {
     while (const auto* around = qobject_cast<const QProxyStyle*>(style))
@@ -54,17 +54,17 @@ QPainterPath sign(QStyle::StandardPixmap which)
 DarkTitles::Watch::Watch(QWidget* frame) : QObject(frame)
 {
     frame->installEventFilter(this);
-    look();
+    apply();
 }
 
 bool DarkTitles::Watch::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-        QMetaObject::invokeMethod(this, &Watch::look, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &Watch::apply, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }
 
-void DarkTitles::Watch::look()
+void DarkTitles::Watch::apply()
 {
     QStyle* const style = QApplication::style();
     if (isDark(QApplication::palette()) && qobject_cast<DarkTitles*>(style) == nullptr &&
@@ -101,8 +101,9 @@ void DarkTitles::drawComplexControl(ComplexControl control, const QStyleOptionCo
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
     }
-    // The buttons of an active window are light: an inactive one is drawn like that,
-    // without the colour that would set it off. The text is the caption's shadow.
+    // Fusion draws light buttons for active windows only, so an inactive one is drawn as
+    // active, with the window's own colour in place of the highlight. It draws the shadow
+    // of the caption in the colour `Text`.
     QStyleOptionTitleBar light = *bar;
     if ((bar->titleBarState & State_Active) == 0) {
         light.titleBarState |= State_Active;

@@ -2,14 +2,15 @@
 
 #include <QProxyStyle>
 
-/// The toolkit's own style with legible buttons for the windows inside of the frame
-/// on a dark desktop: by itself it draws these in black. With light colours, and for
-/// everything else, it is the style as it was.
+/// Qt's Fusion style with legible title bar buttons for the windows inside the frame on a
+/// dark desktop, where Fusion draws them in black (6.4). With light colours, and for
+/// everything else, it is the style that it was given. Before this is removed, look at
+/// the child windows with a dark palette.
 class DarkTitles : public QProxyStyle {
     Q_OBJECT
 public:
-    /// Puts it over the application's style when the desktop is dark, or becomes so: a
-    /// style that changes costs time at the start. Belongs to the frame.
+    /// Sets it as the application's style when the desktop is dark, or becomes so, and not
+    /// before: changing the style costs time at the start. Belongs to the frame.
     class Watch;
 
     /// Takes `style` over.
@@ -29,5 +30,5 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void look();
+    void apply();
 };

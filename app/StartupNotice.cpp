@@ -50,8 +50,8 @@ xcb_timestamp_t timeOf(const QByteArray& startupId)
 
 void startupNotice::prepare()
 {
-    // A variable that is added later finds its place then, and the list of variables,
-    // which the engine's threads read, is not moved.
+    // A variable that is set again takes its old place in the list of variables, so that
+    // the list is not moved while the engine's threads read it.
     if (qEnvironmentVariableIsSet(tokenVariable))
         return;
     qputenv(tokenVariable, {});
@@ -61,7 +61,8 @@ void startupNotice::prepare()
 void startupNotice::letToFront(const QWidget& window, const QByteArray& activationToken,
                                const QByteArray& startupId)
 {
-    // The toolkit looks for the token there only (6.4, 6.8).
+    // Qt takes a token from this variable only (6.4, 6.8). Before this is removed, look for
+    // another way to give QWindow::requestActivate() a token.
     if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")) &&
         !activationToken.isEmpty())
         qputenv(tokenVariable, activationToken);
@@ -92,8 +93,8 @@ void startupNotice::end(const QByteArray& startupId)
     xcb_connection_t* const x11 = display();
     if (x11 == nullptr || startupId.isEmpty())
         return;
-    // In pieces of 20 bytes, the last of them ended by a zero. A window of our own tells
-    // the pieces of one text from others.
+    // The text goes in pieces of 20 bytes, the last of them ended by a zero. The receiver
+    // tells the pieces of one text from others by the window that sent them.
     const QByteArray text = "remove: ID=" + startupId + '\0';
     const xcb_window_t sender = xcb_generate_id(x11);
     const xcb_window_t root = rootWindow(x11);

@@ -4,12 +4,13 @@
 
 class QWidget;
 
-/// What a desktop wants to hear when a start of the program is over, and what it lets a
-/// window come to the front for. The first start's own is the toolkit's business; these
-/// are for a start that hands over to the running copy. Without a display it does nothing.
+/// Tells the desktop that a second start of the program is over, and has it let a window of
+/// the running copy come to the front. (Qt does both for a first start.) Without a
+/// display nothing happens.
 namespace startupNotice {
 
-/// Makes room for later tokens; to be called while the process has one thread.
+/// Makes room in the environment for the tokens of second starts; to be called while the
+/// process has one thread.
 void prepare();
 
 /// Lets the desktop bring the window to the front: under Wayland by the token, which

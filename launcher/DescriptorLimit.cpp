@@ -6,8 +6,8 @@
 
 namespace {
 
-// Some programs walk through all descriptors that they might have when they start another
-// one: without this bound (there are limits of a thousand millions) they would walk for long.
+// Some programs close all descriptors that they might have before they start another one.
+// Where the limit is a thousand millions, as it may be, that would take them long.
 constexpr rlim_t mostDescriptors = 524288;
 
 rlimit limitOfDescriptors()
@@ -37,7 +37,7 @@ std::size_t freeDescriptors()
     std::filesystem::directory_iterator entry("/proc/self/fd", unknown);
     for (; !unknown && entry != std::filesystem::directory_iterator(); entry.increment(unknown))
         ++open;
-    // Where none is left not even the list can be opened.
+    // The list cannot be opened when no descriptor is left.
     const std::size_t limit = unknown ? 0 : limitOfDescriptors().rlim_cur;
     return limit - std::min(limit, open);
 }
