@@ -9,6 +9,7 @@
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "base/Twips.h"
+#include "launcher/InstanceMessage.h"
 
 #include <QAction>
 #include <QApplication>
@@ -19,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qint16 maximised = 2;
-constexpr int handOverMessage = 1025;
+constexpr int handOverMessage = static_cast<int>(InstanceMessage::Number::HandOver);
 } // namespace
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
@@ -52,8 +53,11 @@ void AppInit::Main(const QString& startAddress)
     if (m_prefer->MdiState() == maximised)
         m_frame->setWindowState(m_frame->windowState() | Qt::WindowMaximized);
     // An address always opens a window, even where none is wanted at the start.
-    if (m_prefer->StartBrowser() != 0 || !startAddress.isEmpty())
-        openFirstBrowser(startAddress);
+    if (m_prefer->StartBrowser() != 0 || !startAddress.isEmpty()) {
+        openBrowser(startAddress);
+        if (frmBrowser* active = m_frame->activeBrowser())
+            active->showMaximized();
+    }
     m_frame->show();
     if (!fault.isEmpty())
         QTimer::singleShot(0, m_frame.get(), [this, fault] { tellOfDefaults(fault); });
@@ -71,13 +75,11 @@ void AppInit::placeFrame()
     m_frame->openAt({toPixels(m_prefer->MdiWidth()), toPixels(m_prefer->MdiHeight())});
 }
 
-void AppInit::openFirstBrowser(const QString& startAddress)
+void AppInit::openBrowser(const QString& address)
 {
-    m_frame->HistoryUrl(startAddress);
+    m_frame->HistoryUrl(address);
     m_frame->NewBrowser();
     m_frame->HistoryUrl({});
-    if (frmBrowser* active = m_frame->activeBrowser())
-        active->showMaximized();
 }
 
 void AppInit::SetDropDisabled(bool disable)
@@ -86,21 +88,21 @@ void AppInit::SetDropDisabled(bool disable)
     m_frame->dropMode(m_dropEnabled);
 }
 
-bool AppInit::takeOver(const HandOver& handOver)
+bool AppInit::takeOver(const SecondStart& start)
 {
-    constexpr qsizetype longestId = 1024; // the display takes no request of any length
-    const QByteArray startupId = handOver.startupId.toUtf8().left(longestId);
+    constexpr qsizetype longestId = 1024; // of the length that X11 takes in one request
+    const QByteArray startupId = start.startupId.toUtf8().left(longestId);
     if (m_frame->isUnloading())
-        showQuestion(handOver.activationToken.toUtf8(), startupId);
+        showQuestion(start.activationToken.toUtf8(), startupId);
     if (!m_hooked || m_frame->isUnloading())
         return false;
-    if (handOver.toFront || m_frame->isMinimized())
-        startupNotice::letToFront(*m_frame, handOver.activationToken.toUtf8(), startupId);
-    if (handOver.toFront) {
+    if (start.toFront || m_frame->isMinimized())
+        startupNotice::letToFront(*m_frame, start.activationToken.toUtf8(), startupId);
+    if (start.toFront) {
         m_frame->bringToFront();
     } else {
-        QGuiApplication::clipboard()->setText(handOver.address);
-        WindowProc(handOverMessage, handOver.address);
+        QGuiApplication::clipboard()->setText(start.address);
+        WindowProc(handOverMessage, start.address);
     }
     startupNotice::end(startupId);
     return true;
@@ -108,7 +110,8 @@ bool AppInit::takeOver(const HandOver& handOver)
 
 void AppInit::showQuestion(const QByteArray& activationToken, const QByteArray& startupId)
 {
-    // Who is refused tries again for so long: that must not drag the user here each time.
+    // A second start that is refused tries again for 30 s. Only the first of its tries may
+    // interrupt what the user is doing meanwhile.
     constexpr qint64 pause = 30000;
     QWidget* const question = QApplication::activeModalWidget();
     if (question == nullptr || (m_questionShown.isValid() && !m_questionShown.hasExpired(pause)))
@@ -123,11 +126,8 @@ bool AppInit::WindowProc(int uMsg, const QString& address)
 {
     if (uMsg != handOverMessage)
         return false;
-    if (m_dropEnabled) {
-        m_frame->HistoryUrl(address);
-        m_frame->NewBrowser();
-        m_frame->HistoryUrl({});
-    }
+    if (m_dropEnabled)
+        openBrowser(address);
     m_frame->restoreIfMinimized();
     return true;
 }

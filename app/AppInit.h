@@ -11,7 +11,7 @@
 class MDIForm1;
 class ProgramStarter;
 class Prompt;
-struct HandOver;
+struct SecondStart;
 
 /// The start-up module: holds the program-wide values of the run, creates the
 /// frame and brings it up, and switches its drop target.
@@ -33,14 +33,14 @@ public:
     QIcon frameIcon() const override { return m_frameIcon; }
     QIcon childIcon() const override { return m_childIcon; }
     Prefer& preferences() override { return *m_prefer; }
-    bool previousInstance() const override { return m_previousInstance; }
     void SetDropDisabled(bool disable) override;
-    /// Takes what a second start hands over. The address also goes to the
-    /// clipboard; a start without an address brings the frame to the front. False, with
-    /// nothing done, when the frame is closing: the second start takes its place.
-    bool takeOver(const HandOver& handOver);
-    /// The frame's hook: handles the message 1025 and returns true; any other
-    /// message is not its business. While drops are off the address is lost.
+    /// Takes what a second start brings. The address also goes to the clipboard; a start
+    /// without an address brings the frame to the front. False, with nothing done, when
+    /// the frame is closing: the second start takes its place.
+    bool takeOver(const SecondStart& start);
+    /// The frame's hook: handles the message `InstanceMessage::Number::HandOver` and
+    /// returns true; any other message is not its business. While drops are off the
+    /// address is lost.
     bool WindowProc(int uMsg, const QString& address);
     void installHook() override { m_hooked = true; }
     void removeHook() override { m_hooked = false; }
@@ -48,16 +48,16 @@ public:
 private:
     void placeFrame();
     void tellOfDefaults(const QString& fault);
-    /// Brings forward what keeps a closing frame open.
+    /// Brings the question to the front that keeps a closing frame open.
     void showQuestion(const QByteArray& activationToken, const QByteArray& startupId);
-    void openFirstBrowser(const QString& startAddress);
+    /// Opens a browser window on the address, or on the start address when it is empty.
+    void openBrowser(const QString& address);
 
     QString m_programFolder;
     QString m_title;
     QIcon m_frameIcon;
     QIcon m_childIcon;
     QElapsedTimer m_questionShown;
-    bool m_previousInstance = false;
     bool m_hooked = false;
     bool m_dropEnabled = false;
     std::unique_ptr<Prefer> m_prefer;

@@ -10,12 +10,11 @@
 #include <sys/types.h>
 #include <utility>
 
-class InstanceConnection;
 class QSocketNotifier;
 struct InstanceMessage;
 
-/// What a second start handed over.
-struct HandOver {
+/// What a second start brings.
+struct SecondStart {
     /// Started without an address: the frame is to come to the front.
     bool toFront = false;
     QString address;
@@ -24,18 +23,18 @@ struct HandOver {
     QString startupId;
 };
 
-/// The ear of the running copy. Greets every caller with the frame's caption,
-/// passes what is handed over to the handler and tells the caller what the handler
-/// has said. Callers never block the window: a silent one is cut off, one
-/// that sends something else is dropped.
+/// Where the running copy hears of further starts. Greets every caller with the frame's
+/// caption, passes what the caller brings to the handler and tells the caller what the
+/// handler has said. Callers never block the window: a silent one is cut off, one that
+/// sends something else is dropped.
 class InstanceServer : public QObject {
     Q_OBJECT
 public:
     using Caption = std::function<QString()>;
-    /// Whether the running copy has taken what was handed over; false when it is about
+    /// Whether the running copy has taken what was brought; false when it is about
     /// to end, so that the caller takes its place. An exception counts as taken. It may
     /// run an event loop or delete the server.
-    using Handler = std::function<bool(const HandOver&)>;
+    using Handler = std::function<bool(const SecondStart&)>;
 
     InstanceServer(Caption caption, Handler handler, QObject* parent = nullptr);
     /// Removes the socket, unless the file of its name is another's by now: to be called
@@ -50,11 +49,12 @@ public:
     bool listen(const std::string& socketPath);
 
 private:
+    class Caller;
+
     void acceptCallers();
-    void addCaller(int socket);
     void makeRoom();
     void pauseAccepting();
-    void handle(InstanceConnection* caller, const InstanceMessage& message) const;
+    bool handle(const InstanceMessage& message) const;
 
     Caption m_caption;
     Handler m_handler;
@@ -65,5 +65,5 @@ private:
     int m_socket = -1;
     QSocketNotifier* m_notifier = nullptr;
     /// Oldest first; children of the server.
-    QList<InstanceConnection*> m_callers;
+    QList<Caller*> m_callers;
 };

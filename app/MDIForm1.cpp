@@ -251,8 +251,7 @@ void MDIForm1::closeEvent(QCloseEvent* event)
         return;
     m_unloading = true;
     // Now: a question of the archive's may keep the frame open for a while yet.
-    if (!m_start.previousInstance())
-        storeSizeAndState();
+    storeSizeAndState();
     if (!std::all_of(m_endChecks.begin(), m_endChecks.end(),
                      [](const auto& mayEnd) { return mayEnd(); })) {
         m_unloading = false;
@@ -280,11 +279,9 @@ void MDIForm1::unloadChildren()
 
 void MDIForm1::MDIForm_Unload()
 {
-    if (!m_start.previousInstance()) {
-        runCommand(*this, this, [this] { preferences().SavePref(); });
-        m_history = {};
-        m_browser = {};
-    }
+    runCommand(*this, this, [this] { preferences().SavePref(); });
+    m_history = {};
+    m_browser = {};
     m_start.removeHook();
 }
 

@@ -5,7 +5,6 @@
 #include "app/AppInit.h"
 #include "app/ContextMenuKey.h"
 #include "app/DarkTitles.h"
-#include "app/EndSignals.h"
 #include "app/GermanTexts.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
@@ -22,10 +21,21 @@
 #include <QDialog>
 #include <QIcon>
 #include <QSessionManager>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QTimer>
 
 #include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +62,74 @@ public:
 
 private:
     bool m_unattended = false;
+};
+
+// A signal handler has no other way to the object of EndSignals.
+std::atomic<int> handlerSocket = -1;
+static_assert(std::atomic<int>::is_always_lock_free);
+
+/// Calls `end` from the event loop at SIGTERM, SIGINT and SIGHUP for as long as it lives;
+/// then the former dispositions return. One object at a time. A SIGHUP that was ignored
+/// at the start (nohup) stays ignored.
+class EndSignals {
+public:
+    explicit EndSignals(std::function<void()> end) : m_end(std::move(end))
+    {
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0,
+                         m_sockets.data()) != 0)
+            return;
+        m_notifier = std::make_unique<QSocketNotifier>(m_sockets[1], QSocketNotifier::Read);
+        QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(),
+                         [this] { drain(); });
+        handlerSocket = m_sockets[0];
+        struct sigaction action = {};
+        action.sa_handler = wake;
+        action.sa_flags = SA_RESTART;
+        ::sigemptyset(&action.sa_mask);
+        for (std::size_t i = 0; i < signalNumbers.size(); ++i) {
+            ::sigaction(signalNumbers[i], nullptr, &m_former[i]);
+            if (signalNumbers[i] != SIGHUP || m_former[i].sa_handler != SIG_IGN)
+                ::sigaction(signalNumbers[i], &action, nullptr);
+        }
+    }
+    ~EndSignals()
+    {
+        if (!m_notifier)
+            return;
+        for (std::size_t i = 0; i < signalNumbers.size(); ++i)
+            ::sigaction(signalNumbers[i], &m_former[i], nullptr);
+        handlerSocket = -1;
+        m_notifier.reset();
+        ::close(m_sockets[0]);
+        ::close(m_sockets[1]);
+    }
+    Q_DISABLE_COPY_MOVE(EndSignals)
+
+private:
+    static constexpr std::array signalNumbers = {SIGTERM, SIGINT, SIGHUP};
+
+    static void wake(int)
+    {
+        const int reason = errno;
+        const char byte = 0;
+        // Where the buffer is full, the event loop is about to be woken anyway.
+        [[maybe_unused]] const ssize_t sent =
+            ::send(handlerSocket.load(), &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+        errno = reason;
+    }
+
+    void drain()
+    {
+        std::array<char, 64> bytes = {};
+        while (::recv(m_sockets[1], bytes.data(), bytes.size(), 0) > 0) {
+        }
+        m_end();
+    }
+
+    std::function<void()> m_end;
+    std::array<int, 2> m_sockets = {-1, -1};
+    std::array<struct sigaction, signalNumbers.size()> m_former = {};
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
 void describeProgram()
@@ -115,12 +193,11 @@ int run(QApplication& application, const ShellStart& start)
                      Qt::QueuedConnection);
 
     InstanceServer server([&frame] { return frame.windowTitle(); },
-                          [&module](const HandOver& message) { return module.takeOver(message); });
-    if (!server.listen(start.folder.socketPath()))
+                          [&module](const SecondStart& second) { return module.takeOver(second); });
+    if (!server.listen(start.socketPath))
         qWarning("Tessera: further starts cannot hand over their address");
-    EndSignals signals_;
     const auto end = [&frame, &prompt] { endProgram(frame, prompt); };
-    QObject::connect(&signals_, &EndSignals::endRequested, &frame, end);
+    const EndSignals endSignals(end);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 
     module.Main(QString::fromStdString(start.address));
@@ -139,15 +216,21 @@ int show(const QString& complaint)
 
 } // namespace
 
-int tesseraMain(const ShellStart& start)
+int main(int argc, char** argv)
 {
+    const std::optional<ShellStart> start = startByLauncher();
+    if (argc < 1 || !start) {
+        std::fputs("Tessera: Bitte das Programm 'tessera' starten.\n", stderr);
+        return EXIT_FAILURE;
+    }
+    ::prctl(PR_SET_NAME, "tessera"); // lists of processes would name the shell's file
     startupNotice::prepare();
-    int count = 1;
-    std::array<char*, 2> arguments{start.programName, nullptr};
+    int count = 1; // the other words are an address, in which Qt must find no options
+    std::array<char*, 2> arguments{argv[0], nullptr};
     QApplication application(count, arguments.data());
     describeProgram();
     installGermanTexts();
     new ContextMenuKey(&application); // belongs to the application
-    return start.complaint.empty() ? run(application, start)
-                                   : show(QString::fromStdString(start.complaint));
+    return start->complaint.empty() ? run(application, *start)
+                                    : show(QString::fromStdString(start->complaint));
 }

@@ -18,10 +18,8 @@ public:
     virtual const QString& title() const = 0;
     virtual QIcon frameIcon() const = 0;
     virtual QIcon childIcon() const = 0;
-    /// The preferences of the run; only while this copy is the only one.
+    /// The preferences of the run.
     virtual Prefer& preferences() = 0;
-    /// Whether this copy handed over to another one, and must not write anything.
-    virtual bool previousInstance() const = 0;
 
     /// Switches the frame's drop target, and with it the taking over of
     /// addresses: a switch, not a counter.

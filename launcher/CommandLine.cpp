@@ -1,7 +1,5 @@
 #include "launcher/CommandLine.h"
 
-#include "launcher/DescriptorLimit.h"
-
 #include <string_view>
 #include <sys/stat.h>
 
@@ -102,23 +100,6 @@ std::string helpText()
            "\n"
            "  --help     zeigt diese Hilfe\n"
            "  --version  zeigt die Version\n";
-}
-
-std::string refusal(bool isRoot, bool sandboxDisabled)
-{
-    if (!isRoot || sandboxDisabled)
-        return {};
-    return "Als root läuft Tessera nur ohne die Sandbox der Browser-Engine: Bitte als anderer "
-           "Benutzer starten oder QTWEBENGINE_DISABLE_SANDBOX=1 setzen.";
-}
-
-std::string refusal(std::size_t descriptors)
-{
-    if (descriptors >= leastDescriptors)
-        return {};
-    return "Tessera braucht mindestens " + std::to_string(leastDescriptors) +
-           " offene Dateien auf einmal, erlaubt sind hier " + std::to_string(descriptors) +
-           " (ulimit -n).";
 }
 
 std::string absoluteIfFile(const std::string& address, const std::string& folder)

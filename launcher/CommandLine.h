@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 /// What the user wants of the command line apart from opening an address.
@@ -17,12 +16,6 @@ std::string programTitle();
 /// The answers to "--version" and "--help", with line ends.
 std::string versionText();
 std::string helpText();
-
-/// Why the program must not start as this user, one line, or an empty text: the
-/// engine does not run as root with its sandbox.
-std::string refusal(bool isRoot, bool sandboxDisabled);
-/// The same for a limit of descriptors that the engine would soon be at the end of.
-std::string refusal(std::size_t descriptors);
 
 /// The full path when `address` names a file relative to `folder`, otherwise
 /// `address` as it is. A folder counts only when it is written as a path: a site's

@@ -1,8 +1,5 @@
 #include "launcher/InstanceClient.h"
 
-#include "launcher/FindAppWindow.h"
-#include "launcher/InstanceMessage.h"
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -21,6 +18,41 @@ using Clock = std::chrono::steady_clock;
 using Number = InstanceMessage::Number;
 
 constexpr std::chrono::milliseconds pauseBetweenTries(20);
+constexpr std::size_t captionCharacters = 255;
+
+// The first characters of a UTF-8 text; broken bytes count as characters.
+std::string firstCharacters(std::string_view text, std::size_t count)
+{
+    std::size_t end = 0;
+    for (; end < text.size(); ++end) {
+        const bool startsCharacter = (static_cast<unsigned char>(text[end]) & 0xC0) != 0x80;
+        if (startsCharacter && count-- == 0)
+            break;
+    }
+    return std::string(text.substr(0, end));
+}
+
+// Lower case for the letters of the Western alphabets: plain ones and, behind
+// their common lead byte, U+00C0 to U+00DE.
+std::string lowered(std::string text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool accented =
+            i > 0 && text[i - 1] == '\xC3' && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
+        if ((byte >= 'A' && byte <= 'Z') || accented)
+            text[i] = static_cast<char>(byte + 0x20);
+    }
+    return text;
+}
+
+// The caption of the running copy's frame, cut, when it begins with `prefix` without regard
+// to case, otherwise `prefix` itself.
+std::string FindAppWindow(const std::string& prefix, const std::string& caption)
+{
+    const std::string cut = firstCharacters(caption, captionCharacters);
+    return lowered(cut).starts_with(lowered(prefix)) ? cut : prefix;
+}
 
 // One connection to the running copy; every step ends at the deadline.
 class Channel {
@@ -96,12 +128,6 @@ private:
     InstanceReader m_reader;
 };
 
-std::string messageBytes(const StartRequest& request)
-{
-    return encodeMessage({request.address.empty() ? Number::ToFront : Number::HandOver,
-                          request.address, request.activationToken, request.startupId});
-}
-
 enum class Answer { Unreachable, Silent, Refused, Taken };
 
 // What became of the last try, and whose frame it was.
@@ -110,8 +136,8 @@ struct Attempt {
     std::string caption;
 };
 
-void handOver(const InstanceFolder& folder, const StartRequest& request, Clock::time_point deadline,
-              Attempt& attempt)
+void handOver(const InstanceFolder& folder, const std::string& title, std::string_view bytes,
+              Clock::time_point deadline, Attempt& attempt)
 {
     Channel channel(deadline);
     InstanceMessage answer;
@@ -121,8 +147,8 @@ void handOver(const InstanceFolder& folder, const StartRequest& request, Clock::
     attempt.answer = Answer::Silent;
     if (!channel.receive(answer) || answer.number != Number::Greeting)
         return;
-    attempt.caption = FindAppWindow(request.title, {answer.text});
-    if (!channel.send(messageBytes(request)) || !channel.receive(answer))
+    attempt.caption = FindAppWindow(title, answer.text);
+    if (!channel.send(bytes) || !channel.receive(answer))
         return;
     if (answer.number == Number::Acknowledgement)
         attempt.answer = Answer::Taken;
@@ -159,24 +185,25 @@ StartResult takePlaceOrHandOver(const InstanceFolder& folder, const StartRequest
     if (folder.path.empty())
         return failed(folder.error);
     const Clock::time_point deadline = Clock::now() + request.patience;
+    const std::string bytes = encodeMessage(request.message);
     Attempt attempt{Answer::Unreachable, request.title};
     for (;;) {
         InstanceLock lock;
         const InstanceLock::State state = lock.acquire(folder.lockPath());
-        // Who listens without the lock is a running copy whose lock file was removed.
+        // A running copy listens without this lock when the lock's file was removed.
         if (state == InstanceLock::State::Held && !Channel(deadline).connectTo(folder.socketPath()))
             return {Outcome::FirstCopy, std::move(lock), {}};
         if (state == InstanceLock::State::Failed)
             return failed("Die Datei '" + folder.lockPath() +
                           "' ist nicht zugänglich: " + std::strerror(errno));
-        if (messageBytes(request).empty())
+        if (bytes.empty())
             return failed("Die Adresse ist zu lang und wurde nicht übergeben.");
         lock.release();
-        handOver(folder, request, deadline, attempt);
+        handOver(folder, request.title, bytes, deadline, attempt);
         if (attempt.answer == Answer::Taken)
             return {Outcome::HandedOver, {}, {}};
-        // The running copy is still starting, or it is ending: then this one may
-        // take its place.
+        // The running copy is still starting and will answer a later try, or it is
+        // ending: then a later try gets the lock.
         if (Clock::now() >= deadline)
             return failed(reasonOf(attempt, folder));
         std::this_thread::sleep_for(pauseBetweenTries);

@@ -1,19 +1,17 @@
 #pragma once
 
+#include "launcher/InstanceMessage.h"
 #include "launcher/InstancePlace.h"
-#include "launcher/InstanceLock.h"
 
 #include <chrono>
 #include <string>
 
-/// What the started copy brings with it. Texts are UTF-8.
+/// What the started copy brings with it.
 struct StartRequest {
-    /// The title that the caption of a running copy's frame begins with.
+    /// The title that the caption of a running copy's frame begins with. UTF-8.
     std::string title;
-    /// The address to open; empty: a running copy comes to the front.
-    std::string address;
-    std::string activationToken;
-    std::string startupId;
+    /// What a running copy is told: the address to open, or to come to the front.
+    InstanceMessage message;
     /// How long a running copy may take to answer, its start or end included.
     std::chrono::milliseconds patience = std::chrono::seconds(30);
 };

@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// What two copies of the program say to each other over the user's socket. The
-/// running copy greets with its frame's caption, the started one hands over its
+/// running copy greets with its frame's caption, the second start hands over its
 /// address or asks for the frame, and the running copy acknowledges or refuses. Texts
 /// are UTF-8.
 struct InstanceMessage {
@@ -15,12 +15,12 @@ struct InstanceMessage {
         Acknowledgement = 2, ///< the message has been handled
         ToFront = 3,         ///< started without an address: show the frame
         Refusal = 4,         ///< not taken, as the running copy is ending: try again
-        HandOver = 1025,     ///< `text` is the address to open
+        HandOver = 1025,     ///< `text` is the address to open; its published number
     };
 
     Number number = Number::Acknowledgement;
     std::string text;
-    /// What the desktop gave the started copy so that a window may come to the front.
+    /// What the desktop gave the second start so that a window may come to the front.
     std::string activationToken;
     std::string startupId;
 

@@ -29,3 +29,29 @@ FolderCandidates folderCandidates();
 /// Chooses a folder that belongs to this user, into which this user can write
 /// and nobody else. The fallback folder has to be closed to others altogether.
 InstanceFolder instanceFolder(const FolderCandidates& candidates);
+
+/// The lock that makes its holder the user's one running copy. The kernel keeps
+/// it, so it ends with the process however that ends; the file itself stays.
+class InstanceLock {
+public:
+    enum class State { Held, Busy, Failed };
+
+    InstanceLock() = default;
+    InstanceLock(InstanceLock&& other) noexcept;
+    InstanceLock& operator=(InstanceLock&& other) noexcept;
+    InstanceLock(const InstanceLock&) = delete;
+    InstanceLock& operator=(const InstanceLock&) = delete;
+    ~InstanceLock();
+
+    /// Tries once, without waiting. `Failed`: the file cannot be used, errno says why.
+    State acquire(const std::string& path);
+    bool held() const { return m_file >= 0; }
+    /// Lets go of the lock.
+    void release();
+    /// Returns the locked descriptor, which is the caller's from now on: the lock is held
+    /// until it is closed.
+    int handOut();
+
+private:
+    int m_file = -1;
+};

@@ -1,13 +1,11 @@
 #include "launcher/CommandLine.h"
 #include "launcher/DescriptorLimit.h"
 #include "launcher/InstanceClient.h"
-#include "launcher/InstancePlace.h"
 #include "launcher/ShellStart.h"
 
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
-#include <dlfcn.h>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,42 +34,38 @@ std::string currentFolder()
     return ::getcwd(folder, sizeof(folder)) == nullptr ? std::string() : std::string(folder);
 }
 
-std::string programFolder()
+// Why the program must not start as this user, one line, or an empty text.
+std::string objectionToUser()
 {
-    char path[PATH_MAX] = {}; // NOLINT(modernize-avoid-c-arrays)
-    if (::readlink("/proc/self/exe", path, sizeof(path) - 1) < 0)
-        return ".";
-    const std::string text(path);
-    return text.substr(0, text.rfind('/'));
+    if (::geteuid() != 0 || std::getenv("QTWEBENGINE_DISABLE_SANDBOX") != nullptr)
+        return {};
+    return "Als root läuft Tessera nur ohne die Sandbox der Browser-Engine: Bitte als anderer "
+           "Benutzer starten oder QTWEBENGINE_DISABLE_SANDBOX=1 setzen.";
 }
 
-int runShell(const ShellStart& start)
+// The same for a limit of descriptors that the engine would soon reach.
+std::string objectionToLimit(std::size_t descriptors)
 {
-    const std::string module = programFolder() + "/" TESSERA_SHELL;
-    // The module asks by itself to be bound at once; the rest is bound as for any program.
-    void* library = ::dlopen(module.c_str(), RTLD_LAZY | RTLD_GLOBAL);
-    const auto entry =
-        library == nullptr
-            ? nullptr
-            : reinterpret_cast<decltype(&tesseraMain)>(::dlsym(library, "tesseraMain"));
-    if (entry == nullptr) {
-        complain(::dlerror());
-        return EXIT_FAILURE;
-    }
-    return entry(start);
+    if (descriptors >= leastDescriptors)
+        return {};
+    return "Tessera braucht mindestens " + std::to_string(leastDescriptors) +
+           " offene Dateien auf einmal, erlaubt sind hier " + std::to_string(descriptors) +
+           " (ulimit -n).";
 }
 
 // Says why the program does not start: on the standard error and, as nobody reads that
 // on a desktop, in a window.
-int giveUp(char* programName, const std::string& reason)
+int giveUp(char** arguments, const std::string& reason)
 {
     complain(reason);
     if (environmentText("DISPLAY").empty() && environmentText("WAYLAND_DISPLAY").empty())
         return EXIT_FAILURE;
-    // In a process of its own: the toolkit aborts where the display is not to be had.
+    // In a process of its own, as Qt aborts where the display cannot be opened.
     const pid_t window = ::fork();
-    if (window == 0)
-        ::_exit(runShell({programName, {}, {}, reason}));
+    if (window == 0) {
+        complain(becomeShell({{}, {}, reason}, arguments));
+        ::_exit(EXIT_FAILURE);
+    }
     if (window > 0)
         ::waitpid(window, nullptr, 0);
     return EXIT_FAILURE;
@@ -89,29 +83,28 @@ int main(int argc, char** argv)
     case Question::None:
         break;
     }
-    const std::string reason =
-        refusal(::geteuid() == 0, std::getenv("QTWEBENGINE_DISABLE_SANDBOX") != nullptr);
-    if (!reason.empty())
-        return giveUp(argv[0], reason);
+    if (const std::string objection = objectionToUser(); !objection.empty())
+        return giveUp(argv, objection);
 
-    StartRequest request;
-    request.title = programTitle();
-    request.address = absoluteIfFile(commandLineText(argc, argv), currentFolder());
-    request.activationToken = environmentText("XDG_ACTIVATION_TOKEN");
-    request.startupId = environmentText("DESKTOP_STARTUP_ID");
+    StartRequest request{programTitle(), {}};
+    InstanceMessage& message = request.message;
+    message.text = absoluteIfFile(commandLineText(argc, argv), currentFolder());
+    message.number =
+        message.text.empty() ? InstanceMessage::Number::ToFront : InstanceMessage::Number::HandOver;
+    message.activationToken = environmentText("XDG_ACTIVATION_TOKEN");
+    message.startupId = environmentText("DESKTOP_STARTUP_ID");
     const InstanceFolder folder = instanceFolder(folderCandidates());
     StartResult result = takePlaceOrHandOver(folder, request);
     switch (result.outcome) {
     case Outcome::HandedOver:
         return EXIT_SUCCESS;
     case Outcome::Failed:
-        return giveUp(argv[0], result.error);
+        return giveUp(argv, result.error);
     case Outcome::FirstCopy:
         break;
     }
-    const std::string tooFew = refusal(raiseDescriptorLimit());
-    if (!tooFew.empty())
-        return giveUp(argv[0], tooFew);
-    result.lock.keepUntilExit();
-    return runShell({argv[0], request.address, folder, {}});
+    if (const std::string objection = objectionToLimit(raiseDescriptorLimit()); !objection.empty())
+        return giveUp(argv, objection);
+    complain(becomeShell({message.text, folder.socketPath(), {}, result.lock.handOut()}, argv));
+    return EXIT_FAILURE;
 }

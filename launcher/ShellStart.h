@@ -1,22 +1,27 @@
 #pragma once
 
-#include "launcher/InstancePlace.h"
-
+#include <optional>
 #include <string>
 
-/// What the launcher found out before it loaded the shell.
+/// What the launcher tells the shell, a program of its own that the launcher's process
+/// becomes. Texts are UTF-8.
 struct ShellStart {
-    /// The program's name as it was called; lives as long as the process.
-    char* programName = nullptr;
-    /// The address of the command line, or empty. UTF-8.
+    /// The address of the command line, or empty.
     std::string address;
-    /// Where this copy listens. The launcher holds the lock until the process ends.
-    InstanceFolder folder;
-    /// Why the program cannot run; it is shown then, and nothing else is done. UTF-8.
+    /// Where this copy listens for further starts.
+    std::string socketPath;
+    /// Why the program cannot run; it is shown then, and nothing else is done.
     std::string complaint;
+    /// The locked descriptor of the user's one running copy, or -1.
+    int lock = -1;
 };
 
-/// The shell's entry in its module: runs the program and returns its exit status.
-/// The launcher loads the module only in the user's one running copy, so that a
-/// second start is over before the engine would be in memory.
-extern "C" [[gnu::visibility("default")]] int tesseraMain(const ShellStart& start);
+/// Makes this process the shell, which lies beside this program. `arguments` are those
+/// of the command line; the shell has its address from `start`. Returns only where that
+/// fails, and says why in German.
+std::string becomeShell(const ShellStart& start, char** arguments);
+
+/// In the shell, while it has one thread: what the launcher told it, or nothing when it
+/// was not started by the launcher. The lock is held until the process has ended, so
+/// that nobody takes the place of a copy that is still tidying up.
+std::optional<ShellStart> startByLauncher();

@@ -67,9 +67,10 @@ files_of_home >"$scratch/installed"
 expect "installed files" test -s "$scratch/installed"
 expect "desktop file" desktop-file-validate "$desktop"
 expect "metainfo" appstreamcli validate --no-net "$XDG_DATA_HOME"/metainfo/*.xml
-expect "hardened program" is_hardened "$program/tessera"
-expect "hardened module" is_hardened "$program/libtessera_shell.so"
-expect "position-independent program" is_pie "$program/tessera"
+expect "hardened launcher" is_hardened "$program/tessera"
+expect "hardened shell" is_hardened "$program/tessera-shell"
+expect "position-independent launcher" is_pie "$program/tessera"
+expect "position-independent shell" is_pie "$program/tessera-shell"
 expect "version" grep -qx 'Tessera 5.3.5' <("$start" --version)
 expect "German texts" test -s "$program/translations/qtbase_de.qm"
 expect "icon picture" test -s "$XDG_DATA_HOME/icons/hicolor/16x16/apps/tessera.png"

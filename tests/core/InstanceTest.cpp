@@ -41,7 +41,7 @@ private slots:
         m_takes = true;
         m_server =
             std::make_unique<InstanceServer>([] { return QStringLiteral("Tessera 5.3.5 - [ä]"); },
-                                             [this](const HandOver& what) {
+                                             [this](const SecondStart& what) {
                                                  m_got.append(what);
                                                  m_onMessage();
                                                  return m_takes;
@@ -131,7 +131,7 @@ private slots:
         const StartResult lost = start("http://x/", 50ms).get();
         QVERIFY(lost.error.find("Bitte das laufende Tessera beenden") != std::string::npos);
         // Who has taken the place meanwhile keeps its socket.
-        InstanceServer other([] { return QString(); }, [](const HandOver&) { return true; });
+        InstanceServer other([] { return QString(); }, [](const SecondStart&) { return true; });
         QVERIFY(other.listen(m_place.socketPath()));
         m_server.reset();
         QVERIFY(QFile::exists(socketPath()));
@@ -165,7 +165,8 @@ private:
     std::future<StartResult> start(const std::string& address,
                                    std::chrono::milliseconds patience = 30s)
     {
-        const StartRequest request{"Tessera 5.3.5", address, "t", "s", patience};
+        const StartRequest request{
+            "Tessera 5.3.5", {Number::HandOver, address, "t", "s"}, patience};
         return std::async(std::launch::async, takePlaceOrHandOver, m_place, request);
     }
     static bool isReady(const std::future<StartResult>& result)
@@ -182,7 +183,7 @@ private:
 
     InstanceFolder m_place;
     InstanceLock m_lock;
-    QList<HandOver> m_got;
+    QList<SecondStart> m_got;
     std::function<void()> m_onMessage;
     bool m_takes = true;
     std::unique_ptr<InstanceServer> m_server;

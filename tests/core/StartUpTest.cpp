@@ -1,6 +1,6 @@
 #include "launcher/CommandLine.h"
-#include "launcher/InstancePlace.h"
 #include "launcher/InstanceMessage.h"
+#include "launcher/InstancePlace.h"
 #include "tests/TestCase.h"
 
 #include <array>

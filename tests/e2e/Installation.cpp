@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 Installation::Installation() : m_environment(QProcessEnvironment::systemEnvironment())
 {
-    for (const auto& name : {u"tessera"_s, u"libtessera_shell.so"_s, u"Lizenz.txt"_s})
+    for (const auto& name : {u"tessera"_s, u"tessera-shell"_s, u"Lizenz.txt"_s})
         QFile::copy(QCoreApplication::applicationDirPath() + u'/' + name, file(name));
     m_environment.insert(u"HOME"_s, m_home.path());
     m_environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
