@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int margin = 4;
 
-/// Until the first picture of a page that has come.
-constexpr std::chrono::milliseconds untilPicture(25);
+/// How long a page that has been reached takes to its first picture.
+constexpr std::chrono::milliseconds untilFirstPicture(25);
 } // namespace
 
 AddressBar::AddressBar(QWidget* parent)
@@ -52,15 +52,10 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->resize(m_address->sizeHint());
 }
 
-QString AddressBar::text() const
+QString AddressBar::address() const
 {
     const QString text = m_address->currentText();
     return text == addressShown(m_shown) ? m_shown : text;
-}
-
-bool AddressBar::isTyped() const
-{
-    return m_typed == text();
 }
 
 void AddressBar::showAddress(const QString& address)
@@ -71,10 +66,10 @@ void AddressBar::showAddress(const QString& address)
 
 void AddressBar::visited(const QString& current, const QString& location)
 {
-    // A paint composes the frame with all its pages, and holds up the new one in the
-    // middle of its load: the address shares the paint of its first picture.
+    // Each paint composes the whole frame with all its pages, and would hold up the new page
+    // in the middle of its load. So the address is painted along with its first picture.
     setUpdatesEnabled(false);
-    QTimer::singleShot(untilPicture, this, [this] { setUpdatesEnabled(true); });
+    QTimer::singleShot(untilFirstPicture, this, [this] { setUpdatesEnabled(true); });
     m_shown = current;
     m_isOpening = false;
     const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -115,7 +110,7 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress:
         return keyPressed(*static_cast<QKeyEvent*>(event));
     case QEvent::FocusOut:
-        left(static_cast<QFocusEvent*>(event)->reason());
+        focusLeft(static_cast<QFocusEvent*>(event)->reason());
         return false;
     case QEvent::DragEnter:
     case QEvent::DragMove: {
@@ -138,7 +133,7 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
 bool AddressBar::keyPressed(const QKeyEvent& event)
 {
     if (isEscapeKey(event)) {
-        giveUp();
+        discardText();
         m_address->lineEdit()->selectAll();
         return true;
     }
@@ -151,23 +146,26 @@ bool AddressBar::keyPressed(const QKeyEvent& event)
 void AddressBar::open()
 {
     m_isOpening = true;
-    emit entered();
+    const QString wanted = address();
+    emit entered(wanted, m_typed == wanted);
+    m_address->update();
 }
 
-void AddressBar::giveUp()
+void AddressBar::discardText()
 {
     m_isOpening = false;
     showAddress(addressShown(m_shown));
     m_address->lineEdit()->setCursorPosition(0);
 }
 
-void AddressBar::left(Qt::FocusReason reason)
+void AddressBar::focusLeft(Qt::FocusReason reason)
 {
-    // Its own menu and list, the menu bar, and other programs: one comes back from these.
+    // From the line's own menu and list, the menu bar, and other programs the user comes back
+    // to what was typed.
     const bool comesBack = reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
                            reason == Qt::ActiveWindowFocusReason;
-    if (!comesBack && !m_isOpening && text() != m_shown)
-        giveUp();
+    if (!comesBack && !m_isOpening && address() != m_shown)
+        discardText();
 }
 
 bool AddressBar::dropped(const QMimeData& offered)

@@ -20,11 +20,6 @@ public:
     explicit AddressBar(QWidget* parent);
 
     QComboBox* cboAddress() const { return m_address; }
-    /// The address in the line, whole even where only its beginning is shown.
-    QString text() const;
-    /// Whether the user has typed this text, or has changed what was there; else it is
-    /// an address visited, chosen from the list or dropped.
-    bool isTyped() const;
     /// Puts `current` at the top of the list, in place of the first entry that
     /// equals `location`, and shows it.
     void visited(const QString& current, const QString& location);
@@ -36,19 +31,22 @@ public:
     void focusAddress();
 
 signals:
-    /// The user wants to open the text of the line.
-    void entered();
+    /// The user wants to open `address`: the text of the line, whole even where only its
+    /// beginning is shown. It `isTyped` when the user has written it, or has changed what was
+    /// there; else it is an address visited, chosen from the list or dropped.
+    void entered(const QString& address, bool isTyped);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     bool keyPressed(const QKeyEvent& event);
+    void focusLeft(Qt::FocusReason reason);
+    bool dropped(const QMimeData& offered);
+    QString address() const;
     void open();
     /// Brings back the address of the page in place of what was typed.
-    void giveUp();
-    void left(Qt::FocusReason reason);
-    bool dropped(const QMimeData& offered);
+    void discardText();
     void showAddress(const QString& address);
 
     QLabel* m_label;
@@ -56,6 +54,6 @@ private:
     std::optional<QString> m_typed;
     /// The address of the page; empty before the first one.
     QString m_shown;
-    /// The text is on its way to become the page's address.
+    /// The text was opened, and its page has not been visited yet.
     bool m_isOpening = false;
 };

@@ -1,6 +1,9 @@
 #include "browser/BrowserFocus.h"
 
+#include "browser/AddressBar.h"
+
 #include <QApplication>
+#include <QComboBox>
 #include <QEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -12,10 +15,19 @@ BrowserFocus::BrowserFocus(const Places& places) : m_places(places)
         remember(now);
         giveBack(before, now);
     });
-    // A click gives the focus to what it meets, which activates the window before the
-    // change is told.
+    // A click gives the focus to the widget under the mouse, which activates the window
+    // before the application tells of the change.
     connect(&places.window, &QMdiSubWindow::aboutToActivate, this,
             [this] { remember(QApplication::focusWidget()); });
+}
+
+void BrowserFocus::restore()
+{
+    // The engine replaces its widget, so the place is remembered, not the widget.
+    if (m_isInPage)
+        m_places.page.setFocus();
+    else
+        m_places.addressBar.cboAddress()->setFocus();
 }
 
 void BrowserFocus::remember(QWidget* now)
@@ -32,9 +44,10 @@ void BrowserFocus::remember(QWidget* now)
 
 bool BrowserFocus::eventFilter(QObject* watched, QEvent* event)
 {
-    // A widget that is hidden passes its focus on as the Tab key does. One of the engine
-    // (seen with Qt 6.4) sends its page that key, or already the page that comes after
-    // it: the first link there would have the focus.
+    // A widget that is hidden passes its focus on as the Tab key does. The engine's widget
+    // (seen with Qt 6.4) passes that key to its page, or to the next page when that is there
+    // already, and the first link of it would have the focus. To be removed when a page
+    // that is reached from another site no longer begins with its first link focused.
     if (event->type() == QEvent::Hide) {
         auto* const widget = qobject_cast<QWidget*>(watched);
         if (widget != nullptr && widget->isHidden())
@@ -45,8 +58,8 @@ bool BrowserFocus::eventFilter(QObject* watched, QEvent* event)
 
 void BrowserFocus::giveBack(const QWidget* before, const QWidget* now)
 {
-    // The engine hides a widget that it replaces. Where its focus goes then differs
-    // between the engine's versions: nowhere, or to the next control of the window.
+    // The engine hides a widget that it replaces. Its focus goes nowhere then, or to the
+    // next control of the window; both were seen, with Qt 6.4 and 6.8.
     const bool isTakenAway = before != nullptr && before->isHidden() && isOfPage(*before);
     if (now != nullptr && !isTakenAway)
         return;

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class AddressBar;
 class QMdiSubWindow;
 class QWidget;
 
@@ -19,14 +20,15 @@ public:
         QWidget& client;
         /// The page's widget for good; the engine puts its own below it.
         QWidget& page;
-        QWidget& addressBar;
+        AddressBar& addressBar;
         QWidget& toolbar;
     };
     explicit BrowserFocus(const Places& places);
 
     /// The window becomes active with the focus in its page, or in its address line.
     void settle(bool inPage) { m_isInPage = inPage; }
-    bool isInPage() const { return m_isInPage; }
+    /// Gives the focus to the page or the address line, whichever had it.
+    void restore();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

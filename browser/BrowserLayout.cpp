@@ -2,6 +2,29 @@
 
 #include "base/Twips.h"
 
+#include <algorithm>
+
+namespace {
+/// How much of a window that is moved out of its area stays inside, in pixels.
+constexpr int grip = 40;
+
+QPoint direction(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return {-1, 0};
+    case Qt::Key_Right:
+        return {1, 0};
+    case Qt::Key_Up:
+        return {0, -1};
+    case Qt::Key_Down:
+        return {0, 1};
+    default:
+        return {};
+    }
+}
+} // namespace
+
 int BrowserBars::shownHeight() const
 {
     return (toolbarShown ? toolbarHeight : 0) + (addressShown ? addressHeight : 0);
@@ -35,4 +58,18 @@ qint64 windowWidthFor(int content, int window, int client)
 {
     constexpr int allowance = 600;
     return qint64{window} - toTwips(client) + qint64{content} * twipsPerPixel + allowance;
+}
+
+QRect placedByKey(const QRect& place, Placing placing, int key, int step, const QSize& area,
+                  const QSize& least)
+{
+    const QPoint way = direction(key) * step;
+    if (placing == Placing::Size)
+        return {place.topLeft(), (place.size() + QSize(way.x(), way.y())).expandedTo(least)};
+    if (placing == Placing::None || way.isNull())
+        return place;
+    const QPoint to = place.topLeft() + way;
+    const int left =
+        std::clamp(to.x(), std::min(grip - place.width(), 0), std::max(area.width() - grip, 0));
+    return {QPoint(left, std::clamp(to.y(), 0, std::max(area.height() - grip, 0))), place.size()};
 }

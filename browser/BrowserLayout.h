@@ -38,3 +38,12 @@ std::optional<BrowserLayout> layOutBrowser(QSize client, int addressLeft, int en
 /// its client area in pixels. Both bars count, shown or not.
 qint64 windowHeightFor(int content, int window, int client, const BrowserBars& bars);
 qint64 windowWidthFor(int content, int window, int client);
+
+/// What the arrow keys do to a window.
+enum class Placing { None, Move, Size };
+
+/// `place` after an arrow key, in an area of the size `area`, all in pixels. A window
+/// that is moved keeps a part of its title bar inside; one that is sized keeps its top
+/// left corner and is no smaller than `least`. Any other key changes nothing.
+QRect placedByKey(const QRect& place, Placing placing, int key, int step, const QSize& area,
+                  const QSize& least);

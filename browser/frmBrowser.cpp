@@ -2,6 +2,7 @@
 
 #include "base/Errors.h"
 #include "base/Prefer.h"
+#include "base/Twips.h"
 #include "browser/AddressBar.h"
 #include "browser/BrowserFocus.h"
 #include "browser/BrowserFrame.h"
@@ -12,11 +13,21 @@
 #include "browser/SystemMenu.h"
 
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QShortcut>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+/// The size of a window that `twips` stand for, within what the toolkit can make.
+int pixels(qint64 twips)
+{
+    return static_cast<int>(std::clamp<qint64>(twips / twipsPerPixel, 1, QWIDGETSIZE_MAX));
+}
+} // namespace
 
 frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts)
     : m_frame(frame), m_drives(parts.drives)
@@ -48,30 +59,35 @@ void frmBrowser::buildControls(const BrowserParts& parts)
     m_busy = new BusyDisplay(m_toolbar, this);
     setWidget(m_client);
     m_client->installEventFilter(this);
-    settleSystemMenu(*this, [this](Placing placing) { beginPlacing(placing); });
+    m_systemMenu = std::make_unique<SystemMenu>(*this);
 }
 
 void frmBrowser::connectControls()
 {
-    connect(m_addressBar, &AddressBar::entered, this, [this] {
-        NavigateToAddress();
-        m_engine->host()->setFocus(); // one reads on without reaching for the mouse
-    });
+    connect(m_addressBar, &AddressBar::entered, this, &frmBrowser::NavigateToAddress);
     connect(m_toolbar, &BrowserToolbar::buttonClicked, this, &frmBrowser::clickButton);
     connect(m_toolbar, &BrowserToolbar::driveClicked, this, &frmBrowser::driveClicked);
     connect(m_busy, &BusyDisplay::tick, this, &frmBrowser::busyTick);
-    auto* escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    escape->setEnabled(false); // while nothing loads, the key belongs to the page
-    connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
-    connect(escape, &QShortcut::activated, this, [this] {
-        if (m_placing == Placing::None)
-            clickButton(u"Stop"_s);
-        else
-            giveUpPlacing();
-    });
     m_focus = std::make_unique<BrowserFocus>(
         BrowserFocus::Places{*this, *m_client, *m_engine->host(), *m_addressBar, *m_toolbar});
+    connect(m_systemMenu.get(), &SystemMenu::hintChanged, this,
+            [this](const QString& hint) { m_frame.statusText(hint); });
+    connect(m_systemMenu.get(), &SystemMenu::placed, m_focus.get(), &BrowserFocus::restore);
+    connectEscape();
+}
+
+void frmBrowser::connectEscape()
+{
+    auto* escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    escape->setEnabled(false); // the key belongs to the page while nothing is busy
+    connect(m_busy, &BusyDisplay::switched, escape, &QShortcut::setEnabled);
+    connect(escape, &QShortcut::activated, this, [this] {
+        if (m_systemMenu->isPlacing())
+            m_systemMenu->cancelPlacing();
+        else
+            clickButton(u"Stop"_s);
+    });
 }
 
 void frmBrowser::connectEngine()
@@ -86,8 +102,10 @@ void frmBrowser::connectEngine()
     connect(engine, &EngineControl::NavigateComplete2, this, &frmBrowser::navigateComplete);
     connect(engine, &EngineControl::WindowSetHeight, this, &frmBrowser::setWindowHeight);
     connect(engine, &EngineControl::WindowSetWidth, this, &frmBrowser::setWindowWidth);
-    connect(engine, &EngineControl::WindowClosing, this,
-            [this](bool, bool& cancel) { windowClosing(cancel); });
+    connect(engine, &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
+        cancel = true;
+        closeUnasked();
+    });
 }
 
 bool frmBrowser::isAddressBarShown() const
@@ -133,20 +151,20 @@ void frmBrowser::InitEngine()
     ignoringErrors([this] { m_engine->Offline(false); });
 }
 
-void frmBrowser::NavigateToAddress()
+void frmBrowser::NavigateToAddress(const QString& address, bool isTyped)
 {
     if (m_updatingList)
         return;
     StartBusy();
     if (!m_engine->host()->isHidden()) {
-        ignoringErrors([this] {
-            if (m_addressBar->isTyped())
-                m_engine->NavigateTyped(m_addressBar->text());
+        ignoringErrors([&] {
+            if (isTyped)
+                m_engine->NavigateTyped(address);
             else
-                m_engine->Navigate(m_addressBar->text());
+                m_engine->Navigate(address);
         });
-        m_addressBar->cboAddress()->update();
     }
+    m_engine->host()->setFocus(); // the user reads on without reaching for the mouse
 }
 
 void frmBrowser::StartBusy()
@@ -265,18 +283,80 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     if (isKept(visit.address))
         ignoringErrors([&] { m_frame.AddToHistory(visit.address, visit.title); });
     m_updatingList = false;
-    // A frame that a page adds or changes later: the next tick gives the caption back to
-    // the page.
+    // The frame is one that the page has added or changed after its load, and has given the
+    // window its own title: the next tick gives the caption back to the page.
     if (!m_busy->isOn() && frameCaption != captionOf({own}, own, name))
         StartBusy();
-    ignoringErrors([this] { layOut(); });
+    ignoringErrors([this] { PubResize(); });
     ignoringErrors([this] { m_frame.SetDropDisabled(false); });
 }
 
-void frmBrowser::windowClosing(bool& cancel)
+bool frmBrowser::eventFilter(QObject* watched, QEvent* event)
 {
-    cancel = true;
-    closeUnasked();
+    if (watched == m_client && event->type() == QEvent::Resize)
+        PubResize();
+    return QMdiSubWindow::eventFilter(watched, event);
+}
+
+bool frmBrowser::event(QEvent* event)
+{
+    if (event->type() != QEvent::MouseMove && event->type() != QEvent::KeyPress)
+        return QMdiSubWindow::event(event);
+    const QRect before = geometry();
+    const bool isHandled = QMdiSubWindow::event(event);
+    if (geometry() != before && !isMaximized() && !isMinimized())
+        emit placedByHand();
+    return isHandled;
+}
+
+void frmBrowser::keyPressEvent(QKeyEvent* event)
+{
+    if (m_systemMenu->isPlacing())
+        m_systemMenu->keyPressed(*event);
+    else
+        QMdiSubWindow::keyPressEvent(event);
+}
+
+int frmBrowser::barsHeight() const
+{
+    return bars().shownHeight();
+}
+
+BrowserBars frmBrowser::bars() const
+{
+    return {m_toolbar->sizeHint().height(), m_addressBar->panelHeight(), isToolbarShown(),
+            isAddressBarShown()};
+}
+
+void frmBrowser::PubResize()
+{
+    const BrowserBars present = bars();
+    const BarPlaces places = placeBars(m_client->width(), present);
+    m_toolbar->setGeometry(places.toolbar);
+    m_addressBar->setGeometry(places.address);
+    QWidget* page = m_engine->host();
+    const auto layout =
+        layOutBrowser(m_client->size(), m_addressBar->addressLeft(), page->y(), present);
+    if (!layout)
+        return;
+    m_addressBar->addressWidth(layout->addressWidth);
+    page->setGeometry(layout->engine);
+}
+
+void frmBrowser::setWindowHeight(int content)
+{
+    if (isMaximized() || isMinimized())
+        return;
+    const qint64 twips = windowHeightFor(content, toTwips(height()), m_client->height(), bars());
+    resize(width(), pixels(twips));
+}
+
+void frmBrowser::setWindowWidth(int content)
+{
+    if (isMaximized() || isMinimized())
+        return;
+    const qint64 twips = windowWidthFor(content, toTwips(width()), m_client->width());
+    resize(pixels(twips), height());
 }
 
 void frmBrowser::closeUnasked()
@@ -288,16 +368,7 @@ void frmBrowser::closeUnasked()
 void frmBrowser::activated()
 {
     refreshToolTips();
-    takeFocus();
-}
-
-void frmBrowser::takeFocus()
-{
-    // The engine replaces its widget, so the place is remembered, not the widget.
-    if (m_focus->isInPage())
-        m_engine->host()->setFocus();
-    else
-        m_addressBar->cboAddress()->setFocus();
+    m_focus->restore();
 }
 
 void frmBrowser::refreshToolTips()

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "browser/EngineControl.h"
-#include "browser/KeyboardPlace.h"
 
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -11,6 +10,7 @@ class BrowserFocus;
 class BrowserFrame;
 class BrowserToolbar;
 class BusyDisplay;
+class SystemMenu;
 struct BrowserBars;
 
 /// What a browser window is made with.
@@ -53,17 +53,17 @@ public:
     void load();
     /// Sets the engine's switches.
     void InitEngine();
-    /// Runs the layout again, after a bar was shown or hidden.
+    /// Lays out the bars and the page, as after a bar was shown or hidden.
     void PubResize();
     /// What the bars that are shown take of the window's height, in pixels.
     int barsHeight() const;
     /// The window has become the active one.
     void activated();
-    /// Whether the window has left the frame's books and is about to go.
+    /// Whether the window has closed and is about to be deleted.
     bool isUnloaded() const { return m_unloaded; }
 
-    /// The engine, so that another window can hand it to its own as the target
-    /// of a new window.
+    /// The engine of this window. It shows what the page of another window wants to
+    /// open in a new one.
     EngineControl* brwWebBrowser() const { return m_engine.get(); }
 
     /// Puts the home and search addresses of the preferences into the tool tips.
@@ -90,9 +90,10 @@ protected:
 private:
     void buildControls(const BrowserParts& parts);
     void connectControls();
+    void connectEscape();
     void connectEngine();
 
-    void NavigateToAddress();
+    void NavigateToAddress(const QString& address, bool isTyped);
     void StartBusy();
     void navigationByButton(const std::function<void()>& step);
     void stopLoading();
@@ -104,29 +105,17 @@ private:
 
     void newWindowRequested(EngineControl*& engine, bool& cancel);
     void navigateComplete(const EngineFrame& frame, const QString& url);
-    void windowClosing(bool& cancel);
     void setWindowHeight(int content);
     void setWindowWidth(int content);
 
-    void layOut();
     BrowserBars bars() const;
     void unload();
-    /// Gives the focus to the page or the address line, whichever had it.
-    void takeFocus();
-    /// Moves or sizes the window by the arrow keys until Enter, Escape, or the focus goes.
-    void beginPlacing(Placing placing);
-    void endPlacing();
-    void giveUpPlacing();
 
     BrowserFrame& m_frame;
     std::function<QStringList()> m_drives;
     QString m_startingAddress;
     qint32 m_windowKey = 0;
     bool m_newWindow = false;
-    Placing m_placing = Placing::None;
-    QRect m_placeBefore;
-    /// Has the focus while the arrow keys move or size the window.
-    QPointer<QWidget> m_arrowKeys;
     QPointer<frmBrowser> m_opener;
     bool m_updatingList = false;
     bool m_unloaded = false;
@@ -138,4 +127,5 @@ private:
     BusyDisplay* m_busy = nullptr;
     std::unique_ptr<EngineControl> m_engine;
     std::unique_ptr<BrowserFocus> m_focus;
+    std::unique_ptr<SystemMenu> m_systemMenu;
 };
