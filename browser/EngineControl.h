@@ -50,6 +50,10 @@ public:
     /// unless the user wants to stay.
     virtual bool AskToClose() { return false; }
 
+    /// A navigation that was asked for is *pending* until the engine begins to load its page,
+    /// then the page is *loading* until it has come, or has been stopped. The control is busy
+    /// while either holds, without a gap; the window shows its busy sign from `StartBusy` on
+    /// until it finds the control no longer busy.
     virtual bool Busy() const = 0;
     /// The address of the page shown, fully encoded; what was typed when the
     /// engine could not make an address of it; empty when nothing was shown yet.

@@ -9,33 +9,30 @@ namespace {
 
 constexpr std::chrono::milliseconds tick(200);
 /// How many ticks a page may take for its answer.
-constexpr int patience = 10;
-/// What the engine has decided before it heard the user comes that soon, in milliseconds.
-constexpr qint64 late = 500;
+constexpr int mostTicks = 10;
+/// For how long after the user's "stay" the engine may still close the page, as it has
+/// decided before it heard the user; in milliseconds.
+constexpr qint64 unheardStay = 500;
 
 } // namespace
 
 WebCloseRequest::WebCloseRequest(WebEnginePage& page) : m_page(page)
 {
-    m_patience.setInterval(tick);
-    connect(&m_patience, &QTimer::timeout, this, &WebCloseRequest::wait);
-    connect(&page, &WebEnginePage::leaveAsked, this, [this] { m_patience.stop(); });
+    m_ticks.setInterval(tick);
+    connect(&m_ticks, &QTimer::timeout, this, &WebCloseRequest::wait);
+    connect(&page, &WebEnginePage::leaveAsked, this, [this] { m_ticks.stop(); });
     connect(&page, &WebEnginePage::leaveAnswered, this, [this](bool isLeaving) {
-        if (m_isAsking && isLeaving) {
+        m_isAsking = m_isAsking && isLeaving;
+        if (m_isAsking)
             startWaiting();
-        } else {
-            m_isAsking = false;
-        }
-        if (!isLeaving) {
+        if (!isLeaving)
             m_sinceStay.start();
-        }
     });
-    // Held up by another page's question, the engine loses its own patience, asks all
-    // the same, and does not listen to the answer.
+    // While the question of another page holds it up, the engine decides to close the page
+    // after a time of its own, lets the question appear all the same, and ignores its answer.
     connect(&page, &WebEnginePage::windowCloseRequested, this, [this] {
-        if (!m_sinceStay.isValid() || m_sinceStay.hasExpired(late)) {
+        if (!m_sinceStay.isValid() || m_sinceStay.hasExpired(unheardStay))
             emit closing();
-        }
     });
 }
 
@@ -55,15 +52,15 @@ bool WebCloseRequest::begin()
 void WebCloseRequest::startWaiting()
 {
     m_waited = 0;
-    m_patience.start();
+    m_ticks.start();
 }
 
 void WebCloseRequest::wait()
 {
-    // While a page waits for its user's answer, the engine stands still in all of them.
+    // While the user answers the question of one page, no page can answer the engine.
     m_waited = QApplication::activeModalWidget() != nullptr ? 0 : m_waited + 1;
-    if (m_waited >= patience) {
-        m_patience.stop();
+    if (m_waited >= mostTicks) {
+        m_ticks.stop();
         emit closing();
     }
 }

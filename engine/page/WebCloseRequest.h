@@ -27,8 +27,8 @@ private:
     void wait();
 
     WebEnginePage& m_page;
-    QTimer m_patience;
-    int m_waited = 0;
-    QElapsedTimer m_sinceStay;
+    QTimer m_ticks;
+    int m_waited = 0;          ///< ticks since the page was asked
+    QElapsedTimer m_sinceStay; ///< since the user wanted to stay
     bool m_isAsking = false;
 };

@@ -19,8 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Scripts and addresses of other programs never begin a load.
-constexpr std::chrono::seconds startPatience(3);
+/// How long a navigation counts as pending in the engine. Scripts and addresses of other
+/// programs never make it load anything.
+constexpr std::chrono::seconds longestPending(3);
 
 const QUrl blank(u"about:blank"_s);
 
@@ -58,7 +59,8 @@ WebEngineControl::~WebEngineControl()
 void WebEngineControl::connectLoading()
 {
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
-        m_isStarting = false;
+        if (m_pending == Pending::InEngine)
+            m_pending = Pending::Nothing;
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
@@ -66,9 +68,8 @@ void WebEngineControl::connectLoading()
         const WebPageState page = pageState();
         const QPointer<WebEngineControl> self = this;
         m_visits.loadFinished(page);
-        if (self) {
+        if (self)
             emit DownloadComplete();
-        }
     });
     connect(m_page, &QWebEnginePage::urlChanged, this,
             [this] { m_visits.urlChanged(pageState()); });
@@ -76,9 +77,8 @@ void WebEngineControl::connectLoading()
         m_visits.titleChanged(pageState());
         const QPointer<WebEngineControl> self = this;
         emit TitleChange(title);
-        if (self) {
+        if (self)
             announceWriting(title);
-        }
     });
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
         if (const QUrl url(report.address); report.isMainFrame && WebErrorPage::isAt(url))
@@ -95,7 +95,7 @@ void WebEngineControl::connectWindow()
         m_isOverLink = !address.isEmpty();
         emit StatusTextChange(linkShown(address));
     });
-    // A page that goes may name a link of its own once more, after it has gone.
+    // The page before may report the link under the mouse once more after it has gone.
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
         if (report.isMainFrame && std::exchange(m_isOverLink, false))
             emit StatusTextChange({});
@@ -121,28 +121,28 @@ void WebEngineControl::NavigateTyped(const QString& url)
     navigate(url, true);
 }
 
-void WebEngineControl::navigate(const QString& url, bool mayBeScript)
+void WebEngineControl::navigate(const QString& typed, bool mayBeScript)
 {
-    m_pending = url;
-    QTimer::singleShot(0, this, [this, mayBeScript, turn = ++m_turn] {
-        if (m_pending && turn == m_turn) // not stopped, replaced or lent in between
-            start(mayBeScript);
+    m_pending = Pending::InEventLoop;
+    QTimer::singleShot(0, this, [this, typed, mayBeScript, number = ++m_navigations] {
+        // Meanwhile it may have been stopped, or another navigation taken its place.
+        if (m_pending == Pending::InEventLoop && number == m_navigations)
+            handOver(typed, mayBeScript);
     });
 }
 
-void WebEngineControl::start(bool mayBeScript)
+void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
 {
-    const QString typed = *std::exchange(m_pending, std::nullopt);
+    m_pending = Pending::InEngine;
     emit m_page->userNavigates();
-    m_isStarting = true;
-    QTimer::singleShot(startPatience, this, [this, turn = m_turn] {
-        if (turn == m_turn)
-            m_isStarting = false;
+    QTimer::singleShot(longestPending, this, [this, number = m_navigations] {
+        if (number == m_navigations)
+            m_pending = Pending::Nothing;
     });
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
     if (isForDesktop(url)) {
-        m_isStarting = false;
+        m_pending = Pending::Nothing;
         emit m_page->desktopAddressMet(url, true);
     } else if (url.isValid() && isForEngine(url) && (mayBeScript || !isScript(url))) {
         m_page->load(url);
@@ -175,8 +175,7 @@ void WebEngineControl::RefreshPastCache()
 
 void WebEngineControl::Stop()
 {
-    m_pending.reset();
-    m_isStarting = false;
+    m_pending = Pending::Nothing;
     actLater(QWebEnginePage::Stop);
 }
 
@@ -195,7 +194,7 @@ bool WebEngineControl::AskToClose()
 
 bool WebEngineControl::Busy() const
 {
-    return m_pending || m_isStarting || m_page->isLoading();
+    return m_pending != Pending::Nothing || m_page->isLoading();
 }
 
 QString WebEngineControl::LocationURL() const
@@ -237,7 +236,8 @@ WebPageState WebEngineControl::pageState() const
     const QWebEngineHistory& history = *m_page->history();
     const QWebEngineHistoryItem item = history.currentItem();
     QUrl url = m_page->url();
-    // [6.8] A document may report itself before the page's address has followed it.
+    // A document may report itself before the page's address has followed it (seen with
+    // Qt 6.8).
     const bool isErrorPage = WebErrorPage::isContent(item.url());
     const bool isBehind = isErrorPage != WebErrorPage::isAt(url) || url.isEmpty();
     if (isBehind && !item.url().isEmpty() && item.url().scheme() != "about"_L1)
@@ -248,8 +248,9 @@ WebPageState WebEngineControl::pageState() const
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 {
     if (isMainFrame) {
-        // No load begins where another one is still running.
-        m_isStarting = m_isStarting && !m_page->isLoading();
+        // The engine does not report the begin of a load while another one is still running.
+        if (m_pending == Pending::InEngine && m_page->isLoading())
+            m_pending = Pending::Nothing;
         m_visits.navigationStarting(url, pageState());
     }
     // The engine announces a page of our own making by its content.
@@ -259,8 +260,8 @@ void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)
 
 void WebEngineControl::announceWriting(const QString& title)
 {
-    // A window that is written into has its title when nothing is busy any more, and
-    // nothing else tells that a document has come.
+    // When a page writes into a window that it has opened, the new title comes when nothing
+    // is loading any more, and nothing else tells that a document has come.
     const QUrl url = m_page->url();
     if (!title.isEmpty() && (url.isEmpty() || url == blank))
         emit BeforeNavigate2(blank.toString());
@@ -293,17 +294,18 @@ void WebEngineControl::openWindow(QWebEngineNewWindowRequest& request)
     emit NewWindow2(engine, cancel);
     auto* const other = qobject_cast<WebEngineControl*>(engine);
     if (!cancel && other != nullptr)
-        other->lend(request);
+        other->openHere(request);
 }
 
-void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
+void WebEngineControl::openHere(QWebEngineNewWindowRequest& request)
 {
-    m_pending.reset();
-    m_isLent = true;
-    // A window that a page opens and writes into never navigates, so that the
-    // engine never works out its preferences, and crashes at its first paint
-    // (seen with Qt 6.4). A page that has begun a load of its own has some, and
-    // a setting that is set once more hands them over to the window lent.
+    m_pending = Pending::Nothing; // the page requested comes in place of the start address
+    m_isOpenedByPage = true;
+    // A window that a page opens and writes into never navigates, so that the engine never
+    // works out its preferences, and crashes at its first paint (seen with Qt 6.4). A page
+    // that has begun a load of its own has some, and a setting that is set once more hands
+    // them over to the window. Without the blank page and the setting, a page that opens a
+    // window and writes into it must work before they can go.
     const QPointer<WebEnginePage> page = m_page;
     page->load(blank);
     request.openIn(page); // sends events: this object may be gone after it
@@ -312,7 +314,7 @@ void WebEngineControl::lend(QWebEngineNewWindowRequest& request)
 
 void WebEngineControl::resizeWindow(const QRect& geometry)
 {
-    if (m_view && geometry.size() == m_view->size()) // only moved
+    if (m_view && geometry.size() == m_view->size()) // the page only wants to be moved
         return;
     const QPointer<WebEngineControl> self = this;
     emit WindowSetHeight(geometry.height());
@@ -324,15 +326,15 @@ void WebEngineControl::closeWindow()
 {
     const QPointer<WebEngineControl> self = this;
     bool cancel = false;
-    emit WindowClosing(m_isLent, cancel);
+    emit WindowClosing(m_isOpenedByPage, cancel);
     if (self && !cancel && m_view)
         m_view->hide();
 }
 
 void WebEngineControl::closeIfEmpty()
 {
-    // A page has opened it for the download's sake only. It may have been
-    // written into without ever going anywhere: then it has a document.
-    if (m_isLent && !m_visits.document() && pageState().commit.position < 0)
+    // A page has opened the window for the download's sake only. If it was written into
+    // instead, it has a document although it never went anywhere.
+    if (m_isOpenedByPage && !m_visits.document() && pageState().commit.position < 0)
         closeWindow();
 }

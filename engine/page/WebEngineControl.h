@@ -57,15 +57,16 @@ public:
 private:
     void connectLoading();
     void connectWindow();
-    void navigate(const QString& url, bool mayBeScript);
-    void start(bool mayBeScript);
+    void navigate(const QString& typed, bool mayBeScript);
+    void handOver(const QString& typed, bool mayBeScript);
     WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
     void announceWriting(const QString& title);
     bool mayOpenWindow(QWebEngineNewWindowRequest& request);
     void openWindow(QWebEngineNewWindowRequest& request);
-    void lend(QWebEngineNewWindowRequest& request);
+    /// Shows in this window what the page of another one wants to open in a new one.
+    void openHere(QWebEngineNewWindowRequest& request);
     void resizeWindow(const QRect& geometry);
     void closeWindow();
     void closeIfEmpty();
@@ -76,17 +77,18 @@ private:
     WebVisits m_visits;
     PopupLimit& m_popups;
     WebCloseRequest m_closeRequest;
-    /// The text of a navigation that has not been handed to the engine yet.
-    std::optional<QString> m_pending;
+    /// Where a pending navigation is: it waits for the event loop, then in the engine, which
+    /// begins to load a while later when many windows load at once.
+    enum class Pending { Nothing, InEventLoop, InEngine };
+    Pending m_pending = Pending::Nothing;
     /// Counts the navigations asked for.
-    quint32 m_turn = 0;
+    quint32 m_navigations = 0;
     /// The last text that was no address.
     QString m_noAddress;
-    /// The error page that was shown last, by its own word.
+    /// The address under which the error page that was shown last has reported itself.
     QUrl m_errorPage;
-    /// Handed to the engine, which begins a while later when many windows load.
-    bool m_isStarting = false;
-    bool m_isLent = false;
+    /// The page of another window has opened this one.
+    bool m_isOpenedByPage = false;
     /// Whether a link's address has been sent as the status text, and nothing after it.
     bool m_isOverLink = false;
 };
