@@ -2,7 +2,7 @@
 
 #include "browser/EngineControl.h"
 #include "engine/page/WebEngineControl.h"
-#include "engine/page/WebFrameReports.h"
+#include "engine/page/WebEnginePage.h"
 
 #include <memory>
 

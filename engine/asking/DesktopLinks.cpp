@@ -21,7 +21,7 @@ DesktopLinks::DesktopLinks(AskingPage& asking, const PageInput& input, QObject* 
     : QObject(parent), m_asking(asking)
 {
     connect(&input, &PageInput::used, this, [this] { m_sinceInput.start(); });
-    connect(&asking.page(), &WebEnginePage::desktopAddressMet, this, &DesktopLinks::met);
+    connect(&asking.page(), &WebEnginePage::desktopAddressWanted, this, &DesktopLinks::met);
 }
 
 bool DesktopLinks::takeClick()

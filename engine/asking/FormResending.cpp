@@ -2,10 +2,7 @@
 
 #include "engine/asking/AskingPage.h"
 #include "engine/page/WebEnginePage.h"
-#include "engine/page/WebSentForm.h"
 #include "pages/asking/SiteText.h"
-
-#include <QWebEngineHistory>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +33,6 @@ void FormResending::ask(QWebEnginePage::WebAction reload)
             .isAccepted;
     m_isAsking = false;
     // The page may have gone on by itself meanwhile.
-    if (isAgreed && !page.isRetired() && page.url() == address && isFromSentForm(*page.history()))
+    if (isAgreed && !page.isRetired() && page.url() == address && page.isFromSentForm())
         page.triggerAction(reload);
 }

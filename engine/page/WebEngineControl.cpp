@@ -101,7 +101,7 @@ void WebEngineControl::connectWindow()
             emit StatusTextChange({});
     });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
-    connect(m_page, &WebEnginePage::barredAddressMet, this, [this](const QUrl& url) {
+    connect(m_page, &WebEnginePage::navigationBarred, this, [this](const QUrl& url) {
         emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
     });
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
@@ -143,7 +143,7 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
     ignoringErrors([&] { url = m_resolve(typed); });
     if (isForDesktop(url)) {
         m_pending = Pending::Nothing;
-        emit m_page->desktopAddressMet(url, true);
+        emit m_page->desktopAddressWanted(url, true);
     } else if (url.isValid() && isForEngine(url) && (mayBeScript || !isScript(url))) {
         m_page->load(url);
     } else {
@@ -271,11 +271,11 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
 {
     if (isForDesktop(request.requestedUrl())) {
         if (request.isUserInitiated())
-            emit m_page->desktopAddressMet(request.requestedUrl(), false);
+            emit m_page->desktopAddressWanted(request.requestedUrl(), false);
         return false;
     }
     if (isForNobody(request.requestedUrl())) {
-        emit m_page->barredAddressMet(request.requestedUrl());
+        emit m_page->navigationBarred(request.requestedUrl());
         return false;
     }
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());

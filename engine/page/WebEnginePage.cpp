@@ -2,11 +2,17 @@
 
 #include "engine/page/WebErrorPage.h"
 #include "engine/page/WebScriptAnswers.h"
-#include "engine/page/WebSentForm.h"
 #include "pages/asking/DesktopSchemes.h"
 
 #include <QCoreApplication>
+#include <QDataStream>
+#include <QIODevice>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QUuid>
 #include <QWebEngineHistory>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,7 +24,57 @@ QString leaveQuestion()
                                        "Changes that you made may not be saved.");
 }
 
+/// The version of the stored history that is read here; Qt 6.4 and 6.8 write it.
+constexpr int historyVersion = 4;
+
+/// Reads one entry of a stored history.
+bool isOfSentForm(QDataStream& entry)
+{
+    QUrl url;
+    QString title;
+    QByteArray state;
+    qint32 transition = 0;
+    bool isSent = false;
+    entry >> url >> title >> state >> transition >> isSent;
+    QUrl referrer;
+    qint32 referrerPolicy = 0;
+    QUrl firstAddress;
+    bool hasOwnAgent = false;
+    qint64 time = 0;
+    int status = 0;
+    QUrl icon;
+    entry >> referrer >> referrerPolicy >> firstAddress >> hasOwnAgent >> time >> status >> icon;
+    return isSent;
+}
+
 } // namespace
+
+WebFrameReports::WebFrameReports() : m_token(QUuid::createUuid().toString(QUuid::Id128)) {}
+
+QString WebFrameReports::script() const
+{
+    return uR"((function () {
+    let waiting = true;
+    function report() {
+        if (waiting) {
+            waiting = false;
+            console.info('%1' + JSON.stringify(
+                [window === window.top, location.href, String(document.title || '').slice(0, 4096)]));
+        }
+    }
+    document.addEventListener('DOMContentLoaded', report);
+    setTimeout(report, 1000);
+})())"_s.arg(m_token);
+}
+
+std::optional<FrameReport> WebFrameReports::read(const QString& consoleLine) const
+{
+    if (!consoleLine.startsWith(m_token))
+        return std::nullopt;
+    const QByteArray text = QStringView(consoleLine).mid(m_token.size()).toUtf8();
+    const QJsonArray values = QJsonDocument::fromJson(text).array();
+    return FrameReport{values.at(0).toBool(), values.at(1).toString(), values.at(2).toString()};
+}
 
 WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports,
                              QObject* parent)
@@ -48,24 +104,44 @@ void WebEnginePage::retire()
 void WebEnginePage::reload(WebAction action)
 {
     emit userNavigates();
-    if (isFromSentForm(*history()))
+    if (isFromSentForm())
         emit resendingWanted(action);
     else
         triggerAction(action);
+}
+
+// Only the stored history tells it (Qt 6.4). `acceptNavigationRequest` learns
+// that a form was submitted, but not whether by POST, nor which page is shown in the end after
+// redirects and changes of the address by the page's scripts. To be replaced when
+// QWebEngineHistoryItem tells it.
+bool WebEnginePage::isFromSentForm() const
+{
+    QByteArray stored;
+    QDataStream writer(&stored, QIODevice::WriteOnly);
+    writer << *history();
+    QDataStream reader(stored);
+    int version = 0;
+    int count = 0;
+    int current = 0;
+    reader >> version >> count >> current;
+    bool isSent = false;
+    for (int i = 0; version == historyVersion && i <= current; ++i)
+        isSent = isOfSentForm(reader);
+    return isSent && reader.status() == QDataStream::Ok;
 }
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
     if (isForDesktop(url)) {
         if (type == NavigationTypeLinkClicked)
-            emit desktopAddressMet(url, false);
+            emit desktopAddressWanted(url, false);
         return false;
     }
-    // Our own page of an address that is none, on its way or loaded once more.
+    // The page of the program about what is no address, loaded for the first time or again.
     const bool isOurs = WebErrorPage::isAt(url) && type != NavigationTypeLinkClicked &&
                         type != NavigationTypeOther && type != NavigationTypeRedirect;
     if (isForNobody(url) && !isOurs) {
-        emit barredAddressMet(url);
+        emit navigationBarred(url);
         return false;
     }
     emit navigationStarting(url, isMainFrame);

@@ -1,11 +1,36 @@
 #pragma once
 
-#include "engine/page/WebFrameReports.h"
-
 #include <QPointer>
 #include <QWebEnginePage>
 
+#include <optional>
+
 class WebScriptAnswers;
+
+/// What the document of one frame says about itself.
+struct FrameReport {
+    bool isMainFrame = false;
+    /// Its location.href; "chrome-error:..." while an error page of the engine stands there.
+    QString address;
+    QString title;
+};
+
+/// Has every frame of every page report its document: a script of the program, in a
+/// JavaScript world that pages cannot see, writes one line to the console. The line is
+/// marked with a token that is random per run, so that no page can forge it.
+class WebFrameReports {
+public:
+    WebFrameReports();
+
+    /// To be run at the creation of every document, in a world of its own. It
+    /// reports once: when the document is complete, at the latest after a second.
+    QString script() const;
+    /// The report in a line of the console; none in a line of somebody else.
+    std::optional<FrameReport> read(const QString& consoleLine) const;
+
+private:
+    QString m_token;
+};
 
 /// A page whose frames report themselves, which says when it is about to go
 /// somewhere, and which asks the user through others.
@@ -48,9 +73,12 @@ public:
     /// Whether a question is open.
     bool isAsking() const { return m_questions > 0; }
 
-    /// Loads what is shown once more, by `action`, as the user wants it. What came of a form
+    /// Loads what is shown once more, by `action`, as the user wants it. The answer to a form
     /// that was sent is not loaded before the user agrees: see `resendingWanted`.
     void reload(WebAction action = Reload);
+    /// Whether the page shown is the answer to a form that was sent, so that loading it once
+    /// more would send the form again.
+    bool isFromSentForm() const;
 
     /// `answers` answers the page's scripts from now on; it goes with the page.
     /// Without one they get no answer.
@@ -62,15 +90,15 @@ signals:
     void navigationStarting(const QUrl& url, bool isMainFrame);
     /// What the page was about to show is being saved as a file, or is not wanted.
     void downloadDecided();
-    /// `action` would send the form once more that the page shown has come of.
+    /// `action` would send the form once more that the page shown is the answer to.
     void resendingWanted(QWebEnginePage::WebAction action);
     /// The user, not a script, is about to send the page somewhere.
     void userNavigates();
-    /// The page goes nowhere, as `url` is for another program of the desktop. It
-    /// comes from the user, or from the page.
-    void desktopAddressMet(const QUrl& url, bool isUsersOwn);
-    /// The page wants to go to an address that nobody is to open.
-    void barredAddressMet(const QUrl& url);
+    /// The user, or the page, wants to open `url`, which is for another program of the
+    /// desktop. The page goes nowhere.
+    void desktopAddressWanted(const QUrl& url, bool isUsersOwn);
+    /// The page wants to go to an address that no program is to open, and goes nowhere.
+    void navigationBarred(const QUrl& url);
     /// The page has the user asked whether it may be left, and the answer.
     void leaveAsked();
     void leaveAnswered(bool isLeaving);

@@ -17,8 +17,8 @@ QString html(const QString& typed);
 
 /// Whether a document at `address` is a page of the engine's about an error.
 bool isEnginesOwn(const QString& address);
-/// A script that puts "Unsichere Verbindung" and `reason`, plain text with empty lines between
-/// its paragraphs, in the place of such a page's own words.
+/// A script that shows "Unsichere Verbindung" and `reason`, plain text with empty lines between
+/// its paragraphs, in place of such a page's own text.
 QString replacement(const QString& reason);
 
 /// The address of the page at `url` as the user sees it: the typed text for

@@ -1,5 +1,6 @@
 #include "engine/page/WebVisits.h"
 
+#include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
 
 using namespace Qt::StringLiterals;
@@ -14,8 +15,8 @@ QString readable(const QString& address)
     return text.endsWith(u'/') ? text.chopped(1) : text;
 }
 
-/// A page of the engine's own, or of this program, in place of the page wanted.
-bool isStandIn(const FrameReport& report, const WebPageState& page)
+/// Whether a page of the engine's own, or of this program, stands in place of the one wanted.
+bool isErrorPage(const FrameReport& report, const WebPageState& page)
 {
     return WebErrorPage::isEnginesOwn(report.address) || WebErrorPage::isAt(page.url);
 }
@@ -56,15 +57,15 @@ void WebVisits::loadStarted(const WebPageState& page)
 void WebVisits::expectDocument(const WebPageState& page)
 {
     m_commit = page.commit;
-    m_hasMoved = false;
-    m_isSettled = false;
-    m_isCounted = false;
+    m_isCommitted = false;
+    m_isReported = false;
+    m_isCompletedEarly = false;
 }
 
 void WebVisits::noticeDocument(const WebPageState& page)
 {
-    if (m_isLoading && !m_isSettled && !m_hasMoved && page.commit != m_commit) {
-        m_hasMoved = true;
+    if (m_isLoading && !m_isReported && !m_isCommitted && page.commit != m_commit) {
+        m_isCommitted = true;
         m_document.emplace(); // the new page takes the old one's place
     }
 }
@@ -72,9 +73,9 @@ void WebVisits::noticeDocument(const WebPageState& page)
 void WebVisits::urlChanged(const WebPageState& page)
 {
     noticeDocument(page);
-    if (page.url.isEmpty()) { // a first page that did not come off
-        m_isSettled = false;
-    } else if (m_isSettled && page.commit != m_commit) {
+    if (page.url.isEmpty()) { // the first page of a window has failed
+        m_isReported = false;
+    } else if (m_isReported && page.commit != m_commit) {
         m_commit = page.commit;
         complete(page);
     }
@@ -83,7 +84,7 @@ void WebVisits::urlChanged(const WebPageState& page)
 void WebVisits::titleChanged(const WebPageState& page)
 {
     noticeDocument(page);
-    const bool isOfThisDocument = m_isSettled || !m_hasMoved;
+    const bool isOfThisDocument = m_isReported || !m_isCommitted;
     if (m_document && isOfThisDocument && !isAddressAsShown(page.title, page.url))
         m_document->Title = page.title;
 }
@@ -99,18 +100,18 @@ void WebVisits::reported(const FrameReport& report, const WebPageState& page)
 
 void WebVisits::mainFrameReported(const FrameReport& report, const WebPageState& page)
 {
-    if (isStandIn(report, page))
+    if (isErrorPage(report, page))
         m_document.reset();
     else
         m_document = EngineDocument{report.title};
-    if (page.url.isEmpty()) // written into a window that never went anywhere
+    if (page.url.isEmpty()) // a document written into a window that never went anywhere
         return;
-    // While the next page is on its way this may be the last word of the
-    // previous one: only what the engine calls shown tells them apart.
-    m_isSettled = m_hasMoved || !m_isLoading;
+    // While the next page is loading, this may be a late report of the previous one. Only
+    // the commits that the engine knows of tell them apart.
+    m_isReported = m_isCommitted || !m_isLoading;
     m_commit = page.commit;
-    if (m_isCounted) {
-        m_isCounted = false;
+    if (m_isCompletedEarly) {
+        m_isCompletedEarly = false;
         return;
     }
     complete(page);
@@ -130,12 +131,12 @@ void WebVisits::subFrameReported(const FrameReport& report) const
 void WebVisits::loadFinished(const WebPageState& page)
 {
     noticeDocument(page);
-    const bool isUncounted = m_hasMoved && !m_isSettled && !page.url.isEmpty();
+    const bool isStoppedEarly = m_isCommitted && !m_isReported && !page.url.isEmpty();
     m_isLoading = false;
-    m_isSettled = !page.url.isEmpty();
+    m_isReported = !page.url.isEmpty();
     m_commit = page.commit;
-    if (isUncounted) { // stopped when the page had come but was not complete
-        m_isCounted = true;
+    if (isStoppedEarly) { // stopped when the page had come but was not complete
+        m_isCompletedEarly = true;
         if (m_document && !isAddressAsShown(page.title, page.url))
             m_document->Title = page.title;
         complete(page);

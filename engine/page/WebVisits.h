@@ -1,7 +1,6 @@
 #pragma once
 
 #include "browser/EngineControl.h"
-#include "engine/page/WebFrameReports.h"
 
 #include <QDateTime>
 #include <QUrl>
@@ -9,11 +8,13 @@
 #include <functional>
 #include <optional>
 
+struct FrameReport;
+
 /// The last navigation of a page that got somewhere.
 struct WebCommit {
     /// Its place in the page's history, from 0 on; -1 before the first one.
     int position = -1;
-    /// The content itself for a page that this program has made.
+    /// A page that this program has made has its whole content in it, as a data address.
     QUrl url;
     QDateTime time;
 
@@ -22,7 +23,7 @@ struct WebCommit {
 
 /// A page at the moment of one of its signals.
 struct WebPageState {
-    /// May run ahead of what is shown: it is at times the address on its way.
+    /// May run ahead of what is shown: at times it is the address that is being loaded.
     QUrl url;
     QString title;
     WebCommit commit;
@@ -60,15 +61,18 @@ private:
 
     Completed m_completed;
     std::optional<EngineDocument> m_document;
-    /// What was shown when the navigation began, or was told last.
+    /// That of the document shown when the navigation began, or of the one that was told of
+    /// last.
     WebCommit m_commit;
     bool m_isLoading = false;
-    /// The new document stands there, not yet complete.
-    bool m_hasMoved = false;
-    /// The document shown is known: a change of its address is a navigation.
-    bool m_isSettled = false;
-    /// The load ended before its document reported and has been counted.
-    bool m_isCounted = false;
+    /// The new document has taken the place of the old one, and is not complete yet.
+    bool m_isCommitted = false;
+    /// The document shown has reported itself: from now on a change of its address is a
+    /// navigation within it.
+    bool m_isReported = false;
+    /// The navigation has been told of when its load was stopped: a report of the document
+    /// that comes after all is no visit of its own.
+    bool m_isCompletedEarly = false;
 };
 
 /// Whether `title` is what the engine gives out as the title of a page at

@@ -159,7 +159,7 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     if (isForDesktop(request.linkUrl())) {
         for (const Item item : {Item::OpenLink, Item::OpenLinkInWindow})
             commands.items[item] = [this, url = request.linkUrl()] {
-                emit m_page->desktopAddressMet(url, true);
+                emit m_page->desktopAddressWanted(url, true);
             };
     }
     commands.correct = [this](const QString& word) { m_page->replaceMisspelledWord(word); };
