@@ -1,6 +1,6 @@
 #include "address/AddressResolver.h"
 
-#include "address/DriveList.h"
+#include "address/FilesAndDrives.h"
 #include "address/FileTable.h"
 #include "address/PathLookup.h"
 

@@ -1,5 +1,5 @@
 #include "address/AddressResolver.h"
-#include "address/DriveList.h"
+#include "address/FilesAndDrives.h"
 #include "address/FileTable.h"
 #include "address/MovedProgram.h"
 #include "app/AppInit.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "address/DriveList.h"
+#include "address/FilesAndDrives.h"
 #include "address/FileTable.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-#include "address/DriveList.h"
+#include "address/FilesAndDrives.h"
 
 #include <QDir>
 #include <QFileInfo>
