@@ -1,11 +1,11 @@
 #include "address/AddressResolver.h"
 
 #include "address/FilesAndDrives.h"
-#include "address/FileTable.h"
-#include "address/PathLookup.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +13,106 @@ using namespace Qt::StringLiterals;
 namespace {
 /// The engine refuses longer addresses.
 constexpr qsizetype longestUrl = qsizetype{2} * 1024 * 1024;
+
+/// A path and what stands behind it in a URL ("?query#fragment"), if anything.
+struct PathReading {
+    QString path;
+    QString tail;
+};
+
+/// The name among `names` that differs from `wanted` in case only; the first in
+/// order of its characters, so that the choice does not depend on the disk.
+QString sameName(const QStringList& names, QStringView wanted)
+{
+    QString best;
+    for (const QString& name : names)
+        if (wanted.compare(name, Qt::CaseInsensitive) == 0 && (best.isEmpty() || name < best))
+            best = name;
+    return best;
+}
+
+/// `path` with "/" between the names.
+QString withSlashes(QString path)
+{
+    return path.replace(u'\\', u'/');
+}
+
+/// `text` with its "%XX" read as UTF-8 bytes; a "%" that begins no code stays.
+QString percentDecoded(const QString& text)
+{
+    // A "%" that begins no code belongs to the name, as QUrl takes it, too. Without the
+    // escape the toolkit would make some character of what stands behind it.
+    static const QRegularExpression alone(u"%(?![0-9A-Fa-f]{2})"_s);
+    return QUrl::fromPercentEncoding(QString(text).replace(alone, u"%25"_s).toUtf8());
+}
+
+/// `path` cut before its first "?" or "#".
+PathReading withoutTail(const QString& path)
+{
+    qsizetype end = 0;
+    while (end < path.size() && path[end] != u'?' && path[end] != u'#')
+        ++end;
+    return {path.left(end), path.sliced(end)};
+}
+
+/// An absolute path without ".", ".." and empty names; nothing is above the root. A
+/// separator at the end stays.
+QString cleanPath(const QString& path)
+{
+    QString clean = QDir::cleanPath(path);
+    while (clean.startsWith("/../"_L1))
+        clean.remove(0, 3);
+    if (clean == "/.."_L1)
+        return u"/"_s;
+    return path.endsWith(u'/') && !clean.endsWith(u'/') ? clean + u'/' : clean;
+}
+
+/// The URL of an absolute path.
+QUrl fileUrl(const QString& path)
+{
+    // QUrl would take the name after "//" for a host.
+    qsizetype start = 0;
+    while (QStringView(path).sliced(start).startsWith("//"_L1))
+        ++start;
+    return QUrl::fromLocalFile(path.sliced(start));
+}
+
+QUrl withTail(const QUrl& url, const QString& tail)
+{
+    return url.isValid() && !tail.isEmpty() ? QUrl(QString::fromLatin1(url.toEncoded()) + tail)
+                                            : url;
+}
+
+/// An absolute path as the file system spells it: a name that is not there as
+/// written is looked for without regard to case. Nothing when a name is missing. A
+/// separator at the end stays if the path leads to a folder.
+std::optional<QString> spelledOnDisk(const QString& path, const FileTable& files)
+{
+    const QString clean = cleanPath(path);
+    QString found;
+    for (const QStringView part : QStringView(clean).split(u'/', Qt::SkipEmptyParts)) {
+        const QString folder = found + u'/';
+        found = folder + part.toString();
+        if (files.exists(found))
+            continue;
+        const QString name =
+            sameName(files.entries(folder.size() == 1 ? folder : folder.chopped(1)), part);
+        if (name.isEmpty())
+            return std::nullopt;
+        found = folder + name;
+    }
+    const bool keepsSeparator = found.isEmpty() || (clean.endsWith(u'/') && files.isFolder(found));
+    return keepsSeparator ? found + u'/' : found;
+}
+
+/// The URL of the first reading whose path is there.
+std::optional<QUrl> firstThere(const std::vector<PathReading>& readings, const FileTable& files)
+{
+    for (const PathReading& reading : readings)
+        if (const auto path = spelledOnDisk(reading.path, files))
+            return withTail(fileUrl(*path), reading.tail);
+    return std::nullopt;
+}
 
 bool isSeparator(QChar c)
 {
@@ -187,4 +287,22 @@ QUrl resolve(const QString& typed, const FileTable& files, const DriveTable& dri
 QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTable& drives)
 {
     return checked(resolve(typed, files, drives));
+}
+
+QString licenceFound(const QString& typed, const QString& programFolder, const FileTable& files)
+{
+    // The mixed separators are of the program's own making: nobody types them.
+    const bool isStored =
+        typed.startsWith(u'/') && typed.endsWith(u"\\Lizenz.txt"_s, Qt::CaseInsensitive);
+    if (!isStored || spelledOnDisk(withSlashes(typed), files))
+        return typed;
+    return programFolder + u"\\Lizenz.txt"_s;
+}
+
+AddressResolver machineResolver(const QString& programFolder)
+{
+    return [programFolder](const QString& typed) {
+        const LinuxFileTable files;
+        return resolveAddress(licenceFound(typed, programFolder, files), files, MountedDrives());
+    };
 }

@@ -9,6 +9,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+/// The toolkit warns about paths that no file system can hold.
+bool canBePath(const QString& path)
+{
+    return path.startsWith(u'/') && !path.contains(QChar(0));
+}
+
 constexpr char16_t firstLetter = u'C';
 constexpr std::size_t mostDrives = u'Z' - firstLetter + 1;
 
@@ -35,6 +41,27 @@ QString shownName(const Volume& volume)
 }
 } // namespace
 
+bool LinuxFileTable::exists(const QString& path) const
+{
+    if (!canBePath(path))
+        return false;
+    const QFileInfo info(path);
+    return info.isSymLink() || info.exists();
+}
+
+bool LinuxFileTable::isFolder(const QString& path) const
+{
+    return canBePath(path) && QFileInfo(path).isDir();
+}
+
+QStringList LinuxFileTable::entries(const QString& folder) const
+{
+    if (!canBePath(folder))
+        return {};
+    return QDir(folder).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
+}
+
 DriveList::DriveList(const std::vector<Volume>& volumes)
 {
     m_drives.push_back({u"/"_s, u"/"_s});
@@ -42,7 +69,7 @@ DriveList::DriveList(const std::vector<Volume>& volumes)
         const QString root = QDir::cleanPath(volume.root);
         const auto known = std::find_if(m_drives.begin(), m_drives.end(),
                                         [&root](const Drive& drive) { return drive.root == root; });
-        if (known != m_drives.end()) // mounted over: what was mounted last is what one sees
+        if (known != m_drives.end()) // the volume that was mounted last hides the one below
             known->name = shownName({root, volume.name, {}});
         else if (root.startsWith(u'/') && !isPseudo(volume.fileSystem) &&
                  m_drives.size() < mostDrives)
@@ -71,7 +98,7 @@ DriveList mountedDrives()
 {
     std::vector<Volume> volumes;
     for (const QStorageInfo& storage : QStorageInfo::mountedVolumes()) {
-        // Containers mount single files too.
+        // In containers single files are mounted, too.
         if (QFileInfo(storage.rootPath()).isDir())
             volumes.push_back({storage.rootPath(), storage.name(),
                                QString::fromLatin1(storage.fileSystemType())});

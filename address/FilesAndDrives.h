@@ -6,7 +6,33 @@
 
 #include <vector>
 
-/// The drive letters, as the address rules see them.
+/// What the address rules ask of the file system. Paths are absolute, with "/"
+/// between the names; one behind the last name is allowed where that is a folder.
+/// Nothing here throws: what cannot be read is not there.
+class FileTable {
+public:
+    FileTable() = default;
+    FileTable(const FileTable&) = delete;
+    FileTable& operator=(const FileTable&) = delete;
+    virtual ~FileTable() = default;
+
+    /// Whether there is such a name, be it a file, a folder or a link, even one
+    /// that leads nowhere.
+    virtual bool exists(const QString& path) const = 0;
+    virtual bool isFolder(const QString& path) const = 0;
+    /// The names in a folder, hidden ones too, in no particular order.
+    virtual QStringList entries(const QString& folder) const = 0;
+};
+
+/// The machine's own file system.
+class LinuxFileTable : public FileTable {
+public:
+    bool exists(const QString& path) const override;
+    bool isFolder(const QString& path) const override;
+    QStringList entries(const QString& folder) const override;
+};
+
+/// What the address rules ask of the drives.
 class DriveTable {
 public:
     DriveTable() = default;
@@ -52,3 +78,9 @@ private:
 /// The drives mounted now. Asks every volume for its state, so a network volume
 /// whose server is gone can make it wait.
 DriveList mountedDrives();
+
+/// The machine's drives as they are when a letter is asked for.
+class MountedDrives : public DriveTable {
+public:
+    QString rootOf(QChar letter) const override { return mountedDrives().rootOf(letter); }
+};

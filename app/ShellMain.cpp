@@ -1,7 +1,5 @@
 #include "address/AddressResolver.h"
 #include "address/FilesAndDrives.h"
-#include "address/FileTable.h"
-#include "address/MovedProgram.h"
 #include "app/AppInit.h"
 #include "app/ContextMenuKey.h"
 #include "app/DarkTitles.h"
@@ -40,12 +38,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The drives as they are when a letter is asked for.
-class PresentDrives : public DriveTable {
-public:
-    QString rootOf(QChar letter) const override { return mountedDrives().rootOf(letter); }
-};
 
 /// While the program is ended from outside, nobody may be there to dismiss a
 /// message: it goes to the standard error instead.
@@ -172,14 +164,9 @@ QString storage(QStandardPaths::StandardLocation location)
 
 int run(QApplication& application, const ShellStart& start)
 {
-    const LinuxFileTable files;
-    const PresentDrives drives;
     const QString folder = QCoreApplication::applicationDirPath();
     WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
-                          storage(QStandardPaths::CacheLocation), [&](const QString& typed) {
-                              return resolveAddress(licenceFound(typed, folder, files), files,
-                                                    drives);
-                          });
+                          storage(QStandardPaths::CacheLocation), machineResolver(folder));
     EndingPrompt prompt;
     PageDialogs asker;
     ProcessStarter starter;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "address/AddressResolver.h"
 #include "browser/EngineControl.h"
 #include "engine/page/WebCloseRequest.h"
 #include "engine/page/WebVisits.h"
@@ -8,17 +9,12 @@
 #include <QUrl>
 #include <QWebEnginePage>
 
-#include <functional>
 #include <optional>
 
 class PopupLimit;
 class QWebEngineNewWindowRequest;
 class QWebEngineView;
 class WebEnginePage;
-
-/// Makes an address to open of a text as the user typed it; an invalid one
-/// means that the text cannot be an address.
-using AddressResolver = std::function<QUrl(const QString& typed)>;
 
 /// The engine of one browser window on Qt WebEngine.
 ///

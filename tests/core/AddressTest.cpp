@@ -1,5 +1,4 @@
 #include "address/AddressResolver.h"
-#include "address/MovedProgram.h"
 #include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 

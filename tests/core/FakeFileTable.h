@@ -1,7 +1,6 @@
 #pragma once
 
 #include "address/FilesAndDrives.h"
-#include "address/FileTable.h"
 
 #include <utility>
 
