@@ -1,7 +1,6 @@
 #include "app/AppInit.h"
 
 #include "app/FrameCommands.h"
-#include "app/FrameKeys.h"
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
@@ -29,8 +28,7 @@ AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& s
       m_frameIcon(u":/icons/frame.svg"_s), m_childIcon(u":/icons/child.svg"_s),
       m_frame(std::make_unique<MDIForm1>(*this, prompt, std::move(parts)))
 {
-    auto* commands = new FrameCommands(*m_frame, starter);
-    new FrameKeys(*m_frame, *commands);
+    new FrameCommands(*m_frame, starter); // belongs to the frame
     AppInit::SetDropDisabled(false);
 }
 

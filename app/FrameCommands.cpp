@@ -5,7 +5,6 @@
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
-#include "app/WindowListEntry.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
 #include "base/Maker.h"
@@ -16,6 +15,8 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +30,7 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
     connect(&frame.area(), &ChildArea::contextMenuWanted, this,
             [&menus](const QPoint& position) { menus.contextMenu()->popup(position); });
     connect(&frame.area(), &ChildArea::addressDropped, this, &FrameCommands::openDropped);
+    addKeys();
 }
 
 void FrameCommands::buildTable()
@@ -52,6 +54,67 @@ void FrameCommands::buildTable()
         {u"mn_Tessera"_s, [this] { showAboutBox(); }},
         {u"mn_loomwork"_s, [this] { m_frame.VisitUrl(maker::webSite()); }},
     };
+}
+
+void FrameCommands::addKeys()
+{
+    addItemKeys(u"mn_Browser"_s, {Qt::CTRL | Qt::Key_N});
+    addItemKeys(u"mn_Aktivschließen"_s, {Qt::CTRL | Qt::Key_W, Qt::CTRL | Qt::Key_F4});
+    addItemKeys(u"mn_Exit"_s, {Qt::CTRL | Qt::Key_Q});
+    addButtonKey(Qt::Key_F5, u"Refresh"_s);
+    addButtonKey(Qt::ALT | Qt::Key_Left, u"Back"_s);
+    addButtonKey(Qt::ALT | Qt::Key_Right, u"Forward"_s);
+    addButtonKey(Qt::ALT | Qt::Key_Home, u"Home"_s);
+    for (const QKeySequence& key : {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)}) {
+        addKey(key, [this] {
+            if (frmBrowser* active = m_frame.activeBrowser())
+                active->focusAddress();
+        });
+    }
+    addKey(Qt::CTRL | Qt::Key_F5, [this] {
+        if (frmBrowser* active = m_frame.activeBrowser())
+            active->refreshPastCache();
+    });
+    addKey(Qt::CTRL | Qt::Key_Tab, [this] { m_frame.activeChild().chooseNext(); });
+    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { m_frame.activeChild().choosePrevious(); });
+    addKey(Qt::ALT | Qt::Key_Minus, [this] {
+        if (frmBrowser* active = m_frame.activeBrowser())
+            active->showSystemMenu();
+    });
+    addKey(Qt::Key_F10, [this] {
+        QMenuBar& bar = *m_frame.menuBar();
+        bar.setActiveAction(bar.actions().constFirst());
+    });
+}
+
+QShortcut* FrameCommands::addKey(const QKeySequence& key, std::function<void()> step)
+{
+    auto* shortcut = new QShortcut(key, &m_frame);
+    connect(shortcut, &QShortcut::activated, this, std::move(step));
+    return shortcut;
+}
+
+void FrameCommands::addItemKeys(const QString& role, const QList<QKeySequence>& keys)
+{
+    // The item has the key, so that its caption shows it. But a disabled item would take the
+    // key and do nothing, so a shortcut stands in for it as long as it is disabled: of two
+    // owners of a key at the same time neither would get it.
+    QAction* item = m_frame.menus().item(role);
+    item->setShortcuts(keys);
+    for (const QKeySequence& key : keys) {
+        QShortcut* const standIn = addKey(key, [this, role] { run(role); });
+        const auto follow = [item, standIn] { standIn->setEnabled(!item->isEnabled()); };
+        connect(item, &QAction::enabledChanged, standIn, follow);
+        follow();
+    }
+}
+
+void FrameCommands::addButtonKey(const QKeySequence& key, const QString& button)
+{
+    addKey(key, [this, button] {
+        if (frmBrowser* active = m_frame.activeBrowser())
+            active->clickButton(button);
+    });
 }
 
 void FrameCommands::run(const QString& role)

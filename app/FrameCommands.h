@@ -12,10 +12,14 @@
 class ProgramStarter;
 class MDIForm1;
 class QAction;
+class QKeySequence;
+class QShortcut;
 struct DroppedAddress;
 
 /// What the items of the frame's menus do, under the names of the menu bar's
-/// items, and what happens when a menu opens.
+/// items, and what happens when a menu opens. The keys of the frame act on the active
+/// browser window wherever inside the frame the focus is, and whatever state the menu
+/// items are in.
 class FrameCommands : public QObject {
     Q_OBJECT
 public:
@@ -28,6 +32,13 @@ public:
 
 private:
     void buildTable();
+    void addKeys();
+    QShortcut* addKey(const QKeySequence& key, std::function<void()> step);
+    /// Keys of a menu item.
+    void addItemKeys(const QString& role, const QList<QKeySequence>& keys);
+    /// A key of a button on the toolbar of the active browser window.
+    void addButtonKey(const QKeySequence& key, const QString& button);
+
     void prepare(const QString& role);
     void prepareExtrasMenu();
     void prepareWindowMenu();

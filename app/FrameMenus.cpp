@@ -68,13 +68,33 @@ constexpr std::array<MenuEntry, 23> contextEntries{{
     {u"mn_ctxt_2", u"-", u"", Kind::Separator},
     {u"mn_ctxtExit", u"Beenden", u"", Kind::Item, u"mn_Exit"},
 }};
+
 // In the order in which they are asked for.
 constexpr std::array<std::pair<QStringView, Arrangement>, 3> arrangementItems{{
     {u"mn_Untereinander", Arrangement::TileHorizontal},
     {u"mn_Kaskadiert", Arrangement::Cascade},
     {u"mn_Nebeneinander", Arrangement::TileVertical},
 }};
+
+/// A menu is as wide as its widest entry.
+constexpr qsizetype longestTitle = 60;
+/// Entries beyond it have no access key.
+constexpr int lastKey = 9;
 } // namespace
+
+QString windowListEntry(int number, const QString& title)
+{
+    QString shown = title;
+    shown.replace(u"[*][*]"_s, u"[*]"_s); // doubled, as a window title needs it
+    if (shown.size() > longestTitle) {
+        qsizetype end = longestTitle - 1;
+        if (shown[end - 1].isHighSurrogate())
+            --end;
+        shown = shown.left(end).trimmed() + u'…';
+    }
+    shown.replace(u'&', u"&&"_s);
+    return (number <= lastKey ? u"&%1 %2"_s : u"%1 %2"_s).arg(number).arg(shown);
+}
 
 FrameMenus::FrameMenus(QMainWindow* frame, const QString& makerAddress) : NamedMenus(frame)
 {

@@ -5,6 +5,10 @@
 
 class QMenu;
 
+/// The caption of a browser window's entry in the window list, counted from 1. The
+/// first nine have their number as access key. `title` as QWidget::windowTitle has it.
+QString windowListEntry(int number, const QString& title);
+
 /// The frame's menu bar and its context menu. An item of the context menu has
 /// the role of the menu-bar item that does the same; both report under the name
 /// of that role, and carry the same check marks.

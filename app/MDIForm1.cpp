@@ -3,9 +3,9 @@
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
-#include "app/FrameStatusBar.h"
 #include "app/PaintPacer.h"
 #include "app/StartModule.h"
+#include "base/ElidedLabel.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
 #include "base/RunCommand.h"
@@ -16,8 +16,10 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QIcon>
+#include <QLabel>
 #include <QPointer>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyle>
 
 #include <algorithm>
@@ -27,11 +29,11 @@ using namespace Qt::StringLiterals;
 MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
     : m_start(start), m_prompt(prompt), m_parts(std::move(parts)),
       m_menus(new FrameMenus(this, maker::webSite())), m_area(new ChildArea(this)),
-      m_activeChild(new ActiveChild(*m_area)), m_statusBar(new FrameStatusBar(this))
+      m_activeChild(new ActiveChild(*m_area))
 {
     setObjectName(u"MDIForm1"_s);
     setCentralWidget(m_area);
-    setStatusBar(m_statusBar);
+    buildStatusBar();
     setMinimumSize(200, 120);
     m_menus->checkArrangement(Arrangement::TileHorizontal);
     connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
@@ -46,6 +48,22 @@ MDIForm1::~MDIForm1()
 {
     // Children report to the frame while they go; after this it has no books.
     delete m_area;
+}
+
+void MDIForm1::buildStatusBar()
+{
+    auto* bar = new QStatusBar(this);
+    bar->setObjectName(u"StatusBar1"_s);
+    bar->setAccessibleName(u"Status-Zeile"_s);
+    for (const auto& name : {u"panel1"_s, u"panel2"_s}) {
+        auto* empty = new QLabel(bar);
+        empty->setObjectName(name);
+        empty->setFixedWidth(0);
+        bar->addPermanentWidget(empty);
+    }
+    m_statusPanel = new ElidedLabel(u"panel3"_s, bar);
+    bar->addPermanentWidget(m_statusPanel, 1);
+    setStatusBar(bar);
 }
 
 void MDIForm1::MDIForm_Load()
@@ -134,8 +152,8 @@ void MDIForm1::applyArrangement()
 
 void MDIForm1::showStatusBar()
 {
-    m_statusBar->setVisible(m_statusBarCurr);
-    m_menus->check(u"mn_Toggle"_s, !m_statusBar->isHidden());
+    statusBar()->setVisible(m_statusBarCurr);
+    m_menus->check(u"mn_Toggle"_s, !statusBar()->isHidden());
 }
 
 void MDIForm1::dropMode(bool manual)
@@ -202,7 +220,7 @@ void MDIForm1::SetDropDisabled(bool disable)
 
 void MDIForm1::statusText(const QString& text)
 {
-    m_statusBar->panelText(text);
+    m_statusPanel->showText(text);
 }
 
 Prefer& MDIForm1::preferences()

@@ -12,8 +12,8 @@
 
 class ActiveChild;
 class ChildArea;
+class ElidedLabel;
 class FrameMenus;
-class FrameStatusBar;
 class StartModule;
 
 /// The main frame: a multiple-document frame that owns every browser window and
@@ -112,6 +112,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void buildStatusBar();
     void MDIForm_Load();
     void MDIForm_Activate();
     void MDIForm_Unload();
@@ -127,7 +128,8 @@ private:
     FrameMenus* m_menus;
     ChildArea* m_area;
     ActiveChild* m_activeChild;
-    FrameStatusBar* m_statusBar;
+    /// The third panel of the status bar, with the status text of the page.
+    ElidedLabel* m_statusPanel = nullptr;
 
     KeyedCollection<frmBrowser*> m_browser;
     HistoryCollection m_history;

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QProcess>
 #include <QString>
 #include <QStringList>
 
 /// Starts other programs without waiting for them. Windows ask through this
-/// face only, so that tests see what would be started.
+/// interface only, so that tests see what would be started.
 class ProgramStarter {
 public:
     ProgramStarter() = default;
@@ -19,5 +20,8 @@ public:
 /// ProgramStarter with real processes.
 class ProcessStarter : public ProgramStarter {
 public:
-    bool start(const QString& program, const QStringList& arguments) override;
+    bool start(const QString& program, const QStringList& arguments) override
+    {
+        return QProcess::startDetached(program, arguments);
+    }
 };

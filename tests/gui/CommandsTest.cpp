@@ -1,5 +1,4 @@
 #include "app/ActiveChild.h"
-#include "app/WindowListEntry.h"
 #include "tests/gui/FrameFixture.h"
 
 #include <QMenu>

@@ -3,7 +3,6 @@
 #include "app/AppInit.h"
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
-#include "app/FrameStatusBar.h"
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
 #include "tests/gui/FakeEngine.h"

@@ -1,8 +1,0 @@
-#include "app/ProgramStarter.h"
-
-#include <QProcess>
-
-bool ProcessStarter::start(const QString& program, const QStringList& arguments)
-{
-    return QProcess::startDetached(program, arguments);
-}
