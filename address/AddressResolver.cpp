@@ -188,8 +188,8 @@ QUrl resolveDrivePath(const QString& text, const FileTable& files, const DriveTa
 }
 
 /// Whether the first name of `path`, which has no leading separator, is one of
-/// those directly below the root. A bare word is only when it is spelled alike: it
-/// may as well be a host.
+/// those directly below the root. A path of one name only counts when its
+/// case is the same as on the disk, as it may also be a host.
 bool beginsBelowRoot(const QString& path, const FileTable& files)
 {
     const QString whole = withSlashes(path);
@@ -250,13 +250,14 @@ QUrl resolveScheme(const QString& text, qsizetype length, const FileTable& files
 
 QUrl resolveHost(const QString& text)
 {
-    // With a port that cannot be, the toolkit would take the host for a scheme.
+    // Where the port is not valid, QUrl::fromUserInput would take the host for a scheme.
     static const QRegularExpression hostAndPort(u"^[^\\s/\\\\?#@:]+:[0-9]*([/?#]|$)"_s);
     if (hostAndPort.match(text).hasMatch())
         return QUrl(u"http://"_s + text);
-    // It also takes ":..." for a file.
+    // It also takes ":..." for a file, which is refused below.
     const QUrl url = QUrl::fromUserInput(text);
-    // And it decodes digits, so that a port may come out of what was none.
+    // It decodes percent-encoded digits, so that its result may have a port where the text
+    // had none.
     const QString read = url.toString(QUrl::FullyEncoded);
     if (schemeLength(read) == 0 && hostAndPort.match(read).hasMatch())
         return QUrl(u"http://"_s + read);

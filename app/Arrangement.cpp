@@ -28,7 +28,7 @@ int columnsFor(QSize area, int count, const ChildSizes& sizes)
         const int most = std::max(area.width() / std::max(tile.width(), 1), 1);
         return std::min(dividedUp(count, rows), most);
     };
-    // Where not all can be read, all are at least to be seen.
+    // Where there is no room for readable tiles, they are at least all visible.
     const int wanted = std::max(columns(sizes.readable), columns(sizes.least));
     const int longest = dividedUp(count, std::min(wanted, dividedUp(count, 2)));
     return dividedUp(count, longest);
@@ -61,7 +61,7 @@ QSize extentOf(const std::vector<QRect>& places)
 std::vector<QRect> stackedBesideScrollBars(QSize area, int count, const ChildSizes& sizes)
 {
     std::vector<QRect> places = stacked(area, count, sizes);
-    // A bar takes room from the other direction too, which would then want a bar of its own.
+    // A scroll bar takes room from the other direction, which would then need one as well.
     const QSize extent = extentOf(places);
     const QSize bars(extent.height() > area.height() ? sizes.scrollBar : 0,
                      extent.width() > area.width() ? sizes.scrollBar : 0);

@@ -140,8 +140,8 @@ bool ChildArea::viewportEvent(QEvent* event)
 void ChildArea::resizeEvent(QResizeEvent* event)
 {
     QMdiArea::resizeEvent(event);
-    // Scroll bars that come and go resize the area too: a page's window that hangs over
-    // may stay as the page wants it.
+    // Scroll bars that come and go resize the area, too. Nothing is laid out for them, so
+    // that a window which a page has made larger than the area stays so.
     if (m_laidOutIn != maximumViewportSize())
         layOut();
 }
@@ -154,7 +154,8 @@ bool ChildArea::isFree(const QPoint& position) const
 bool ChildArea::drag(QDropEvent& event)
 {
     event.setDropAction(Qt::CopyAction);
-    // Over a child the move is refused, yet it may come back to the free part.
+    // A drag that enters over a child is accepted, too: else the free part would not hear of
+    // it when it comes there.
     event.setAccepted(m_acceptAddresses && !droppedAddress(*event.mimeData()).isEmpty() &&
                       (event.type() == QEvent::DragEnter || isFree(event.position().toPoint())));
     return true;

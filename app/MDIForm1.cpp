@@ -46,7 +46,8 @@ MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
 
 MDIForm1::~MDIForm1()
 {
-    // Children report to the frame while they go; after this it has no books.
+    // Children report to the frame while they are destroyed, when it must still have its
+    // members.
     delete m_area;
 }
 
@@ -199,15 +200,15 @@ void MDIForm1::browserUnloaded(qint32 number)
 {
     ignoringErrors([this] { m_counter = addWhole(m_counter, -1); });
     statusText({});
-    ignoringErrors([&] { makeWay(*m_browser.Item(QString::number(number))); });
+    ignoringErrors([&] { replace(*m_browser.Item(QString::number(number))); });
     ignoringErrors([&] { m_browser.Remove(QString::number(number)); });
 }
 
-void MDIForm1::makeWay(const frmBrowser& closing)
+void MDIForm1::replace(const frmBrowser& closing)
 {
     if (!m_unloading)
         m_activeChild->replace(closing);
-    // A window that a pop-up has opened goes back to where that came from.
+    // A window that was opened by the one that closes gives way to the opener of that one.
     for (frmBrowser* window : m_browser)
         if (window->opener() == &closing)
             window->opener(closing.opener());
@@ -251,7 +252,7 @@ QIcon MDIForm1::childIcon() const
 bool MDIForm1::event(QEvent* event)
 {
     if (event->type() == QEvent::StatusTip)
-        return true; // the panels belong to the pages
+        return true; // the status bar is for texts of pages
     if (event->type() == QEvent::WindowActivate)
         MDIForm_Activate();
     if (event->type() == QEvent::ContextMenu && activeBrowser() == nullptr &&
@@ -268,7 +269,8 @@ void MDIForm1::closeEvent(QCloseEvent* event)
     if (m_unloading)
         return;
     m_unloading = true;
-    // Now: a question of the archive's may keep the frame open for a while yet.
+    // Stored before the windows are asked, as the user may change the size while a question
+    // keeps the frame open.
     storeSizeAndState();
     if (!std::all_of(m_endChecks.begin(), m_endChecks.end(),
                      [](const auto& mayEnd) { return mayEnd(); })) {
@@ -285,8 +287,8 @@ void MDIForm1::unloadChildren()
 {
     const KeyedCollection<frmBrowser*> open = m_browser;
     for (frmBrowser* window : open)
-        window->closeUnasked(); // who ends the program has been heard
-    // A window that asks takes the focus from others, and these may delete themselves then.
+        window->closeUnasked(); // the user has decided already
+    // The question of a window takes the focus from others, which may delete themselves then.
     QList<QPointer<QWidget>> children;
     for (QWidget* window : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
         children.append(window);

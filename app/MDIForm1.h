@@ -118,7 +118,8 @@ private:
     void MDIForm_Unload();
     void ShowActiveChild();
     void unloadChildren();
-    void makeWay(const frmBrowser& closing);
+    /// Lets other windows take the place of one that is about to go.
+    void replace(const frmBrowser& closing);
     void storeSizeAndState();
     void stayOnScreen(const QSize& decoration);
 

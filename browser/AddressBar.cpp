@@ -35,7 +35,7 @@ AddressBar::AddressBar(QWidget* parent)
     m_address->setCompleter(nullptr);
     m_address->lineEdit()->setMaxLength(std::numeric_limits<int>::max()); // "data:" may be long
     m_address->setAcceptDrops(true);
-    // The box itself goes by its text; its line is what has the focus.
+    // The line inside the box is what has the focus, and what assistive tools name.
     m_address->lineEdit()->setAccessibleName(u"Adresse"_s);
     m_address->setToolTip(u"Adresse eingeben und mit der Eingabetaste öffnen"_s);
     // The line would insert a drop into its text; here a drop replaces it.
@@ -64,23 +64,23 @@ void AddressBar::showAddress(const QString& address)
     m_typed.reset();
 }
 
-void AddressBar::visited(const QString& current, const QString& location)
+void AddressBar::visited(const QString& address)
 {
     // Each paint composes the whole frame with all its pages, and would hold up the new page
     // in the middle of its load. So the address is painted along with its first picture.
     setUpdatesEnabled(false);
     QTimer::singleShot(untilFirstPicture, this, [this] { setUpdatesEnabled(true); });
-    m_shown = current;
+    m_shown = address;
     m_isOpening = false;
-    const int found = m_address->findText(location, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    const int found = m_address->findText(address, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0)
         m_address->removeItem(found);
-    const bool isListed = isKept(current);
+    const bool isListed = isKept(address);
     if (isListed)
-        m_address->insertItem(0, current);
+        m_address->insertItem(0, address);
     m_address->setCurrentIndex(isListed ? 0 : -1);
-    showAddress(addressShown(current));
-    m_address->lineEdit()->setCursorPosition(0); // of a long address the host is to be seen
+    showAddress(addressShown(address));
+    m_address->lineEdit()->setCursorPosition(0); // so that the host of a long address can be seen
 }
 
 int AddressBar::addressLeft() const

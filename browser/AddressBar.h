@@ -13,16 +13,16 @@ class QMimeData;
 /// list of the line holds the addresses visited in this window, the latest
 /// first, no two equal (case-sensitive), without an upper bound. A text that was typed and
 /// not opened gives way to the page's address by Escape, or when the focus leaves it.
-/// Of an address that is too long to be kept the line shows the beginning.
+/// It shows only the beginning of an address that is too long for the list (`isKept`).
 class AddressBar : public QWidget {
     Q_OBJECT
 public:
     explicit AddressBar(QWidget* parent);
 
     QComboBox* cboAddress() const { return m_address; }
-    /// Puts `current` at the top of the list, in place of the first entry that
-    /// equals `location`, and shows it.
-    void visited(const QString& current, const QString& location);
+    /// Puts `address` at the top of the list, in place of an entry that equals it, and
+    /// shows it.
+    void visited(const QString& address);
     /// The left edge of the address line and the panel's fixed height, in pixels.
     int addressLeft() const;
     int panelHeight() const;

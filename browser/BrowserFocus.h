@@ -10,7 +10,7 @@ class QWidget;
 /// keeps it there: the engine replaces the widget that shows the page for a page of
 /// another site, and takes it away when the page's process dies.
 ///
-/// Must go before the widgets that it was made with.
+/// Must be destroyed before the widgets that it was made with.
 class BrowserFocus : public QObject {
     Q_OBJECT
 public:

@@ -10,7 +10,7 @@ public:
     /// Creates and shows a browser window, owned by the frame. Null when its page
     /// has closed it already, or when there is no room for it.
     virtual frmBrowser* CreateBrowser() = 0;
-    /// Takes the window with this number out of the frame's books. Called once,
+    /// Removes the window with this number from the frame's collection. Called once,
     /// by the window's unload; the number is 0 while the window is being created.
     virtual void browserUnloaded(qint32 number) = 0;
     /// Records a visit. May throw (the list rules of `addVisit`).

@@ -29,17 +29,17 @@ struct Visit {
 Visit visitOf(const EngineFrame& frame, const QString& url, const QString& locationUrl,
               const QString& locationName);
 
-/// Whether an address is kept, in a window's list and in the history. A page can give itself
-/// addresses of two million characters, twenty in a second.
+/// Whether an address is short enough for a window's list and the history: a page can give
+/// itself addresses of two million characters, twenty in a second.
 bool isKept(const QString& address);
 
 /// `address` as the address line shows it: one that is not kept only by its beginning.
 QString addressShown(const QString& address);
 
 /// The address of a link, as a page gives it, for the status line: encoded, so that no
-/// character turns the text round and no letter looks like another.
+/// character changes the direction of the text, and no letter passes for another one.
 QString linkShown(const QString& address);
 
-/// `text` as a window caption: on one line, without invisible characters. The toolkit reads "[*]"
-/// as a mark of its own.
+/// `text` as a window caption: on one line, without invisible characters. "[*]", in which
+/// QWidget would show whether the window is modified, is doubled.
 QString windowCaption(const QString& text);

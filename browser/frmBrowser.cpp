@@ -42,8 +42,8 @@ frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts)
 
 frmBrowser::~frmBrowser()
 {
-    // The engine's widget goes with the window's children; the engine itself,
-    // and the focus that leaves them, must not report into a window half gone.
+    // The engine and the focus must not report to a window that is half destroyed, while the
+    // engine's widget is destroyed with the window's children.
     m_engine->disconnect(this);
     m_focus.reset();
 }
@@ -278,7 +278,7 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     QString current;
     ignoringErrors([&] { current = m_engine->LocationURL(); });
     m_updatingList = true;
-    ignoringErrors([&] { m_addressBar->visited(current, current); });
+    ignoringErrors([&] { m_addressBar->visited(current); });
     const Visit visit = visitOf(frame, url, current, name);
     if (isKept(visit.address))
         ignoringErrors([&] { m_frame.AddToHistory(visit.address, visit.title); });

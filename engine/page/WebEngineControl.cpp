@@ -36,7 +36,7 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
       m_popups(popups), m_closeRequest(*page)
 {
     m_view->setPage(m_page);
-    // A window that becomes active gives the focus only to what can have it by a key.
+    // QMdiSubWindow gives the focus only to what can get it by the Tab key.
     m_view->setFocusPolicy(Qt::StrongFocus);
     connectLoading();
     connectWindow();
@@ -44,9 +44,9 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Address
 
 WebEngineControl::~WebEngineControl()
 {
-    if (!m_page) // gone with its owner, which can happen at the program's end only
+    if (!m_page) // deleted by its parent, at the program's end
         return;
-    if (m_view) { // the view, too, must not go while the engine is at work in it
+    if (m_view) { // like the page, the view must not be deleted while the engine works in it
         m_view->hide();
         m_view->setParent(nullptr);
         connect(m_page.get(), &QObject::destroyed, m_page->profile(),

@@ -19,13 +19,13 @@ class WebEnginePage;
 /// The engine of one browser window on Qt WebEngine.
 ///
 /// Whatever makes the engine start something runs when control is back in the
-/// event loop, and the page dies there too: an event of this class may be sent
+/// event loop, and the page is deleted there, too: an event of this class may be sent
 /// from deep inside the engine, and its receiver may destroy this object.
 class WebEngineControl : public EngineControl {
     Q_OBJECT
 public:
-    /// Takes `page` over; its parent remains the owner of last resort. The
-    /// view is made inside `parent`. `popups` outlives the engine.
+    /// Takes `page` over, but leaves it its parent, which deletes it if it is still there at
+    /// the program's end. The view is made inside `parent`. `popups` outlives the engine.
     WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
                      PopupLimit& popups);
     ~WebEngineControl() override;

@@ -3,8 +3,8 @@
 #include <QString>
 #include <QUrl>
 
-/// The page that stands in place of an address that is none, and the address
-/// under which the engine knows it: it carries the typed text, so that it is
+/// The page that is shown for a text that is no address, and the address under which
+/// the engine knows it: this carries the typed text, so that it is
 /// still there when the user comes back to the page.
 namespace WebErrorPage {
 

@@ -38,7 +38,7 @@ class WebVisits {
 public:
     using Completed = std::function<void(const EngineFrame& frame, const QString& address)>;
 
-    /// `completed` is called last in each function: it may destroy this object.
+    /// `completed` is the last that each function calls: it may destroy this object.
     explicit WebVisits(Completed completed) : m_completed(std::move(completed)) {}
 
     const std::optional<EngineDocument>& document() const { return m_document; }
@@ -76,5 +76,5 @@ private:
 };
 
 /// Whether `title` is what the engine gives out as the title of a page at
-/// `url` that has none: the address, readable, without its dispensable parts.
+/// `url` that has none: the address, decoded, without "http://" and a "/" at its end.
 bool isAddressAsShown(const QString& title, const QUrl& url);

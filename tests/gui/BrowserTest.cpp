@@ -87,11 +87,11 @@ private slots:
         w.page->arrive(u"http://home/"_s, u"home"_s);
         // Any window's request meets the flag, and only the first one.
         for (const bool refused : {true, false}) {
-            EngineControl* lent = nullptr;
+            EngineControl* target = nullptr;
             bool cancel = false;
-            emit w.engine(1)->NewWindow2(lent, cancel);
+            emit w.engine(1)->NewWindow2(target, cancel);
             QCOMPARE(cancel, refused);
-            QCOMPARE(lent == nullptr, refused);
+            QCOMPARE(target == nullptr, refused);
             QCOMPARE(w.frame().bNewSize(), !refused);
         }
         QCOMPARE(w.keys(), u"1 2 3"_s);
