@@ -1,5 +1,6 @@
 #include "app/AppInit.h"
 
+#include "app/ChildArea.h"
 #include "app/FrameCommands.h"
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
@@ -24,34 +25,33 @@ constexpr int handOverMessage = static_cast<int>(InstanceMessage::Number::HandOv
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
                  BrowserParts parts)
-    : m_programFolder(programFolder), m_title(QStringLiteral("Tessera " TESSERA_VERSION)),
-      m_frameIcon(u":/icons/frame.svg"_s), m_childIcon(u":/icons/child.svg"_s),
-      m_frame(std::make_unique<MDIForm1>(*this, prompt, std::move(parts)))
+    : m_prefer(programFolder),
+      m_frame(std::make_unique<MDIForm1>(FrameParts{
+          programFolder, QStringLiteral("Tessera " TESSERA_VERSION), QIcon(u":/icons/frame.svg"_s),
+          QIcon(u":/icons/child.svg"_s), m_prefer, prompt, std::move(parts)}))
 {
     new FrameCommands(*m_frame, starter); // belongs to the frame
-    AppInit::SetDropDisabled(false);
 }
 
 AppInit::~AppInit() = default;
 
 void AppInit::Main(const QString& startAddress)
 {
-    m_prefer = std::make_unique<Prefer>(m_programFolder);
     QString fault;
-    runReporting([this] { m_prefer->LoadPref(); }, [&](const QString& text) { fault = text; });
-    m_frame->setWindowIcon(m_frameIcon);
+    runReporting([this] { m_prefer.LoadPref(); }, [&](const QString& text) { fault = text; });
+    m_frame->setWindowIcon(m_frame->frameIcon());
     m_frame->counter(0);
-    m_frame->StatusBarCurr(m_prefer->StatusBar() >= 1);
+    m_frame->StatusBarCurr(m_prefer.StatusBar() >= 1);
     placeFrame();
 
-    m_frame->setWindowTitle(m_title);
-    m_frame->menus().item(u"mn_Tessera"_s)->setText(u"&Info über "_s + m_title);
+    m_frame->setWindowTitle(m_frame->title());
+    m_frame->menus().item(u"mn_Tessera"_s)->setText(u"&Info über "_s + m_frame->title());
     if (startAddress.isEmpty() && !m_frame->isMaximized())
         placeFrame();
-    if (m_prefer->MdiState() == maximised)
+    if (m_prefer.MdiState() == maximised)
         m_frame->setWindowState(m_frame->windowState() | Qt::WindowMaximized);
     // An address always opens a window, even where none is wanted at the start.
-    if (m_prefer->StartBrowser() != 0 || !startAddress.isEmpty()) {
+    if (m_prefer.StartBrowser() != 0 || !startAddress.isEmpty()) {
         openBrowser(startAddress);
         if (frmBrowser* active = m_frame->activeBrowser())
             active->showMaximized();
@@ -70,7 +70,7 @@ void AppInit::tellOfDefaults(const QString& fault)
 
 void AppInit::placeFrame()
 {
-    m_frame->openAt({toPixels(m_prefer->MdiWidth()), toPixels(m_prefer->MdiHeight())});
+    m_frame->openAt({toPixels(m_prefer.MdiWidth()), toPixels(m_prefer.MdiHeight())});
 }
 
 void AppInit::openBrowser(const QString& address)
@@ -80,20 +80,14 @@ void AppInit::openBrowser(const QString& address)
     m_frame->HistoryUrl({});
 }
 
-void AppInit::SetDropDisabled(bool disable)
-{
-    m_dropEnabled = !disable;
-    m_frame->dropMode(m_dropEnabled);
-}
-
 bool AppInit::takeOver(const SecondStart& start)
 {
     constexpr qsizetype longestId = 1024; // of the length that X11 takes in one request
     const QByteArray startupId = start.startupId.toUtf8().left(longestId);
-    if (m_frame->isUnloading())
+    if (m_frame->isUnloading()) {
         showQuestion(start.activationToken.toUtf8(), startupId);
-    if (!m_hooked || m_frame->isUnloading())
         return false;
+    }
     if (start.toFront || m_frame->isMinimized())
         startupNotice::letToFront(*m_frame, start.activationToken.toUtf8(), startupId);
     if (start.toFront) {
@@ -124,7 +118,7 @@ bool AppInit::WindowProc(int uMsg, const QString& address)
 {
     if (uMsg != handOverMessage)
         return false;
-    if (m_dropEnabled)
+    if (m_frame->area().acceptsAddresses())
         openBrowser(address);
     m_frame->restoreIfMinimized();
     return true;

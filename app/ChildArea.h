@@ -21,8 +21,10 @@ public:
     void arrange(Arrangement mode);
     /// Adds a child inside the area, not yet shown.
     void addChild(frmBrowser* child);
-    /// Whether the free part accepts drops.
+    /// Whether addresses from outside are taken: by drops on the free part, and from second
+    /// starts.
     void acceptAddresses(bool accept);
+    bool acceptsAddresses() const { return m_acceptAddresses; }
 
 signals:
     void addressDropped(const DroppedAddress& address);

@@ -184,10 +184,10 @@ void FrameCommands::openDropped(const DroppedAddress& address)
 
 void FrameCommands::showPreferences()
 {
-    m_frame.SetDropDisabled(true);
-    frmEinstell dialog(m_frame, &m_frame);
-    dialog.exec();
-    m_frame.SetDropDisabled(false);
+    {
+        const DropsDisabled guard(m_frame);
+        frmEinstell(m_frame, &m_frame).exec();
+    }
     // Closing a dialog need not activate the frame.
     m_frame.showStatusBar();
     if (frmBrowser* active = m_frame.activeBrowser())
@@ -250,9 +250,8 @@ void FrameCommands::startMailClient()
 
 void FrameCommands::tell(const QString& text, Prompt::Icon icon)
 {
-    m_frame.SetDropDisabled(true);
+    const DropsDisabled guard(m_frame);
     m_frame.prompt().tell(&m_frame, text, u"Meldung"_s, icon);
-    m_frame.SetDropDisabled(false);
 }
 
 void FrameCommands::arrange(Arrangement mode)

@@ -4,7 +4,6 @@
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/PaintPacer.h"
-#include "app/StartModule.h"
 #include "base/ElidedLabel.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
@@ -26,10 +25,9 @@
 
 using namespace Qt::StringLiterals;
 
-MDIForm1::MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts)
-    : m_start(start), m_prompt(prompt), m_parts(std::move(parts)),
-      m_menus(new FrameMenus(this, maker::webSite())), m_area(new ChildArea(this)),
-      m_activeChild(new ActiveChild(*m_area))
+MDIForm1::MDIForm1(FrameParts parts)
+    : m_parts(std::move(parts)), m_menus(new FrameMenus(this, maker::webSite())),
+      m_area(new ChildArea(this)), m_activeChild(new ActiveChild(*m_area))
 {
     setObjectName(u"MDIForm1"_s);
     setCentralWidget(m_area);
@@ -71,8 +69,7 @@ void MDIForm1::MDIForm_Load()
 {
     m_isOpenBook = false;
     m_isOpenHistory = false;
-    dropMode(true);
-    m_start.installHook();
+    m_area->acceptAddresses(true);
 }
 
 void MDIForm1::MDIForm_Activate()
@@ -110,7 +107,7 @@ frmBrowser* MDIForm1::CreateBrowser()
         statusText(u"Kein neues Fenster: zu viele offene Dateien. Bitte Fenster schließen."_s);
         return nullptr;
     }
-    const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts);
+    const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts.browser);
     window->StartingAddress(m_historyUrl.isEmpty() ? preferences().HomeUrl() : m_historyUrl);
     window->showAddressBar(preferences().Adresszeile() != 0);
     window->showToolbar(preferences().Toolbar() != 0);
@@ -155,11 +152,6 @@ void MDIForm1::showStatusBar()
 {
     statusBar()->setVisible(m_statusBarCurr);
     m_menus->check(u"mn_Toggle"_s, !statusBar()->isHidden());
-}
-
-void MDIForm1::dropMode(bool manual)
-{
-    m_area->acceptAddresses(manual);
 }
 
 void MDIForm1::openAt(const QSize& size)
@@ -216,37 +208,12 @@ void MDIForm1::replace(const frmBrowser& closing)
 
 void MDIForm1::SetDropDisabled(bool disable)
 {
-    m_start.SetDropDisabled(disable);
+    m_area->acceptAddresses(!disable);
 }
 
 void MDIForm1::statusText(const QString& text)
 {
     m_statusPanel->showText(text);
-}
-
-Prefer& MDIForm1::preferences()
-{
-    return m_start.preferences();
-}
-
-const QString& MDIForm1::programFolder() const
-{
-    return m_start.programFolder();
-}
-
-const QString& MDIForm1::title() const
-{
-    return m_start.title();
-}
-
-QIcon MDIForm1::frameIcon() const
-{
-    return m_start.frameIcon();
-}
-
-QIcon MDIForm1::childIcon() const
-{
-    return m_start.childIcon();
 }
 
 bool MDIForm1::event(QEvent* event)
@@ -302,7 +269,6 @@ void MDIForm1::MDIForm_Unload()
     runCommand(*this, this, [this] { preferences().SavePref(); });
     m_history = {};
     m_browser = {};
-    m_start.removeHook();
 }
 
 void MDIForm1::storeSizeAndState()

@@ -5,6 +5,7 @@
 #include "browser/frmBrowser.h"
 #include "history/HistoryList.h"
 
+#include <QIcon>
 #include <QList>
 #include <QMainWindow>
 
@@ -14,15 +15,26 @@ class ActiveChild;
 class ChildArea;
 class ElidedLabel;
 class FrameMenus;
-class StartModule;
+
+/// What the frame is made with, and hands on to the windows that ask it.
+struct FrameParts {
+    /// The folder of the executable, without trailing separator.
+    QString programFolder;
+    QString title;
+    QIcon frameIcon;
+    QIcon childIcon;
+    /// Outlive the frame.
+    Prefer& preferences;
+    Prompt& prompt;
+    BrowserParts browser;
+};
 
 /// The main frame: a multiple-document frame that owns every browser window and
 /// the history of the run.
 class MDIForm1 : public QMainWindow, public BrowserFrame {
     Q_OBJECT
 public:
-    /// `start` and `prompt` outlive the frame.
-    MDIForm1(StartModule& start, Prompt& prompt, BrowserParts parts);
+    explicit MDIForm1(FrameParts parts);
     ~MDIForm1() override;
 
     // The public variables, in their order. Other windows reach them through Shell and
@@ -81,8 +93,6 @@ public:
     void applyArrangement();
     /// Shows or hides the status bar by `StatusBarCurr`, with its check marks.
     void showStatusBar();
-    /// Whether dropped addresses are taken (the drop mode).
-    void dropMode(bool manual);
     /// Sizes the frame, bounded by what the screen has room for. A side that is as it was
     /// bounded when the frame closes is not stored.
     void openAt(const QSize& size);
@@ -96,12 +106,12 @@ public:
     void bOpenNewWindow(bool value) override { m_openNewWindow = value; }
     void SetDropDisabled(bool disable) override;
     void statusText(const QString& text) override;
-    Prefer& preferences() override;
-    Prompt& prompt() override { return m_prompt; }
-    const QString& programFolder() const override;
-    const QString& title() const override;
-    QIcon frameIcon() const override;
-    QIcon childIcon() const override;
+    Prefer& preferences() override { return m_parts.preferences; }
+    Prompt& prompt() override { return m_parts.prompt; }
+    const QString& programFolder() const override { return m_parts.programFolder; }
+    const QString& title() const override { return m_parts.title; }
+    QIcon frameIcon() const override { return m_parts.frameIcon; }
+    QIcon childIcon() const override { return m_parts.childIcon; }
 
 signals:
     /// The frame has unloaded: the program is to end.
@@ -123,9 +133,7 @@ private:
     void storeSizeAndState();
     void stayOnScreen(const QSize& decoration);
 
-    StartModule& m_start;
-    Prompt& m_prompt;
-    BrowserParts m_parts;
+    FrameParts m_parts;
     FrameMenus* m_menus;
     ChildArea* m_area;
     ActiveChild* m_activeChild;

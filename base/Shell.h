@@ -6,7 +6,7 @@ class Prefer;
 class Prompt;
 class QIcon;
 
-/// The face of the main frame that the other windows see. The frame outlives
+/// The interface of the main frame for all other windows. The frame outlives
 /// every window that was given its Shell.
 class Shell {
 public:

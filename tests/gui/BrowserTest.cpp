@@ -65,9 +65,9 @@ private slots:
     void aFailingHistoryLeavesTheWindowUsable()
     {
         OneWindow w;
-        w.start.preferences().HistoryRows(0);
-        w.start.SetDropDisabled(true);
-        w.start.SetDropDisabled(true); // no counter
+        w.frame().preferences().HistoryRows(0);
+        w.frame().SetDropDisabled(true);
+        w.frame().SetDropDisabled(true); // no counter
         w.page->arrive(u"http://a/"_s, u"a"_s);
         QCOMPARE(w.frame().History().Count(), 0);
         QVERIFY(w.frame().area().viewport()->acceptDrops());

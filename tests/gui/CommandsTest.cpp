@@ -108,7 +108,7 @@ private slots:
               {u"/usr/bin/my mailer"_s, u""_s}}) {
             Started f;
             f.starter.existing << u"/usr/bin/my mailer"_s;
-            f.start.preferences().MailClient(client);
+            f.frame().preferences().MailClient(client);
             f.choose("mn_Email");
             QCOMPARE(f.prompt.takeTexts().join(u'/').section(u'|', 2), message);
             QCOMPARE(f.starter.started.join(u'/'), client);

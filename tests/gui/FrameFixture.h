@@ -41,7 +41,7 @@ struct FrameFixture {
     {
     }
 
-    MDIForm1& frame() { return start.frame(); }
+    MDIForm1& frame() const { return start.frame(); }
     QAction* item(const char* name) { return frame().menus().item(QString::fromUtf8(name)); }
     /// The open browser windows by their keys, blank-separated.
     QString keys()

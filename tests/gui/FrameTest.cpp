@@ -36,7 +36,7 @@ private slots:
     void iconsAreDrawn()
     {
         const FrameFixture f;
-        for (const QIcon& icon : {f.start.frameIcon(), f.start.childIcon()})
+        for (const QIcon& icon : {f.frame().frameIcon(), f.frame().childIcon()})
             QCOMPARE(qAlpha(icon.pixmap(16).toImage().pixel(8, 8)), 255);
     }
 
@@ -142,11 +142,11 @@ private slots:
     {
         StartedFrame f;
         f.frame().showMinimized();
-        f.start.SetDropDisabled(true);
+        f.frame().SetDropDisabled(true);
         QVERIFY(f.start.takeOver({false, u"http://x/"_s, {}, {}}));
         QVERIFY(!f.frame().isMinimized());
         QCOMPARE(QGuiApplication::clipboard()->text(), u"http://x/"_s);
-        f.start.SetDropDisabled(false);
+        f.frame().SetDropDisabled(false);
         QCoreApplication::processEvents();
         QCOMPARE(f.keys(), u"1"_s); // nor does it come later
     }
