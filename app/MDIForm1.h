@@ -56,7 +56,7 @@ public:
     /// The number of browser windows open.
     qint16 counter() const { return m_counter; }
     void counter(qint16 value) { m_counter = value; }
-    const QString& HistoryUrl() const override { return m_historyUrl; }
+    const QString& HistoryUrl() const { return m_historyUrl; }
     void HistoryUrl(const QString& url) override { m_historyUrl = url; }
     const QString& EmailClient() const { return m_emailClient; }
     void EmailClient(const QString& value) { m_emailClient = value; }

@@ -18,7 +18,6 @@ public:
     /// Opens `url` in a new browser window; nothing happens when it is empty.
     virtual void VisitUrl(const QString& url) = 0;
     /// The address that the next new browser window opens; empty: the start address.
-    virtual const QString& HistoryUrl() const = 0;
     virtual void HistoryUrl(const QString& url) = 0;
     virtual void bIsOpenBook(bool value) = 0;
     virtual void bIsOpenHistory(bool value) = 0;

@@ -15,7 +15,6 @@ public:
     FakeShell() { pref.LoadPref(); }
 
     void VisitUrl(const QString& url) override { visited.append(url); }
-    const QString& HistoryUrl() const override { return historyUrl; }
     void HistoryUrl(const QString& url) override { historyUrl = url; }
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
