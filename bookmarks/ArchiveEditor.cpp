@@ -119,7 +119,7 @@ void ArchiveEditor::addBookmark(const QModelIndex& node, const QString& title, c
     bookmark->Url(url);
     bookmark->Info(info);
     const QModelIndex folderNode = place.bookmark ? node.parent() : node;
-    // The position counts from 1: as a row (from 0) it is the one behind the bookmark.
+    // Positions count from 1 and rows from 0, so this is the row behind the bookmark.
     m_tree.insertBookmark(folderNode, place.bookmarkIdx, bookmark);
     markChanged(*place.folder);
 }

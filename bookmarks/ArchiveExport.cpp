@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 ExportTime thisMoment()
 {
-    // The date is the user's, whatever language the program speaks.
+    // The name of the month is in the user's language; the program's own locale is German.
     return {QDateTime::currentDateTime(), QLocale::system()};
 }
 

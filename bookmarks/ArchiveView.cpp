@@ -84,7 +84,6 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
     setEditTriggers(NoEditTriggers);
     setExpandsOnDoubleClick(false);
     setTabKeyNavigation(false);
-
     viewport()->setMouseTracking(true);
 
     const auto edited = [this](const QModelIndex& node, const QString& text) {
@@ -95,7 +94,7 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
             [this](const QModelIndex& node) { m_tree.showOpen(node, true); });
     connect(this, &QTreeView::collapsed, this,
             [this](const QModelIndex& node) { m_tree.showOpen(node, false); });
-    // Emitted for the left button only, and not for the box.
+    // This signal comes for the left button only, and not for a click on the box.
     connect(this, &QTreeView::clicked, this,
             [this](const QModelIndex& node) { nodeClicked(node, QCursor::pos()); });
     connect(this, &QTreeView::doubleClicked, this, [this] {

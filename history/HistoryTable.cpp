@@ -107,8 +107,8 @@ void HistoryTable::sortBy(HistoryColumn column)
 {
     if (m_rows.empty())
         return;
-    // The texts move between the cells and not the rows with their selection:
-    // for the views just the contents are new.
+    // A sort moves the texts from cell to cell. The rows stay, with the selected one, so for
+    // the views only the contents are new.
     switch (column) {
     case HistoryColumn::Address: {
         std::vector<QString> addresses;
