@@ -8,7 +8,7 @@
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
 #include "app/StartupNotice.h"
-#include "base/MessagePrompt.h"
+#include "base/DialogPrompt.h"
 #include "base/ShownText.h"
 #include "engine/WebEngineHost.h"
 #include "launcher/ShellStart.h"

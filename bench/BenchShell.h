@@ -3,7 +3,7 @@
 #include "app/AppInit.h"
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
-#include "base/MessagePrompt.h"
+#include "base/DialogPrompt.h"
 #include "engine/WebEngineHost.h"
 #include "pages/asking/PageDialogs.h"
 

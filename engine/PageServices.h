@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 #include "pages/asking/PageInput.h"
 
 #include <QObject>

@@ -2,8 +2,8 @@
 
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
-#include "engine/asking/Notices.h"
-#include "pages/asking/QuestionQueue.h"
+#include "engine/asking/Notifications.h"
+#include "pages/asking/PromptSession.h"
 #include "pages/downloads/frmDownloads.h"
 #include "pages/viewing/StoredWebData.h"
 #include "pages/viewing/frmBrowserData.h"

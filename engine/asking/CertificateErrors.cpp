@@ -1,6 +1,6 @@
 #include "engine/asking/CertificateErrors.h"
 
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
 #include "pages/asking/QuestionDesk.h"

@@ -1,6 +1,6 @@
 #include "engine/asking/DesktopLinks.h"
 
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
 #include "pages/asking/PageInput.h"
 #include "pages/asking/QuestionDesk.h"

@@ -1,6 +1,6 @@
 #include "engine/asking/LogInRequests.h"
 
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
 #include "pages/asking/SiteText.h"
 

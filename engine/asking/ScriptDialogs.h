@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/page/WebScriptAnswers.h"
-#include "pages/asking/DialogSilence.h"
 #include "pages/asking/PageAsker.h"
+#include "pages/asking/PageLimits.h"
 
 #include <QObject>
 

@@ -3,7 +3,7 @@
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "engine/downloads/DownloadFailures.h"
-#include "pages/asking/QuestionQueue.h"
+#include "pages/asking/PromptSession.h"
 #include "pages/downloads/DownloadNames.h"
 #include "pages/downloads/FileMove.h"
 

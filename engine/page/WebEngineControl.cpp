@@ -4,8 +4,8 @@
 #include "browser/PageTexts.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
-#include "pages/asking/DesktopSchemes.h"
 #include "pages/asking/PopupLimit.h"
+#include "pages/asking/UrlSchemes.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>

@@ -2,7 +2,7 @@
 
 #include "engine/page/WebErrorPage.h"
 #include "engine/page/WebScriptAnswers.h"
-#include "pages/asking/DesktopSchemes.h"
+#include "pages/asking/UrlSchemes.h"
 
 #include <QCoreApplication>
 #include <QDataStream>

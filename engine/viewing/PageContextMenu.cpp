@@ -2,7 +2,7 @@
 
 #include "base/Shell.h"
 #include "engine/page/WebEnginePage.h"
-#include "pages/asking/DesktopSchemes.h"
+#include "pages/asking/UrlSchemes.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

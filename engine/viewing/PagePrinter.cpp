@@ -1,7 +1,7 @@
 #include "engine/viewing/PagePrinter.h"
 
 #include "base/Prompt.h"
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 #include "engine/downloads/DownloadFailures.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/viewing/PdfWatch.h"

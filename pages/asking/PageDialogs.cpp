@@ -1,7 +1,7 @@
 #include "pages/asking/PageDialogs.h"
 
+#include "base/QuestionDialogs.h"
 #include "pages/asking/LogInDialog.h"
-#include "pages/asking/QuestionDialog.h"
 
 #include <QPointer>
 

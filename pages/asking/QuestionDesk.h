@@ -3,7 +3,7 @@
 #include "pages/asking/PermissionMemory.h"
 #include "pages/asking/PopupLimit.h"
 #include "pages/asking/PrintSilence.h"
-#include "pages/asking/QuestionQueue.h"
+#include "pages/asking/PromptSession.h"
 
 #include <QSet>
 

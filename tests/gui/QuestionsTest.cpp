@@ -1,8 +1,8 @@
 #include "GuiTest.h"
 
-#include "base/MessagePrompt.h"
+#include "base/DialogPrompt.h"
 #include "pages/asking/LogInDialog.h"
-#include "pages/asking/NoticeWindow.h"
+#include "pages/asking/NotificationWindow.h"
 #include "pages/asking/PageDialogs.h"
 
 #include <QCheckBox>

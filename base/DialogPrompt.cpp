@@ -1,4 +1,4 @@
-#include "base/MessagePrompt.h"
+#include "base/DialogPrompt.h"
 
 #include "base/ShownText.h"
 

@@ -1,6 +1,6 @@
-#include "engine/asking/Notices.h"
+#include "engine/asking/Notifications.h"
 
-#include "pages/asking/NoticeWindow.h"
+#include "pages/asking/NotificationWindow.h"
 #include "pages/asking/SiteText.h"
 
 #include <QWebEngineNotification>

@@ -1,4 +1,4 @@
-#include "engine/asking/AskingPage.h"
+#include "engine/asking/PagePrompt.h"
 
 AskingPage::AskingPage(QuestionDesk& desk, Shell& shell, QWidget* window, WebEnginePage& page)
     : m_desk(desk), m_shell(shell), m_window(window), m_page(page)

@@ -1,4 +1,4 @@
-#include "pages/asking/QuestionDialog.h"
+#include "base/QuestionDialogs.h"
 
 #include "pages/asking/PageTextLabel.h"
 

@@ -1,4 +1,4 @@
-#include "pages/asking/DesktopSchemes.h"
+#include "pages/asking/UrlSchemes.h"
 
 #include <QSet>
 #include <QUrl>

@@ -1,4 +1,4 @@
-#include "pages/asking/DialogSilence.h"
+#include "pages/asking/PageLimits.h"
 
 #include <QUrl>
 

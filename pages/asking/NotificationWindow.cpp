@@ -1,4 +1,4 @@
-#include "pages/asking/NoticeWindow.h"
+#include "pages/asking/NotificationWindow.h"
 
 #include <QGuiApplication>
 #include <QLabel>

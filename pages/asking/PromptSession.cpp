@@ -1,4 +1,4 @@
-#include "pages/asking/QuestionQueue.h"
+#include "pages/asking/PromptSession.h"
 
 #include <QTimer>
 
