@@ -6,7 +6,8 @@
 
 void PageInput::watch(QWidget* view)
 {
-    // Input goes to a widget that the engine puts into the view, now and again a new one.
+    // Input goes to a widget that the engine puts into the view, and that it replaces by
+    // a new one for some pages.
     view->installEventFilter(this);
     const QObjectList children = view->children();
     for (QObject* child : children)

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-/// Tells when the user clicks in a page, or presses a key in it.
+/// Tells when the user clicks in a page, touches it, or presses a key in it.
 class PageInput : public QObject {
     Q_OBJECT
 public:
@@ -16,8 +16,10 @@ public:
 signals:
     /// A button of the mouse goes down.
     void pressed();
+    /// A button of the mouse goes up, a touch ends, or any key goes down.
     void used();
-    /// By the mouse, a finger, or a key that presses a button.
+    /// As `used`, but of the keys only those that press a button of the page: Enter and
+    /// Space.
     void clicked();
 
 protected:

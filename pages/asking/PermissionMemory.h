@@ -28,8 +28,8 @@ QString permissionQuestion(PermissionKind kind, const QString& site);
 /// site is the scheme, host and port of an address.
 class PermissionMemory {
 public:
-    /// Nothing where the user has not been asked yet. Camera and microphone
-    /// together are known from each of the two as well.
+    /// Nothing where the user has not been asked yet. What he has said of the camera and of
+    /// the microphone answers for both together.
     std::optional<bool> answer(const QUrl& site, PermissionKind kind) const;
     void remember(const QUrl& site, PermissionKind kind, bool isGranted);
     /// The sites that answers are known for.

@@ -31,6 +31,7 @@ bool isScript(const QUrl& url)
 
 bool isForDesktop(const QUrl& url)
 {
+    // They lead to files, to the local network, or to programs that run what they get.
     static const QSet<QString> never{
         u"admin"_s,   u"afp"_s,      u"applications"_s,  u"burn"_s,    u"cdda"_s, u"computer"_s,
         u"content"_s, u"dav"_s,      u"davs"_s,          u"desktop"_s, u"fish"_s, u"ftp"_s,

@@ -15,8 +15,8 @@ bool isScript(const QUrl& url);
 /// among them.
 bool isForDesktop(const QUrl& url);
 
-/// Whether `url` is neither for the one nor for the others. The program's own addresses
-/// are among them: they are never opened, but stand for something that the program shows.
+/// Whether `url` is neither for the engine nor for other programs, and so is not opened.
+/// The program's own addresses are among them: they only stand for something that it shows.
 bool isForNobody(const QUrl& url);
 
 /// Whether a click on a link to `url` in the page at `page` could open it.
