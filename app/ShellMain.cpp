@@ -12,7 +12,6 @@
 #include "base/ShownText.h"
 #include "engine/WebEngineHost.h"
 #include "launcher/ShellStart.h"
-#include "pages/asking/PageDialogs.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -41,14 +40,14 @@ namespace {
 
 /// While the program is ended from outside, nobody may be there to dismiss a
 /// message: it goes to the standard error instead.
-class EndingPrompt : public MessagePrompt {
+class EndingPrompt : public DialogPrompt {
 public:
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override
     {
         if (m_unattended)
             qWarning().noquote() << "Tessera:" << messageText(text);
         else
-            MessagePrompt::tell(parent, text, title, icon);
+            DialogPrompt::tell(parent, text, title, icon);
     }
     void setUnattended(bool unattended) { m_unattended = unattended; }
 
@@ -168,13 +167,12 @@ int run(QApplication& application, const ShellStart& start)
     WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
                           storage(QStandardPaths::CacheLocation), machineResolver(folder));
     EndingPrompt prompt;
-    PageDialogs asker;
     ProcessStarter starter;
     AppInit module(folder, prompt, starter,
                    {engines.factory(), [] { return mountedDrives().entries(); }});
     MDIForm1& frame = module.frame();
     new DarkTitles::Watch(&frame);
-    engines.serve(frame, &frame, asker);
+    engines.serve(frame, &frame);
     frame.addEndCheck([&engines] { return engines.mayEnd(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
@@ -196,8 +194,8 @@ int run(QApplication& application, const ShellStart& start)
 int show(const QString& complaint)
 {
     QApplication::setWindowIcon(QIcon(u":/icons/frame.svg"_s));
-    MessagePrompt().tell(nullptr, complaint, QApplication::applicationName(),
-                         Prompt::Icon::Exclamation);
+    DialogPrompt().tell(nullptr, complaint, QApplication::applicationName(),
+                        Prompt::Icon::Exclamation);
     return EXIT_FAILURE;
 }
 

@@ -1,5 +1,6 @@
 #include "base/DialogPrompt.h"
 
+#include "base/QuestionDialogs.h"
 #include "base/ShownText.h"
 
 #include <QFileDialog>
@@ -7,11 +8,13 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeView>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 QMessageBox::Icon boxIcon(Prompt::Icon icon)
@@ -69,7 +72,7 @@ QString nameFilter(const QString& filter)
 QStringList kindFilters(const QString& suffix)
 {
     QStringList filters{QStringLiteral("Alle Dateien (*)")};
-    // Others could mean something in a pattern.
+    // Other characters could mean something in a pattern.
     const bool isPlain =
         !suffix.isEmpty() &&
         std::all_of(suffix.begin(), suffix.end(), [](QChar c) { return c.isLetterOrNumber(); });
@@ -79,7 +82,7 @@ QStringList kindFilters(const QString& suffix)
 }
 
 /// Makes room for whole names, and for types and dates in German.
-void spread(QFileDialog& dialog)
+void enlarge(QFileDialog& dialog)
 {
     constexpr QSize wanted(720, 440);
     dialog.resize(wanted.boundedTo(dialog.screen()->availableSize() * 9 / 10));
@@ -92,14 +95,14 @@ void spread(QFileDialog& dialog)
 
 QString chosenFile(QFileDialog& dialog)
 {
-    spread(dialog);
+    enlarge(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return dialog.selectedFiles().constFirst();
 }
 } // namespace
 
-void MessagePrompt::tell(QWidget* parent, const QString& text, const QString& title, Icon icon)
+void DialogPrompt::tell(QWidget* parent, const QString& text, const QString& title, Icon icon)
 {
     QMessageBox box(parent);
     fill(box, text, title, icon);
@@ -107,7 +110,7 @@ void MessagePrompt::tell(QWidget* parent, const QString& text, const QString& ti
     box.exec();
 }
 
-bool MessagePrompt::askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon)
+bool DialogPrompt::askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon)
 {
     QuestionBox box(parent);
     fill(box, text, title, icon);
@@ -118,8 +121,8 @@ bool MessagePrompt::askYesNo(QWidget* parent, const QString& text, const QString
     return box.clickedButton() == yes;
 }
 
-bool MessagePrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title,
-                                Icon icon)
+bool DialogPrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title,
+                               Icon icon)
 {
     QMessageBox box(parent);
     fill(box, text, title, icon);
@@ -130,7 +133,27 @@ bool MessagePrompt::askOkCancel(QWidget* parent, const QString& text, const QStr
     return box.clickedButton() == ok;
 }
 
-QString MessagePrompt::saveFileName(QWidget* parent, const SaveRequest& request)
+Prompt::Answer DialogPrompt::ask(QWidget* parent, const Question& question)
+{
+    const QPointer<QuestionDialog> dialog = new QuestionDialog(question, parent);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog) // it has gone together with its parent
+        return {};
+    const std::unique_ptr<QuestionDialog> finished(dialog);
+    return {isAccepted, finished->isChecked(), finished->input()};
+}
+
+std::optional<Prompt::LogIn> DialogPrompt::askLogIn(QWidget* parent, const LogInQuestion& question)
+{
+    const QPointer<LogInDialog> dialog = new LogInDialog(question, parent);
+    const bool isAccepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return std::nullopt;
+    const std::unique_ptr<LogInDialog> finished(dialog);
+    return isAccepted ? std::optional(finished->logIn()) : std::nullopt;
+}
+
+QString DialogPrompt::saveFileName(QWidget* parent, const SaveRequest& request)
 {
     QFileDialog dialog(parent, request.title, request.directory);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -144,7 +167,7 @@ QString MessagePrompt::saveFileName(QWidget* parent, const SaveRequest& request)
     return chosenFile(dialog);
 }
 
-QString MessagePrompt::saveFileAs(QWidget* parent, const QString& title, const QString& path)
+QString DialogPrompt::saveFileAs(QWidget* parent, const QString& title, const QString& path)
 {
     const QFileInfo file(path);
     QFileDialog dialog(parent, title, file.absolutePath());

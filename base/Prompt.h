@@ -2,10 +2,14 @@
 
 #include <QString>
 
+#include <optional>
+
 class QWidget;
 
-/// The questions and messages that windows put to the user. Windows ask through
-/// this face only, so that tests can answer for the user. All texts are plain.
+/// The one face through which the program and its pages ask the user and tell him
+/// something, so that tests can answer for him. All texts are plain; who passes words of
+/// strangers on has cleaned them. Each call waits for the answer; what it was called
+/// from, the parent included, may be gone when it returns.
 class Prompt {
 public:
     enum class Icon { None, Information, Question, Exclamation, Critical };
@@ -18,6 +22,49 @@ public:
         QString filter;
         /// A further filter of the same form, or empty.
         QString secondFilter;
+    };
+
+    /// A question or a message about a page.
+    struct Question {
+        QString title = {};
+        QString text = {};
+        QString accept = QStringLiteral("OK");
+        /// Empty: there is nothing to choose, just a message to be dismissed.
+        QString refuse = {};
+        /// Accepting can do harm: the refusing answer is the default one.
+        bool isRisky = false;
+        /// The label of a check box under the text; empty for none.
+        QString checkBox = {};
+        /// What stands in the line to type an answer in, if there is one.
+        std::optional<QString> input = std::nullopt;
+    };
+
+    /// What the user said to a `Question`. Nothing is accepted when the dialog was closed,
+    /// or went away together with its parent.
+    struct Answer {
+        bool isAccepted = false;
+        bool isChecked = false;
+        QString input = {};
+    };
+
+    /// A server or a proxy wants to know who the user is.
+    struct LogInQuestion {
+        /// The site, or the proxy.
+        QString site;
+        /// What the site calls the part of it that is locked; may be empty.
+        QString realm;
+        bool isProxy = false;
+        /// Others can read the password on its way.
+        bool isUnencrypted = false;
+        /// The user name that was given last.
+        QString user;
+        /// What the user has answered before was wrong.
+        bool hasFailed = false;
+    };
+
+    struct LogIn {
+        QString user;
+        QString password;
     };
 
     Prompt() = default;
@@ -33,6 +80,11 @@ public:
     /// Asks with "OK" (default) and "Abbrechen"; Escape stands for the latter. True for "OK".
     virtual bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
                              Icon icon) = 0;
+    /// Asks with buttons, a check box and a line for input as `question` wants them. Escape
+    /// and the close box refuse.
+    virtual Answer ask(QWidget* parent, const Question& question) = 0;
+    /// Asks for a user name and a password. Nothing when the user will not log in.
+    virtual std::optional<LogIn> askLogIn(QWidget* parent, const LogInQuestion& question) = 0;
     /// A save dialog that neither asks before overwriting nor adds a suffix.
     /// Returns the full path, or an empty text when the user cancels.
     virtual QString saveFileName(QWidget* parent, const SaveRequest& request) = 0;

@@ -9,7 +9,7 @@ BenchShell::BenchShell(const QString& folder)
                 [](const QString& typed) { return QUrl(typed); }),
       m_module(folder, m_prompt, m_starter, {m_engines.factory(), [] { return QStringList(); }})
 {
-    m_engines.serve(frame(), &frame(), m_asker);
+    m_engines.serve(frame(), &frame());
     frame().addEndCheck([this] { return m_engines.mayEnd(); });
 }
 

@@ -5,7 +5,6 @@
 #include "app/ProgramStarter.h"
 #include "base/DialogPrompt.h"
 #include "engine/WebEngineHost.h"
-#include "pages/asking/PageDialogs.h"
 
 /// The shell around the real engine inside this process, put together as the
 /// program does it. Addresses are taken as they are.
@@ -21,8 +20,7 @@ public:
 
 private:
     WebEngineHost m_engines;
-    MessagePrompt m_prompt;
-    PageDialogs m_asker;
+    DialogPrompt m_prompt;
     ProcessStarter m_starter;
     AppInit m_module;
 };

@@ -5,7 +5,6 @@
 #include "engine/asking/DesktopLinks.h"
 #include "engine/asking/FormResending.h"
 #include "engine/asking/LogInRequests.h"
-#include "engine/asking/PageClipboard.h"
 #include "engine/asking/PermissionRequests.h"
 #include "engine/asking/ScriptDialogs.h"
 #include "engine/page/WebEnginePage.h"
@@ -18,11 +17,42 @@
 #include "engine/viewing/PdfWatch.h"
 #include "pages/viewing/PageKeys.h"
 
+#include <QTimer>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 
-PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk,
+namespace {
+
+/// How long after input a page may write into the clipboard: as long as the engine, too,
+/// takes what a page does for the user's wish.
+constexpr std::chrono::seconds inputLasts(5);
+
+/// Lets `page` write into the clipboard when its user has just clicked or typed in it, and
+/// never by itself. The engine's switch lets a page write at any time, with or without a
+/// click (seen with Qt 6.4), so it is on only for a while after each. Reading is another
+/// matter: there the user is asked, or the engine refuses.
+void allowClipboardAfterInput(QWebEnginePage& page, const PageInput& input)
+{
+    const auto allow = [&page](bool isAllowed) {
+        page.settings()->setAttribute(QWebEngineSettings::JavascriptCanAccessClipboard, isAllowed);
+    };
+    auto* const timer = new QTimer(&page);
+    timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, &page, [allow] { allow(false); });
+    const auto begin = [allow, timer] {
+        if (!timer->isActive())
+            allow(true);
+        timer->start(inputLasts);
+    };
+    QObject::connect(&input, &PageInput::pressed, timer, begin);
+    QObject::connect(&input, &PageInput::used, timer, begin);
+}
+
+} // namespace
+
+PageServices::PageServices(Shell& shell, ProfileServices& profile, PromptSession& session,
                            QWidget* window, QWebEngineView* view, WebEnginePage* page)
-    : QObject(page), m_page(page), m_asking(desk, shell, window, *page)
+    : QObject(page), m_page(page), m_prompt(session, shell, window, *page)
 {
     serveUser(view);
     serveViewing(shell, profile, window, view);
@@ -39,13 +69,13 @@ PageServices::PageServices(Shell& shell, ProfileServices& profile, QuestionDesk&
 
 void PageServices::serveUser(QWebEngineView* view)
 {
-    new LogInRequests(m_asking, this);
-    new CertificateErrors(m_asking, this);
-    new PermissionRequests(m_asking, this);
-    new ScriptDialogs(m_asking, this);
-    new FormResending(m_asking, this);
-    new DesktopLinks(m_asking, m_input, this);
-    new PageClipboard(*m_page, m_input);
+    new LogInRequests(m_prompt, this);
+    new CertificateErrors(m_prompt, this);
+    new PermissionRequests(m_prompt, this);
+    new ScriptDialogs(m_prompt, this);
+    new FormResending(m_prompt, this);
+    new DesktopLinks(m_prompt, m_input, this);
+    allowClipboardAfterInput(*m_page, m_input);
     new CrashNotice(*m_page, view, this);
 }
 
@@ -55,7 +85,7 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
     auto* const zoom = new PageZoom(m_page, *pdf);
-    auto* const printer = new PagePrinter(shell, window, view, m_asking, m_input, *pdf);
+    auto* const printer = new PagePrinter(shell, window, view, m_prompt, m_input, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, m_page);
 
     PageMenuCommands commands;

@@ -9,7 +9,6 @@ class ProfileServices;
 class QWebEngineView;
 class Shell;
 class WebEnginePage;
-struct QuestionDesk;
 
 /// What one page offers its user besides its content: each service is a small
 /// object of its own that this one makes. It goes with the page, which may be a
@@ -18,9 +17,9 @@ class PageServices : public QObject {
     Q_OBJECT
 public:
     /// `window` is the widget that holds `view`; keys of the services work in all
-    /// of it. `shell` and `desk` outlive the page, `profile` its window; it belongs
+    /// of it. `shell` and `session` outlive the page, `profile` its window; it belongs
     /// to `page`.
-    PageServices(Shell& shell, ProfileServices& profile, QuestionDesk& desk, QWidget* window,
+    PageServices(Shell& shell, ProfileServices& profile, PromptSession& session, QWidget* window,
                  QWebEngineView* view, WebEnginePage* page);
 
 private:
@@ -29,6 +28,6 @@ private:
                       QWebEngineView* view);
 
     WebEnginePage* m_page;
-    AskingPage m_asking;
+    PagePrompt m_prompt;
     PageInput m_input;
 };

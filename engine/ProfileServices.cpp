@@ -15,11 +15,11 @@
 using namespace Qt::StringLiterals;
 
 ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                                 QuestionQueue& queue)
-    : m_shell(shell), m_owner(owner), m_profile(profile), m_queue(queue),
-      m_downloads(shell, owner, profile, queue, m_table)
+                                 PromptSession& session)
+    : m_shell(shell), m_owner(owner), m_profile(profile), m_session(session),
+      m_downloads(shell, owner, profile, session, m_table)
 {
-    new Notices(profile, this);
+    new Notifications(profile, this);
     connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
 }
 
@@ -78,7 +78,7 @@ bool ProfileServices::mayEnd()
                 ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
                 : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
                       running);
-        const QuestionQueue::Hold hold(m_queue);
+        const PromptSession::Hold hold(m_session);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question))
             return false;

@@ -6,8 +6,8 @@
 #include <QObject>
 #include <QPointer>
 
+class PromptSession;
 class QWebEngineProfile;
-class QuestionQueue;
 class Shell;
 class frmDownloads;
 struct BrowserData;
@@ -19,7 +19,8 @@ class ProfileServices : public QObject {
 public:
     /// All outlive it. `owner` is the frame's window, which the windows of the
     /// services belong to.
-    ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile, QuestionQueue& queue);
+    ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
+                    PromptSession& session);
     ~ProfileServices() override;
 
     /// Whether the program may end. Asks if that would break downloads off, and
@@ -46,7 +47,7 @@ private:
     Shell& m_shell;
     QWidget* m_owner;
     QWebEngineProfile& m_profile;
-    QuestionQueue& m_queue;
+    PromptSession& m_session;
     DownloadTable m_table;
     WebDownloads m_downloads;
     QPointer<frmDownloads> m_window;

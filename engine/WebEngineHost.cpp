@@ -8,7 +8,7 @@
 #include "engine/asking/PermissionRequests.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/viewing/SpellCheck.h"
-#include "pages/asking/QuestionDesk.h"
+#include "pages/asking/PromptSession.h"
 #include "pages/viewing/StoredWebData.h"
 
 #include <QQuickWidget>
@@ -52,7 +52,7 @@ void prepareForPages(QWidget& frame)
 
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve)
-    : m_resolve(std::move(resolve)), m_desk(std::make_unique<QuestionDesk>()),
+    : m_resolve(std::move(resolve)), m_prompts(std::make_unique<PromptSession>()),
       m_profile(makeProfile()), m_pages(std::make_unique<QObject>())
 {
     removeMarkedWebData(dataFolder);
@@ -70,22 +70,23 @@ EngineFactory WebEngineHost::factory()
 {
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve, m_desk->popups);
-        new PageServices(*m_shell, *m_services, *m_desk, parent, engine->view(), page); // its own
+        auto engine =
+            std::make_unique<WebEngineControl>(parent, page, m_resolve, m_prompts->popups);
+        new PageServices(*m_shell, *m_services, *m_prompts, parent, engine->view(),
+                         page); // its own
         return engine;
     };
 }
 
-void WebEngineHost::serve(Shell& shell, QWidget* frame, PageAsker& asker)
+void WebEngineHost::serve(Shell& shell, QWidget* frame)
 {
-    m_desk->asker = &asker;
     m_shell = &shell;
-    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile, m_desk->queue);
+    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile, *m_prompts);
     prepareForPages(*frame);
     QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
                      [this] {
-                         PermissionRequests::forget(*m_profile, m_desk->permissions);
-                         m_desk->clear();
+                         PermissionRequests::forget(*m_profile, m_prompts->permissions);
+                         m_prompts->forgetAnswers();
                      });
 }
 

@@ -6,11 +6,10 @@
 
 #include <memory>
 
-class PageAsker;
 class ProfileServices;
+class PromptSession;
 class QWebEngineProfile;
 class Shell;
-struct QuestionDesk;
 
 /// What the pages of all browser windows share: the one profile, with what
 /// they store and how they behave. It outlives every engine it has made.
@@ -25,10 +24,9 @@ public:
     /// Engines are made after `serve` only.
     EngineFactory factory();
 
-    /// Gives the pages the frame that their services work with, its window, and
-    /// who puts their questions to the user. All outlive every engine. The window must
-    /// not have been shown yet.
-    void serve(Shell& shell, QWidget* frame, PageAsker& asker);
+    /// Gives the pages the frame that their services work with, and its window. Both outlive
+    /// every engine. The window must not have been shown yet.
+    void serve(Shell& shell, QWidget* frame);
     /// Whether the program may end; asks the user if something would be lost.
     bool mayEnd();
     /// Ends what works for all pages, before the frame goes.
@@ -40,7 +38,7 @@ private:
 
     AddressResolver m_resolve;
     WebFrameReports m_reports;
-    std::unique_ptr<QuestionDesk> m_desk;
+    std::unique_ptr<PromptSession> m_prompts;
     std::unique_ptr<QWebEngineProfile> m_profile;
     /// The owner of all pages, so that they are gone before the profile.
     std::unique_ptr<QObject> m_pages;

@@ -3,7 +3,6 @@
 #include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
-#include "pages/asking/QuestionDesk.h"
 #include "pages/asking/SiteText.h"
 
 #include <QSslCertificate>
@@ -71,7 +70,7 @@ QString statement(const CertificateError& error)
         siteName(error.url()), problem(error.type()));
 }
 
-PageQuestion question(const CertificateError& error)
+Prompt::Question question(const CertificateError& error)
 {
     const QString start = statement(error) + u"\n\n"_s;
     if (!error.isOverridable()) {
@@ -88,18 +87,18 @@ PageQuestion question(const CertificateError& error)
 
 } // namespace
 
-CertificateErrors::CertificateErrors(AskingPage& asking, QObject* parent)
-    : QObject(parent), m_asking(asking)
+CertificateErrors::CertificateErrors(PagePrompt& prompt, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
-    connect(&asking.page(), &WebEnginePage::navigationStarting, this,
+    connect(&prompt.page(), &WebEnginePage::navigationStarting, this,
             [this](const QUrl& url, bool isMainFrame) {
                 if (isMainFrame) {
                     m_target = url;
                     m_refused.clear();
                 }
             });
-    connect(&asking.page(), &WebEnginePage::frameReported, this, &CertificateErrors::explain);
-    connect(&asking.page(), &QWebEnginePage::certificateError, this, &CertificateErrors::met);
+    connect(&prompt.page(), &WebEnginePage::frameReported, this, &CertificateErrors::explain);
+    connect(&prompt.page(), &QWebEnginePage::certificateError, this, &CertificateErrors::occurred);
 }
 
 bool CertificateErrors::isOfPage(const QUrl& url) const
@@ -109,11 +108,12 @@ bool CertificateErrors::isOfPage(const QUrl& url) const
 
 bool CertificateErrors::isTrusted(const CertificateError& error) const
 {
-    // Trusted once, a certificate may turn out to be worse: revoked, say.
-    return error.isOverridable() && m_asking.desk().trustedCertificates.contains(keyOf(error));
+    // A certificate that the user trusts may meet an error later that cannot be overridden:
+    // it may have been revoked, say.
+    return error.isOverridable() && m_prompt.session().trustedCertificates.contains(keyOf(error));
 }
 
-void CertificateErrors::met(CertificateError error)
+void CertificateErrors::occurred(CertificateError error)
 {
     if (isTrusted(error)) {
         error.acceptCertificate();
@@ -121,16 +121,17 @@ void CertificateErrors::met(CertificateError error)
         error.rejectCertificate();
     } else {
         error.defer();
-        m_asking.whenItIsOurTurn(this, [this, error] { ask(error); });
+        m_prompt.session().askInTurn(this, [this, error] { ask(error); });
     }
 }
 
 void CertificateErrors::ask(CertificateError error)
 {
-    if (!isTrusted(error) && isOfPage(error.url())) { // not answered, nor moved on, meanwhile
-        const PageAnswer answer = m_asking.ask(question(error));
+    // Meanwhile another page may have asked about this server, or this one have gone on.
+    if (!isTrusted(error) && isOfPage(error.url())) {
+        const Prompt::Answer answer = m_prompt.ask(question(error));
         if (answer.isAccepted && error.isOverridable())
-            m_asking.desk().trustedCertificates.insert(keyOf(error));
+            m_prompt.session().trustedCertificates.insert(keyOf(error));
     }
     if (isTrusted(error)) {
         error.acceptCertificate();
@@ -144,8 +145,8 @@ void CertificateErrors::explain(const FrameReport& report)
 {
     if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty())
         return;
-    // The engine says that the page is not there at present. Its own page stays, for its place
-    // in the history, and for "reload", which asks again.
-    m_asking.page().runJavaScript(WebErrorPage::replacement(m_refused),
+    // The engine's page says that the site is out of order at present. It gets other words,
+    // but is not replaced: it keeps its place in the history, and "reload" asks again.
+    m_prompt.page().runJavaScript(WebErrorPage::replacement(m_refused),
                                   QWebEngineScript::ApplicationWorld);
 }

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QUrl>
 
-class AskingPage;
+class PagePrompt;
 class QWebEngineCertificateError;
 struct FrameReport;
 
@@ -12,17 +12,17 @@ struct FrameReport;
 class CertificateErrors : public QObject {
     Q_OBJECT
 public:
-    explicit CertificateErrors(AskingPage& asking, QObject* parent);
+    CertificateErrors(PagePrompt& prompt, QObject* parent);
 
 private:
-    void met(QWebEngineCertificateError error);
+    void occurred(QWebEngineCertificateError error);
     void ask(QWebEngineCertificateError error);
     bool isTrusted(const QWebEngineCertificateError& error) const;
     bool isOfPage(const QUrl& url) const;
-    /// Has the engine's page in place of the one refused say why it stands there.
+    /// Has the engine's error page say why it stands in the place of the page refused.
     void explain(const FrameReport& report);
 
-    AskingPage& m_asking;
+    PagePrompt& m_prompt;
     /// Where the page is going or has gone.
     QUrl m_target;
     /// Why the user has refused to open it; empty if he has not.

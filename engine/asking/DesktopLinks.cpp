@@ -3,7 +3,6 @@
 #include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
 #include "pages/asking/PageInput.h"
-#include "pages/asking/QuestionDesk.h"
 #include "pages/asking/SiteText.h"
 
 #include <QDesktopServices>
@@ -17,11 +16,11 @@ constexpr qint64 clickLasts = 1000; // milliseconds
 
 } // namespace
 
-DesktopLinks::DesktopLinks(AskingPage& asking, const PageInput& input, QObject* parent)
-    : QObject(parent), m_asking(asking)
+DesktopLinks::DesktopLinks(PagePrompt& prompt, const PageInput& input, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
     connect(&input, &PageInput::used, this, [this] { m_sinceInput.start(); });
-    connect(&asking.page(), &WebEnginePage::desktopAddressWanted, this, &DesktopLinks::met);
+    connect(&prompt.page(), &WebEnginePage::desktopAddressWanted, this, &DesktopLinks::requested);
 }
 
 bool DesktopLinks::takeClick()
@@ -31,32 +30,32 @@ bool DesktopLinks::takeClick()
     return isRecent;
 }
 
-void DesktopLinks::met(const QUrl& url, bool isUsersOwn)
+void DesktopLinks::requested(const QUrl& url, bool isUsersOwn)
 {
     if (isUsersOwn || takeClick()) {
-        const QString asker = isUsersOwn ? QString() : siteName(m_asking.page().url());
-        m_asking.whenItIsOurTurn(this, [this, url, asker] { open(url, asker); });
+        const QString site = isUsersOwn ? QString() : siteName(m_prompt.page().url());
+        m_prompt.session().askInTurn(this, [this, url, site] { open(url, site); });
     }
 }
 
-void DesktopLinks::open(const QUrl& url, const QString& asker)
+void DesktopLinks::open(const QUrl& url, const QString& site)
 {
     const QString address = cleanLine(url.toString(QUrl::FullyEncoded));
     const bool mayOpen =
-        m_asking.desk().desktopSchemes.contains(url.scheme()) || ask(url, address, asker);
+        m_prompt.session().desktopSchemes.contains(url.scheme()) || ask(url, address, site);
     if (mayOpen && !QDesktopServices::openUrl(url)) {
-        m_asking.ask({.title = u"Anderes Programm"_s,
+        m_prompt.ask({.title = u"Anderes Programm"_s,
                       .text = u"Für „%1“ ist kein Programm eingerichtet."_s.arg(address)});
     }
 }
 
-bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& asker)
+bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& site)
 {
     constexpr qsizetype longestScheme = 20;
-    const QString site = asker.isEmpty() ? QString() : asker + u":\n\n"_s;
-    const PageAnswer answer =
-        m_asking.ask({.title = u"Anderes Programm"_s,
-                      .text = site + u"Soll „"_s + address +
+    const QString whoAsks = site.isEmpty() ? QString() : site + u":\n\n"_s;
+    const Prompt::Answer answer =
+        m_prompt.ask({.title = u"Anderes Programm"_s,
+                      .text = whoAsks + u"Soll „"_s + address +
                               u"“ mit dem zugehörigen Programm geöffnet werden?"_s,
                       .accept = u"Öffnen"_s,
                       .refuse = u"Abbrechen"_s,
@@ -64,6 +63,6 @@ bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& a
                       .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(
                           cleanLine(url.scheme(), longestScheme))});
     if (answer.isAccepted && answer.isChecked)
-        m_asking.desk().desktopSchemes.insert(url.scheme());
+        m_prompt.session().desktopSchemes.insert(url.scheme());
     return answer.isAccepted;
 }

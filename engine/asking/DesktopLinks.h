@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QUrl>
 
-class AskingPage;
+class PagePrompt;
 class PageInput;
 
 /// Hands addresses of other programs ("mailto:" and so on) to the desktop, when
@@ -12,16 +12,17 @@ class PageInput;
 class DesktopLinks : public QObject {
     Q_OBJECT
 public:
-    DesktopLinks(AskingPage& asking, const PageInput& input, QObject* parent);
+    DesktopLinks(PagePrompt& prompt, const PageInput& input, QObject* parent);
 
 private:
-    void met(const QUrl& url, bool isUsersOwn);
+    void requested(const QUrl& url, bool isUsersOwn);
+    /// Whether the user has just clicked; each click counts once.
     bool takeClick();
-    /// `asker`: the site that wants it, empty when it is the user.
-    void open(const QUrl& url, const QString& asker);
-    bool ask(const QUrl& url, const QString& address, const QString& asker);
+    /// `site` wants it; empty when it is the user.
+    void open(const QUrl& url, const QString& site);
+    bool ask(const QUrl& url, const QString& address, const QString& site);
 
-    AskingPage& m_asking;
-    /// Runs since the user's last click or key, until it has been used up.
+    PagePrompt& m_prompt;
+    /// Runs since the user's last click or key, until that has led somewhere.
     QElapsedTimer m_sinceInput;
 };

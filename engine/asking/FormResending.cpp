@@ -6,23 +6,22 @@
 
 using namespace Qt::StringLiterals;
 
-FormResending::FormResending(AskingPage& asking, QObject* parent)
-    : QObject(parent), m_asking(asking)
+FormResending::FormResending(PagePrompt& prompt, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
-    connect(&asking.page(), &WebEnginePage::resendingWanted, this,
+    connect(&prompt.page(), &WebEnginePage::resendingWanted, this,
             [this](QWebEnginePage::WebAction reload) {
                 if (!std::exchange(m_isAsking, true))
-                    m_asking.whenItIsOurTurn(this, [this, reload] { ask(reload); });
+                    m_prompt.session().askInTurn(this, [this, reload] { ask(reload); });
             });
 }
 
 void FormResending::ask(QWebEnginePage::WebAction reload)
 {
-    WebEnginePage& page = m_asking.page();
-    const WebEnginePage::Keeper keeper(page);
+    WebEnginePage& page = m_prompt.page();
     const QUrl address = page.url();
     const bool isAgreed =
-        m_asking
+        m_prompt
             .ask({.title = siteName(address),
                   .text = u"Diese Seite wurde mit gesendeten Formulardaten aufgebaut. Beim "
                           "Aktualisieren werden sie noch einmal gesendet.\n\nWas damit ausgelöst "

@@ -6,14 +6,23 @@
 
 #include <QAuthenticator>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype longestUser = 200;
+/// A page that goes somewhere that soon after a refusal does so by itself, and must not
+/// make the user refuse again.
 constexpr qint64 refusalLasts = 3000; // milliseconds
 
-void fill(QAuthenticator& answer, const std::optional<LogIn>& logIn)
+bool isUnencrypted(const QUrl& url)
 {
-    answer = QAuthenticator(); // refused, unless it is filled
+    return url.scheme() == "http"_L1 || url.scheme() == "ws"_L1 || url.scheme() == "ftp"_L1;
+}
+
+void fill(QAuthenticator& answer, const std::optional<Prompt::LogIn>& logIn)
+{
+    answer = QAuthenticator(); // an empty one means a refusal
     if (logIn) {
         answer.setUser(logIn->user);
         answer.setPassword(logIn->password);
@@ -22,23 +31,20 @@ void fill(QAuthenticator& answer, const std::optional<LogIn>& logIn)
 
 } // namespace
 
-LogInRequests::LogInRequests(AskingPage& asking, QObject* parent)
-    : QObject(parent), m_asking(asking)
+LogInRequests::LogInRequests(PagePrompt& prompt, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
-    const WebEnginePage& page = asking.page();
+    const WebEnginePage& page = prompt.page();
     connect(&page, &WebEnginePage::userNavigates, this, [this] {
         m_isRefused = false;
         m_last = {};
     });
     connect(&page, &WebEnginePage::navigationStarting, this, [this](const QUrl&, bool isMainFrame) {
-        if (!isMainFrame) {
+        if (!isMainFrame)
             return;
-        }
         m_last = {};
-        // A page that goes on and on by itself is not another one.
-        if (m_isRefused && m_sinceRefusal.elapsed() > refusalLasts) {
+        if (m_isRefused && m_sinceRefusal.elapsed() > refusalLasts)
             m_isRefused = false;
-        }
     });
     connect(&page, &QWebEnginePage::authenticationRequired, this,
             [this](const QUrl& url, QAuthenticator* answer) { serverAsks(url, *answer); });
@@ -48,15 +54,17 @@ LogInRequests::LogInRequests(AskingPage& asking, QObject* parent)
             });
 }
 
-std::optional<LogIn> LogInRequests::ask(const QUrl& url, LogInQuestion question)
+std::optional<Prompt::LogIn> LogInRequests::ask(const QUrl& url, Prompt::LogInQuestion question)
 {
     if (m_isRefused)
         return std::nullopt;
     if (question.site == m_last.site && question.realm == m_last.realm) {
         question.user = m_last.user;
-        question.hasFailed = url == m_last.url; // another picture, say, may just as well be locked
+        // The same realm can lock several addresses of a page, pictures say: the answer was
+        // wrong only where the same one asks again.
+        question.hasFailed = url == m_last.url;
     }
-    std::optional<LogIn> logIn = m_asking.logIn(question);
+    std::optional<Prompt::LogIn> logIn = m_prompt.askLogIn(question);
     if (logIn) {
         m_last = {url, question.site, question.realm, cleanLine(logIn->user, longestUser)};
     } else {
@@ -70,7 +78,7 @@ void LogInRequests::serverAsks(const QUrl& url, QAuthenticator& answer)
 {
     fill(answer, ask(url, {.site = siteName(url),
                            .realm = cleanLine(answer.realm()),
-                           .isReadable = isReadableOnTheWay(url),
+                           .isUnencrypted = isUnencrypted(url),
                            .user = cleanLine(url.userName(), longestUser)}));
 }
 

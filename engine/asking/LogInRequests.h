@@ -1,24 +1,23 @@
 #pragma once
 
-#include "pages/asking/PageAsker.h"
+#include "base/Prompt.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QUrl>
 
-class AskingPage;
+class PagePrompt;
 class QAuthenticator;
 
-/// Asks for user name and password when a server or a proxy wants them. Who
-/// cancels sees the server's own page about it, and is left alone by what else the page
-/// wants to load.
+/// Asks for user name and password when a server or a proxy wants them. Who cancels sees
+/// the server's own page about it, and is not asked for anything else that this page loads.
 class LogInRequests : public QObject {
     Q_OBJECT
 public:
-    explicit LogInRequests(AskingPage& asking, QObject* parent);
+    LogInRequests(PagePrompt& prompt, QObject* parent);
 
 private:
-    /// What the user has answered last, on the way to the page that is shown.
+    /// What the user has answered last for the page that is loading or shown.
     struct Answered {
         QUrl url;
         QString site;
@@ -26,12 +25,13 @@ private:
         QString user;
     };
 
-    std::optional<LogIn> ask(const QUrl& url, LogInQuestion question);
+    std::optional<Prompt::LogIn> ask(const QUrl& url, Prompt::LogInQuestion question);
     void serverAsks(const QUrl& url, QAuthenticator& answer);
     void proxyAsks(const QUrl& url, const QString& proxy, QAuthenticator& answer);
 
-    AskingPage& m_asking;
+    PagePrompt& m_prompt;
     Answered m_last;
     bool m_isRefused = false;
+    /// Runs since the user has refused.
     QElapsedTimer m_sinceRefusal;
 };

@@ -12,30 +12,31 @@ constexpr int mostAtATime = 4;
 
 } // namespace
 
-Notices::Notices(QWebEngineProfile& profile, QObject* parent) : QObject(parent), m_profile(profile)
+Notifications::Notifications(QWebEngineProfile& profile, QObject* parent)
+    : QObject(parent), m_profile(profile)
 {
     profile.setNotificationPresenter([this](std::unique_ptr<QWebEngineNotification> notification) {
         show(std::move(notification));
     });
 }
 
-Notices::~Notices()
+Notifications::~Notifications()
 {
     m_profile.setNotificationPresenter({});
     qDeleteAll(m_windows);
 }
 
-void Notices::show(std::unique_ptr<QWebEngineNotification> notification)
+void Notifications::show(std::unique_ptr<QWebEngineNotification> notification)
 {
-    m_windows.removeIf([](const QPointer<NoticeWindow>& window) { return !window; });
+    m_windows.removeIf([](const QPointer<NotificationWindow>& window) { return !window; });
     if (m_windows.size() >= mostAtATime)
         delete m_windows.takeFirst();
     auto* const window =
-        new NoticeWindow(siteName(notification->origin()), cleanLine(notification->title()),
-                         cleanLine(notification->message(), 300));
+        new NotificationWindow(siteName(notification->origin()), cleanLine(notification->title()),
+                               cleanLine(notification->message(), 300));
     auto* const shown = notification.release();
     shown->setParent(window);
-    connect(window, &NoticeWindow::clicked, shown, &QWebEngineNotification::click);
+    connect(window, &NotificationWindow::clicked, shown, &QWebEngineNotification::click);
     connect(shown, &QWebEngineNotification::closed, window, &QWidget::close);
     shown->show();
     QList<QRect> places;

@@ -6,22 +6,22 @@
 
 #include <memory>
 
-class NoticeWindow;
+class NotificationWindow;
 class QWebEngineNotification;
 class QWebEngineProfile;
 
 /// Shows the notifications of the sites that may send some, a few at a time.
-class Notices : public QObject {
+class Notifications : public QObject {
     Q_OBJECT
 public:
     /// It goes before `profile`.
-    Notices(QWebEngineProfile& profile, QObject* parent);
-    ~Notices() override;
-    Q_DISABLE_COPY_MOVE(Notices)
+    Notifications(QWebEngineProfile& profile, QObject* parent);
+    ~Notifications() override;
+    Q_DISABLE_COPY_MOVE(Notifications)
 
 private:
     void show(std::unique_ptr<QWebEngineNotification> notification);
 
     QWebEngineProfile& m_profile;
-    QList<QPointer<NoticeWindow>> m_windows;
+    QList<QPointer<NotificationWindow>> m_windows;
 };

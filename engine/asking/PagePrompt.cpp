@@ -1,35 +1,28 @@
 #include "engine/asking/PagePrompt.h"
 
-AskingPage::AskingPage(QuestionDesk& desk, Shell& shell, QWidget* window, WebEnginePage& page)
-    : m_desk(desk), m_shell(shell), m_window(window), m_page(page)
+PagePrompt::PagePrompt(PromptSession& session, Shell& shell, QWidget* window, WebEnginePage& page)
+    : m_session(session), m_shell(shell), m_window(window), m_page(page)
 {
 }
 
-AskingPage::Open::Open(AskingPage& asking)
-    : m_question(asking.m_page), m_hold(asking.m_desk.queue), m_noDrops(asking.m_shell)
+PagePrompt::Open::Open(PagePrompt& prompt)
+    : m_keeper(prompt.m_page, WebEnginePage::Keeper::While::Asking), m_hold(prompt.m_session),
+      m_noDrops(prompt.m_shell)
 {
 }
 
-template <typename Ask>
-auto AskingPage::asking(const Ask& ask) -> decltype(ask(std::declval<PageAsker&>()))
+Prompt::Answer PagePrompt::ask(const Prompt::Question& question)
 {
-    if (!m_window || m_page.isRetired())
+    if (!canAsk())
         return {};
     const Open open(*this);
-    return ask(*m_desk.asker);
+    return m_shell.prompt().ask(m_window, question);
 }
 
-PageAnswer AskingPage::ask(const PageQuestion& question)
+std::optional<Prompt::LogIn> PagePrompt::askLogIn(const Prompt::LogInQuestion& question)
 {
-    return asking([&](PageAsker& asker) { return asker.ask(m_window, question); });
-}
-
-std::optional<LogIn> AskingPage::logIn(const LogInQuestion& question)
-{
-    return asking([&](PageAsker& asker) { return asker.logIn(m_window, question); });
-}
-
-void AskingPage::whenItIsOurTurn(QObject* owner, const std::function<void()>& ask)
-{
-    m_desk.queue.add(owner, ask);
+    if (!canAsk())
+        return {};
+    const Open open(*this);
+    return m_shell.prompt().askLogIn(m_window, question);
 }

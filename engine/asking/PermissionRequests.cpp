@@ -2,7 +2,6 @@
 
 #include "engine/asking/PagePrompt.h"
 #include "engine/page/WebEnginePage.h"
-#include "pages/asking/QuestionDesk.h"
 #include "pages/asking/SiteText.h"
 
 #include <QWebEngineFileSystemAccessRequest>
@@ -29,7 +28,8 @@ using Kind = QWebEnginePermission::PermissionType;
 using Kind = QWebEnginePage::Feature;
 #endif
 
-/// Frames of ever new sites could ask for ever.
+/// A document is refused all that it asks for after so many refusals by the user: with
+/// frames of ever new sites it could ask for ever.
 constexpr int mostRefusals = 5;
 
 std::optional<PermissionKind> kindOf(Kind kind)
@@ -63,13 +63,13 @@ std::optional<PermissionKind> kindOf(Kind kind)
 
 } // namespace
 
-PermissionRequests::PermissionRequests(AskingPage& asking, QObject* parent)
-    : QObject(parent), m_asking(asking)
+PermissionRequests::PermissionRequests(PagePrompt& prompt, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
     connectRequests();
     connectScreen();
     refuseOthers();
-    connect(&asking.page(), &WebEnginePage::navigationStarting, this,
+    connect(&prompt.page(), &WebEnginePage::navigationStarting, this,
             [this](const QUrl&, bool isMainFrame) {
                 if (isMainFrame) {
                     ++m_document;
@@ -89,7 +89,7 @@ void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemo
 
 void PermissionRequests::connectRequests()
 {
-    connect(&m_asking.page(), &QWebEnginePage::permissionRequested, this,
+    connect(&m_prompt.page(), &QWebEnginePage::permissionRequested, this,
             [this](const QWebEnginePermission& permission) {
                 if (const auto kind = kindOf(permission.permissionType()))
                     requested(permission.origin(), *kind, [permission](bool isGranted) {
@@ -104,10 +104,10 @@ void PermissionRequests::connectRequests()
 
 void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& memory)
 {
-    QWebEnginePage page(&profile); // any will do
+    QWebEnginePage page(&profile); // any page sets what the whole profile remembers
     const QSet<QUrl> sites = memory.sites();
     for (const QUrl& site : sites) {
-        // The others the engine does not remember.
+        // Only these the engine remembers (seen with Qt 6.4).
         for (const Kind kind : {Kind::Notifications, Kind::Geolocation})
             page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
     }
@@ -115,7 +115,7 @@ void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemo
 
 void PermissionRequests::connectRequests()
 {
-    WebEnginePage& page = m_asking.page();
+    WebEnginePage& page = m_prompt.page();
     connect(&page, &QWebEnginePage::featurePermissionRequested, this,
             [this, &page](const QUrl& site, Kind feature) {
                 const Answer answer = [&page, site, feature](bool isGranted) {
@@ -135,8 +135,8 @@ void PermissionRequests::connectRequests()
 void PermissionRequests::connectScreen()
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
-    // Comes when the user has allowed it: the question was about the whole screen.
-    connect(&m_asking.page(), &QWebEnginePage::desktopMediaRequested, this,
+    // It comes after the user has allowed it, and the question was about the whole screen.
+    connect(&m_prompt.page(), &QWebEnginePage::desktopMediaRequested, this,
             [](const QWebEngineDesktopMediaRequest& request) {
                 const QAbstractListModel& screens = *request.screensModel();
                 if (screens.rowCount() > 0)
@@ -149,7 +149,7 @@ void PermissionRequests::connectScreen()
 
 void PermissionRequests::refuseOthers()
 {
-    WebEnginePage& page = m_asking.page();
+    WebEnginePage& page = m_prompt.page();
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
     connect(&page, &QWebEnginePage::quotaRequested, this,
             [](QWebEngineQuotaRequest request) { request.reject(); });
@@ -162,11 +162,11 @@ void PermissionRequests::refuseOthers()
 
 void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const Answer& answer)
 {
-    if (const std::optional<bool> known = m_asking.desk().permissions.answer(site, kind)) {
+    if (const std::optional<bool> known = m_prompt.session().permissions.answer(site, kind)) {
         answer(*known);
         return;
     }
-    m_asking.whenItIsOurTurn(this, [this, site, kind, answer, document = m_document] {
+    m_prompt.session().askInTurn(this, [this, site, kind, answer, document = m_document] {
         if (document == m_document && m_refusals < mostRefusals)
             ask(site, kind, answer);
         else
@@ -176,17 +176,19 @@ void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const 
 
 void PermissionRequests::ask(const QUrl& site, PermissionKind kind, const Answer& answer)
 {
-    PermissionMemory& memory = m_asking.desk().permissions;
-    std::optional<bool> isGranted = memory.answer(site, kind); // meanwhile, by another window
+    PermissionMemory& memory = m_prompt.session().permissions;
+    // Another window may have asked the same while this question waited for its turn.
+    std::optional<bool> isGranted = memory.answer(site, kind);
     if (!isGranted) {
-        isGranted = m_asking
+        isGranted = m_prompt
                         .ask({.title = u"Erlaubnis"_s,
                               .text = permissionQuestion(kind, siteName(site)),
                               .accept = u"Erlauben"_s,
                               .refuse = u"Ablehnen"_s,
                               .isRisky = true})
                         .isAccepted;
-        if (!m_asking.page().isRetired()) { // else nobody has said anything
+        // If the page has lost its window, this is no answer of the user's.
+        if (!m_prompt.page().isRetired()) {
             memory.remember(site, kind, *isGranted);
             m_refusals += *isGranted ? 0 : 1;
         }

@@ -6,15 +6,15 @@
 
 #include <functional>
 
-class AskingPage;
+class PagePrompt;
 class QWebEngineProfile;
 
 /// Asks whether a site may use the camera, know the place and so on: once per
-/// site, kind and run. What hardly anybody can judge is refused unasked.
+/// site, kind and run. What hardly anybody can judge is refused without a question.
 class PermissionRequests : public QObject {
     Q_OBJECT
 public:
-    explicit PermissionRequests(AskingPage& asking, QObject* parent);
+    PermissionRequests(PagePrompt& prompt, QObject* parent);
 
     /// Has the engine forget what it knows of the answers in `memory`.
     static void forget(QWebEngineProfile& profile, const PermissionMemory& memory);
@@ -28,9 +28,10 @@ private:
     void requested(const QUrl& site, PermissionKind kind, const Answer& answer);
     void ask(const QUrl& site, PermissionKind kind, const Answer& answer);
 
-    AskingPage& m_asking;
-    /// Counts the documents: a question of an earlier one is no longer put.
+    PagePrompt& m_prompt;
+    /// Counts the documents of this page: a question that an earlier one has asked is no
+    /// longer put.
     int m_document = 0;
-    /// Of this document, by the user.
+    /// How often the user has refused something to this document.
     int m_refusals = 0;
 };

@@ -8,79 +8,62 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr qsizetype longestInput = 5000;
-
-} // namespace
-
-ScriptDialogs::ScriptDialogs(AskingPage& asking, QObject* parent)
-    : QObject(parent), m_asking(asking)
+ScriptDialogs::ScriptDialogs(PagePrompt& prompt, QObject* parent)
+    : QObject(parent), m_prompt(prompt)
 {
-    asking.page().answerScripts(this);
-    connect(&asking.page(), &WebEnginePage::userNavigates, this,
-            [this] { m_silence.userNavigates(); });
-    connect(&asking.page(), &WebEnginePage::navigationStarting, this,
+    const WebEnginePage& page = prompt.page();
+    connect(&page, &WebEnginePage::userNavigates, this, [this] { m_limit.userNavigates(); });
+    connect(&page, &WebEnginePage::navigationStarting, this,
             [this](const QUrl& url, bool isMainFrame) {
-                if (isMainFrame) {
-                    m_silence.navigationStarting(url);
-                }
+                if (isMainFrame)
+                    m_limit.navigationStarting(url);
             });
+    connect(&page, &WebEnginePage::scriptAsks, this,
+            [this](const QUrl& site, const Prompt::Question& question, Prompt::Answer& answer) {
+                answer = ask(site, question);
+            });
+    connect(&page, &WebEnginePage::scriptAsksToStay, this,
+            [this](bool& isLeaving) { isLeaving = mayLeave(); });
 }
 
-PageAnswer ScriptDialogs::ask(const QUrl& site, const QString& text, PageQuestion question)
+Prompt::Answer ScriptDialogs::ask(const QUrl& site, Prompt::Question question)
 {
-    m_silence.speaks(site, shown());
-    if (m_silence.isSilenced())
+    constexpr qsizetype longestInput = 5000;
+    m_limit.dialogStarting(site, shown());
+    if (m_limit.isSilenced())
         return {};
     question.title = siteName(site);
-    question.text = siteName(site) + u" meldet:\n\n"_s + cleanText(text);
+    question.text = siteName(site) + u" meldet:\n\n"_s + cleanText(question.text);
+    if (question.input)
+        question.input = cleanLine(*question.input, longestInput);
     return askOfferingSilence(question);
 }
 
-PageAnswer ScriptDialogs::askOfferingSilence(PageQuestion question)
+bool ScriptDialogs::mayLeave()
 {
-    if (m_silence.offersSilence())
-        question.checkBox = u"&Weitere Meldungen dieser Seite unterdrücken"_s;
-    PageAnswer answer = m_asking.ask(question);
-    if (answer.isChecked)
-        m_silence.silence();
-    return answer;
-}
-
-void ScriptDialogs::alert(const QUrl& site, const QString& text)
-{
-    ask(site, text, {});
-}
-
-bool ScriptDialogs::confirm(const QUrl& site, const QString& text)
-{
-    return ask(site, text, {.refuse = u"Abbrechen"_s}).isAccepted;
-}
-
-std::optional<QString> ScriptDialogs::prompt(const QUrl& site, const QString& text,
-                                             const QString& preset)
-{
-    const PageAnswer answer =
-        ask(site, text, {.refuse = u"Abbrechen"_s, .input = cleanLine(preset, longestInput)});
-    return answer.isAccepted ? std::optional(answer.input) : std::nullopt;
-}
-
-QUrl ScriptDialogs::shown() const
-{
-    return m_asking.page().history()->currentItem().url();
-}
-
-bool ScriptDialogs::leave()
-{
-    m_silence.speaks(shown(), shown());
+    m_limit.dialogStarting(shown(), shown());
     // A script can put this question, too, and as often as any other.
-    return m_silence.isSilenced() ||
+    return m_limit.isSilenced() ||
            askOfferingSilence(
-               {.title = siteName(m_asking.page().url()),
+               {.title = siteName(m_prompt.page().url()),
                 .text = u"Diese Seite verlassen? Eingaben gehen möglicherweise verloren."_s,
                 .accept = u"Verlassen"_s,
                 .refuse = u"Bleiben"_s,
                 .isRisky = true})
                .isAccepted;
+}
+
+Prompt::Answer ScriptDialogs::askOfferingSilence(Prompt::Question question)
+{
+    if (m_limit.offersSilence())
+        question.checkBox = u"&Weitere Meldungen dieser Seite unterdrücken"_s;
+    Prompt::Answer answer = m_prompt.ask(question);
+    if (answer.isChecked)
+        m_limit.silence();
+    return answer;
+}
+
+QUrl ScriptDialogs::shown() const
+{
+    return m_prompt.page().history()->currentItem().url();
 }

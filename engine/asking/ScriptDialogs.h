@@ -1,31 +1,27 @@
 #pragma once
 
-#include "engine/page/WebScriptAnswers.h"
-#include "pages/asking/PageAsker.h"
+#include "base/Prompt.h"
 #include "pages/asking/PageLimits.h"
 
 #include <QObject>
 
-class AskingPage;
+class PagePrompt;
+class QUrl;
 
-/// The windows in which scripts speak to the user. A page that does not stop
-/// can be silenced.
-class ScriptDialogs : public QObject, public WebScriptAnswers {
+/// The dialogs that scripts of a page open, and the question whether a page may be left
+/// that would lose what was typed into it. A page that does not stop can be silenced.
+class ScriptDialogs : public QObject {
     Q_OBJECT
 public:
-    explicit ScriptDialogs(AskingPage& asking, QObject* parent);
-
-    void alert(const QUrl& site, const QString& text) override;
-    bool confirm(const QUrl& site, const QString& text) override;
-    std::optional<QString> prompt(const QUrl& site, const QString& text,
-                                  const QString& preset) override;
-    bool leave() override;
+    ScriptDialogs(PagePrompt& prompt, QObject* parent);
 
 private:
-    PageAnswer ask(const QUrl& site, const QString& text, PageQuestion question);
-    PageAnswer askOfferingSilence(PageQuestion question);
+    /// `question` has the script's own words.
+    Prompt::Answer ask(const QUrl& site, Prompt::Question question);
+    bool mayLeave();
+    Prompt::Answer askOfferingSilence(Prompt::Question question);
     QUrl shown() const;
 
-    AskingPage& m_asking;
-    DialogSilence m_silence;
+    PagePrompt& m_prompt;
+    DialogLimit m_limit;
 };

@@ -56,8 +56,8 @@ struct WebDownloads::Copy {
 };
 
 WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                           QuestionQueue& queue, DownloadTable& table)
-    : m_shell(shell), m_owner(owner), m_queue(queue), m_table(table),
+                           PromptSession& session, DownloadTable& table)
+    : m_shell(shell), m_owner(owner), m_session(session), m_table(table),
       m_place(shell, owner, table, profile.persistentStoragePath() + u"/downloads"_s)
 {
     connect(&profile, &QWebEngineProfile::downloadRequested, this, &WebDownloads::requested);
@@ -108,7 +108,7 @@ void WebDownloads::receive(QWebEngineDownloadRequest& download, WebEnginePage* s
     download.accept();
     begin(download, {.name = name, .path = place.filePath(), .source = source},
           DownloadState::Asking);
-    m_queue.add(this, [this, id = download.id()] { decide(id); });
+    m_session.askInTurn(this, [this, id = download.id()] { decide(id); });
 }
 
 void WebDownloads::begin(QWebEngineDownloadRequest& download, Running running, DownloadState state)
@@ -196,7 +196,7 @@ void WebDownloads::decide(quint32 id)
     const Running asked = m_running.value(id);
     if (asked.row == 0) // broken off meanwhile
         return;
-    const QuestionQueue::Hold hold(m_queue);
+    const PromptSession::Hold hold(m_session);
     const DropsDisabled guard(m_shell);
     const QString path = isUnwanted(asked.source) ? QString() : m_place.ask(asked.name);
     if (path.isEmpty()) {
@@ -221,7 +221,7 @@ void WebDownloads::decide(quint32 id)
 void WebDownloads::decideAgain(quint32 id, const QString& problem)
 {
     {
-        const QuestionQueue::Hold hold(m_queue);
+        const PromptSession::Hold hold(m_session);
         const DropsDisabled guard(m_shell);
         m_shell.prompt().tell(m_owner, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
     }
@@ -292,7 +292,7 @@ void WebDownloads::settled(quint32 id, FileMove move)
         QDir::toNativeSeparators(running->target), failureText(move));
     running->target.clear();
     m_table.decide(running->row, std::nullopt);
-    m_queue.add(this, [this, id, problem] { decideAgain(id, problem); });
+    m_session.askInTurn(this, [this, id, problem] { decideAgain(id, problem); });
 }
 
 void WebDownloads::copy(quint32 id)

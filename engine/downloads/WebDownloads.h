@@ -10,9 +10,9 @@
 
 #include <memory>
 
+class PromptSession;
 class QWebEngineDownloadRequest;
 class QWebEngineProfile;
-class QuestionQueue;
 class Shell;
 enum class FileMove;
 
@@ -25,7 +25,7 @@ class WebDownloads : public QObject {
 public:
     /// All outlive it. `owner` is the window that the questions belong to: a page's own may
     /// close meanwhile, or show it on the whole screen for a while only.
-    WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, QuestionQueue& queue,
+    WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, PromptSession& session,
                  DownloadTable& table);
     /// Removes what has not found its place.
     ~WebDownloads() override;
@@ -81,7 +81,7 @@ private:
 
     Shell& m_shell;
     QWidget* m_owner;
-    QuestionQueue& m_queue;
+    PromptSession& m_session;
     DownloadTable& m_table;
     DownloadPlace m_place;
     DownloadRefusals m_refusals;

@@ -4,7 +4,7 @@
 #include "browser/PageTexts.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
-#include "pages/asking/PopupLimit.h"
+#include "pages/asking/PageLimits.h"
 #include "pages/asking/UrlSchemes.h"
 
 #include <QDeadlineTimer>

@@ -1,7 +1,6 @@
 #include "engine/page/WebEnginePage.h"
 
 #include "engine/page/WebErrorPage.h"
-#include "engine/page/WebScriptAnswers.h"
 #include "pages/asking/UrlSchemes.h"
 
 #include <QCoreApplication>
@@ -82,16 +81,20 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& 
 {
 }
 
-WebEnginePage::Keeper::~Keeper()
+WebEnginePage::Keeper::Keeper(WebEnginePage& page, While what)
+    : m_page(&page), m_questions(what == While::Asking ? 1 : 0)
 {
-    if (m_page && --m_page->m_keepers == 0 && m_page->m_isRetired)
-        m_page->deleteLater();
+    ++m_page->m_keepers;
+    m_page->m_questions += m_questions;
 }
 
-WebEnginePage::Question::~Question()
+WebEnginePage::Keeper::~Keeper()
 {
-    if (m_page)
-        --m_page->m_questions;
+    if (!m_page)
+        return;
+    m_page->m_questions -= m_questions;
+    if (--m_page->m_keepers == 0 && m_page->m_isRetired)
+        m_page->deleteLater();
 }
 
 void WebEnginePage::retire()
@@ -150,30 +153,34 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
 
 void WebEnginePage::javaScriptAlert(const QUrl& site, const QString& text)
 {
-    if (m_answers != nullptr)
-        m_answers->alert(site, text);
+    Prompt::Answer answer;
+    emit scriptAsks(site, {.text = text}, answer);
 }
 
 bool WebEnginePage::javaScriptConfirm(const QUrl& site, const QString& text)
 {
     if (text == leaveQuestion())
         return askToLeave();
-    return m_answers != nullptr && m_answers->confirm(site, text);
+    Prompt::Answer answer;
+    emit scriptAsks(site, {.text = text, .refuse = u"Abbrechen"_s}, answer);
+    return answer.isAccepted;
 }
 
 bool WebEnginePage::javaScriptPrompt(const QUrl& site, const QString& text, const QString& preset,
                                      QString* result)
 {
-    const auto answer = m_answers != nullptr ? m_answers->prompt(site, text, preset) : std::nullopt;
-    *result = answer.value_or(QString());
-    return answer.has_value();
+    Prompt::Answer answer;
+    emit scriptAsks(site, {.text = text, .refuse = u"Abbrechen"_s, .input = preset}, answer);
+    *result = answer.isAccepted ? answer.input : QString();
+    return answer.isAccepted;
 }
 
 bool WebEnginePage::askToLeave()
 {
-    const Question question(*this);
+    const Keeper keeper(*this, Keeper::While::Asking);
     emit leaveAsked();
-    const bool isLeaving = m_answers == nullptr || m_answers->leave();
+    bool isLeaving = true;
+    emit scriptAsksToStay(isLeaving);
     emit leaveAnswered(isLeaving);
     return isLeaving;
 }

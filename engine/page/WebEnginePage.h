@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/Prompt.h"
+
 #include <QPointer>
 #include <QWebEnginePage>
 
 #include <optional>
-
-class WebScriptAnswers;
 
 /// What the document of one frame says about itself.
 struct FrameReport {
@@ -43,27 +43,17 @@ public:
     /// While one lives, the page does, though its window can be closed.
     class Keeper {
     public:
-        explicit Keeper(WebEnginePage& page) : m_page(&page) { ++m_page->m_keepers; }
+        /// What goes on meanwhile: some work of the program's, or the user is asked, and the
+        /// engine waits for the answer.
+        enum class While { Working, Asking };
+
+        explicit Keeper(WebEnginePage& page, While what = While::Working);
         ~Keeper();
         Q_DISABLE_COPY_MOVE(Keeper)
 
     private:
         QPointer<WebEnginePage> m_page;
-    };
-
-    /// While one lives, the user is asked, and the engine waits for the answer.
-    class Question {
-    public:
-        explicit Question(WebEnginePage& page) : m_keeper(page), m_page(&page)
-        {
-            ++m_page->m_questions;
-        }
-        ~Question();
-        Q_DISABLE_COPY_MOVE(Question)
-
-    private:
-        Keeper m_keeper;
-        QPointer<WebEnginePage> m_page;
+        int m_questions;
     };
 
     /// The page's window has gone: the page follows when control is back in the
@@ -80,10 +70,6 @@ public:
     /// more would send the form again.
     bool isFromSentForm() const;
 
-    /// `answers` answers the page's scripts from now on; it goes with the page.
-    /// Without one they get no answer.
-    void answerScripts(WebScriptAnswers* answers) { m_answers = answers; }
-
 signals:
     void frameReported(const FrameReport& report);
     /// The page, or one of its frames, is about to open `url`.
@@ -99,6 +85,12 @@ signals:
     void desktopAddressWanted(const QUrl& url, bool isUsersOwn);
     /// The page wants to go to an address that no program is to open, and goes nowhere.
     void navigationBarred(const QUrl& url);
+    /// A script in a frame of `site` says or asks something, in its own words. Who puts that
+    /// to the user gives the answer before it returns; unanswered, nothing is accepted.
+    void scriptAsks(const QUrl& site, const Prompt::Question& question, Prompt::Answer& answer);
+    /// The page would lose what was typed into it. Who asks the user whether it may go says
+    /// so before it returns; unanswered, it may.
+    void scriptAsksToStay(bool& isLeaving);
     /// The page has the user asked whether it may be left, and the answer.
     void leaveAsked();
     void leaveAnswered(bool isLeaving);
@@ -116,7 +108,6 @@ private:
     bool askToLeave();
 
     const WebFrameReports& m_reports;
-    WebScriptAnswers* m_answers = nullptr;
     int m_keepers = 0;
     int m_questions = 0;
     bool m_isRetired = false;

@@ -107,12 +107,12 @@ struct PagePrinter::Job {
     bool isLost = false;
 };
 
-PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, AskingPage& asking,
+PagePrinter::PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, PagePrompt& prompt,
                          const PageInput& input, const PdfWatch& pdf)
-    : QObject(&asking.page()), m_shell(shell), m_window(window), m_view(view), m_asking(asking),
-      m_page(&asking.page()), m_pdf(pdf), m_silence(asking.desk().prints)
+    : QObject(&prompt.page()), m_shell(shell), m_window(window), m_view(view), m_prompt(prompt),
+      m_page(&prompt.page()), m_pdf(pdf), m_limit(prompt.session().prints)
 {
-    connect(&input, &PageInput::clicked, this, [this] { m_silence.clicked(); });
+    connect(&input, &PageInput::clicked, this, [this] { m_limit.clicked(); });
     addPageKeys(window, {Qt::CTRL | Qt::Key_P}, this, [this] { print(); });
     connectPage();
     connect(view, &QWebEngineView::printFinished, this, [this](bool isPrinted) {
@@ -132,7 +132,7 @@ void PagePrinter::connectPage()
             [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
             [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
-    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_silence.clicked(); });
+    connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_limit.clicked(); });
 }
 
 void PagePrinter::pageWants()
@@ -140,11 +140,11 @@ void PagePrinter::pageWants()
     if (m_isWaiting || m_job) // it may say so as often as it likes
         return;
     m_isWaiting = true;
-    m_asking.whenItIsOurTurn(this, [this] {
+    m_prompt.session().askInTurn(this, [this] {
         m_isWaiting = false;
         if (m_pdf.isPdf())
             print();
-        else if (m_silence.mayPrint() && begin())
+        else if (m_limit.mayPrint() && begin())
             choosePrinter(Wish::Page);
     });
 }
@@ -189,7 +189,7 @@ void PagePrinter::pageDied()
 
 void PagePrinter::tell(const QString& text)
 {
-    const AskingPage::Open open(m_asking);
+    const PagePrompt::Open open(m_prompt);
     m_shell.prompt().tell(frame(), text, u"Meldung"_s, Prompt::Icon::Exclamation);
 }
 
@@ -205,7 +205,7 @@ void PagePrinter::print()
 
 bool PagePrinter::wantsFile()
 {
-    const AskingPage::Open open(m_asking);
+    const PagePrompt::Open open(m_prompt);
     return m_shell.prompt().askOkCancel(
         frame(),
         u"Ein PDF-Dokument kann nur mit einem PDF-Programm gedruckt werden. "
@@ -231,10 +231,10 @@ void PagePrinter::choosePrinter(Wish wish)
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
     m_job->dialog = dialog;
     new StaysOnScreen(dialog);                                      // its options unfold downwards
-    const auto open = std::make_shared<AskingPage::Open>(m_asking); // goes with the dialog
+    const auto open = std::make_shared<PagePrompt::Open>(m_prompt); // goes with the dialog
     const auto decided = [this, wish, open, printer = m_job->printer](int result) {
         if (result != QDialog::Accepted && wish == Wish::Page)
-            m_asking.desk().prints.cancelled();
+            m_prompt.session().prints.cancelled();
         QTimer::singleShot(0, this, [this, result] {
             if (result == QDialog::Accepted) {
                 printOn();
@@ -292,7 +292,7 @@ void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
 
 QString PagePrinter::askFile()
 {
-    const AskingPage::Open open(m_asking);
+    const PagePrompt::Open open(m_prompt);
     QString path = folderForFiles() + u'/' + pdfFileName(m_page->title());
     do {
         path = m_shell.prompt().saveFileAs(frame(), u"Als PDF speichern"_s, path);

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "pages/asking/PrintSilence.h"
+#include "pages/asking/PageLimits.h"
 
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 
-class AskingPage;
 class PageInput;
+class PagePrompt;
 class PdfWatch;
 class QPageLayout;
 class QPageRanges;
@@ -21,8 +21,8 @@ class WebEnginePage;
 class PagePrinter : public QObject {
     Q_OBJECT
 public:
-    /// Belongs to the page of `asking`, which `view` in `window` shows; the key works there.
-    PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, AskingPage& asking,
+    /// Belongs to the page of `prompt`, which `view` in `window` shows; the key works there.
+    PagePrinter(Shell& shell, QWidget* window, QWebEngineView* view, PagePrompt& prompt,
                 const PageInput& input, const PdfWatch& pdf);
     ~PagePrinter() override;
     Q_DISABLE_COPY_MOVE(PagePrinter)
@@ -57,10 +57,10 @@ private:
     Shell& m_shell;
     QPointer<QWidget> m_window;
     QPointer<QWebEngineView> m_view;
-    AskingPage& m_asking;
+    PagePrompt& m_prompt;
     WebEnginePage* m_page;
     const PdfWatch& m_pdf;
-    PrintSilence::Page m_silence;
+    PrintLimit::Page m_limit;
     /// The page's wish waits for its turn.
     bool m_isWaiting = false;
     std::unique_ptr<Job> m_job;

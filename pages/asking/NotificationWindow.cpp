@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int noticeWidth = 320;
+constexpr int windowWidth = 320;
 constexpr int margin = 12;
 constexpr std::chrono::seconds lifeTime(8);
 
@@ -25,10 +25,11 @@ QLabel* line(const QString& text, QWidget* parent)
 
 } // namespace
 
-NoticeWindow::NoticeWindow(const QString& site, const QString& title, const QString& text)
+NotificationWindow::NotificationWindow(const QString& site, const QString& title,
+                                       const QString& text)
     : QFrame(nullptr, Qt::ToolTip | Qt::WindowDoesNotAcceptFocus)
 {
-    setObjectName(u"NoticeWindow"_s);
+    setObjectName(u"NotificationWindow"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFrameShape(QFrame::StyledPanel);
@@ -41,17 +42,18 @@ NoticeWindow::NoticeWindow(const QString& site, const QString& title, const QStr
     layout->addWidget(headline);
     layout->addWidget(line(text, this));
     layout->addWidget(line(site, this));
-    setFixedWidth(noticeWidth);
+    setFixedWidth(windowWidth);
 }
 
-void NoticeWindow::appear(const QList<QRect>& others)
+void NotificationWindow::appear(const QList<QRect>& others)
 {
     adjustSize();
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     QRect place(QPoint(), size());
     place.moveBottomRight(screen.bottomRight() - QPoint(margin, margin));
-    // Each one that is in the way lifts it, and there are no more of them than that.
-    for (qsizetype lifts = 0; lifts < others.size(); ++lifts) {
+    // Moved above one window, it can come to lie over another: as many rounds as there are
+    // others settle that.
+    for (qsizetype round = 0; round < others.size(); ++round) {
         for (const QRect& other : others)
             if (other.intersects(place))
                 place.moveBottom(other.top() - margin);
@@ -61,7 +63,7 @@ void NoticeWindow::appear(const QList<QRect>& others)
     QTimer::singleShot(lifeTime, this, &QWidget::close);
 }
 
-void NoticeWindow::mouseReleaseEvent(QMouseEvent* /*event*/)
+void NotificationWindow::mouseReleaseEvent(QMouseEvent* /*event*/)
 {
     emit clicked();
     close();

@@ -2,30 +2,37 @@
 
 #include <QTimer>
 
-void QuestionQueue::add(QObject* owner, const std::function<void()>& ask)
+void PromptSession::askInTurn(QObject* owner, const std::function<void()>& ask)
 {
     m_waiting.push_back({owner, ask});
-    goOn();
+    askNextLater();
 }
 
-QuestionQueue::Hold::~Hold()
+PromptSession::Hold::~Hold()
 {
-    --m_queue.m_open;
-    m_queue.goOn();
+    --m_session.m_holds;
+    m_session.askNextLater();
 }
 
-void QuestionQueue::goOn()
+void PromptSession::askNextLater()
 {
-    QTimer::singleShot(0, this, &QuestionQueue::next);
+    QTimer::singleShot(0, this, &PromptSession::askNext);
 }
 
-void QuestionQueue::next()
+void PromptSession::askNext()
 {
-    if (m_open > 0 || m_waiting.empty())
-        return; // whoever asks now, goes on afterwards
+    if (m_holds > 0 || m_waiting.empty())
+        return; // the end of the question that is open calls this again
     const Waiting first = m_waiting.front();
     m_waiting.pop_front();
     const Hold hold(*this);
     if (first.owner)
         first.ask();
+}
+
+void PromptSession::forgetAnswers()
+{
+    permissions.clear();
+    trustedCertificates.clear();
+    desktopSchemes.clear();
 }

@@ -47,7 +47,7 @@ QString cut(const QString& text, qsizetype most)
 
 QString cleanText(const QString& text)
 {
-    // A text of many megabytes is cut before it is looked at.
+    // A page can send many megabytes: looking at all of them would take seconds.
     const QStringList lines = visible(text.left(mostCharacters * 4)).split(u'\n');
     QStringList kept;
     for (const QString& line : lines) {
@@ -78,9 +78,4 @@ QString siteName(const QUrl& url)
         host = u'[' + host + u']';
     const QString port = url.port() < 0 ? QString() : u":%1"_s.arg(url.port());
     return cleanLine(url.scheme() + u"://"_s + host + port);
-}
-
-bool isReadableOnTheWay(const QUrl& url)
-{
-    return url.scheme() == "http"_L1 || url.scheme() == "ws"_L1 || url.scheme() == "ftp"_L1;
 }

@@ -120,18 +120,18 @@ private slots:
     {
         const QUrl page(u"http://h/a"_s);
         const QUrl other(u"http://i/b"_s);
-        DialogSilence silence;
+        DialogLimit limit;
         const auto isSilent = [&](const QUrl& frame, const QUrl& shown) {
-            silence.speaks(frame, shown);
-            return silence.isSilenced();
+            limit.dialogStarting(frame, shown);
+            return limit.isSilenced();
         };
-        silence.navigationStarting(page);
-        silence.silence();
+        limit.navigationStarting(page);
+        limit.silence();
         for (const QUrl& target : {QUrl(u"blob:http://h/x"_s), QUrl(u"about:blank"_s)}) {
-            silence.navigationStarting(target);
+            limit.navigationStarting(target);
             QVERIFY(isSilent(page, target));
         }
-        silence.navigationStarting(other); // and stays, or only begins to step back to it
+        limit.navigationStarting(other); // and stays, or only begins to step back to it
         QVERIFY(isSilent(page, page) && isSilent(other, page) && isSilent(page, other));
         QVERIFY(!isSilent(other, other));
     }

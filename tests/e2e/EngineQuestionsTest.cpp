@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using LogIns = QList<std::optional<LogIn>>;
+using LogIns = QList<std::optional<Prompt::LogIn>>;
 
-PageAnswer agree(QWidget* /*parent*/, const PageQuestion& /*question*/)
+Prompt::Answer agree(QWidget* /*parent*/, const Prompt::Question& /*question*/)
 {
     return {.isAccepted = true};
 }
@@ -30,43 +30,43 @@ private slots:
     void logIn()
     {
         m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
-        for (const auto& last : LogIns{{}, LogIn{u"ich"_s, u"geheim"_s}}) {
-            LogIns answers{LogIn{u"ich"_s, u"falsch"_s}, last};
-            m_world.asker.questions.clear();
-            m_world.asker.onLogIn = [&] { return answers.takeFirst(); };
+        for (const auto& last : LogIns{{}, Prompt::LogIn{u"ich"_s, u"geheim"_s}}) {
+            LogIns answers{Prompt::LogIn{u"ich"_s, u"falsch"_s}, last};
+            m_world.prompt.questions.clear();
+            m_world.prompt.onLogIn = [&] { return answers.takeFirst(); };
             m_window->visit(u"/locked"_s);
             QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
             const QString question = m_world.server.address({}) + u"|Keller"_s;
-            QCOMPARE(m_world.asker.questions, QStringList({question, question + u"|not ich"_s}));
+            QCOMPARE(m_world.prompt.questions, QStringList({question, question + u"|not ich"_s}));
         }
     }
 
     void scripts()
     {
-        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
-            return PageAnswer{.isAccepted = true,
-                              .input = question.input.value_or(QString()) + u'!'};
+        m_world.prompt.onAsk = [](QWidget*, const Prompt::Question& question) {
+            return Prompt::Answer{.isAccepted = true,
+                                  .input = question.input.value_or(QString()) + u'!'};
         };
         load(m_window, "<script>alert('a\\u202Eb'); document.title = confirm('c') + "
                        "prompt('d', 'vor')</script>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"truevor!"_s);
         const QString site = m_world.server.address({}) + u" meldet:\n\n"_s;
-        QCOMPARE(m_world.asker.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
+        QCOMPARE(m_world.prompt.questions, QStringList({site + u"ab"_s, site + u'c', site + u'd'}));
     }
 
     void silenced()
     {
-        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
-            return PageAnswer{.isChecked = !question.checkBox.isEmpty()};
+        m_world.prompt.onAsk = [](QWidget*, const Prompt::Question& question) {
+            return Prompt::Answer{.isChecked = !question.checkBox.isEmpty()};
         };
         load(m_window, "<script>for (i = 0; i < 200; ++i) alert(i);"
                        "history.pushState(0, '', '/elsewhere'); alert('more');"
                        "location.hash = 'part'; alert('more')</script>"
                        "<title>Ruhe</title>");
         QTRY_COMPARE(m_window->engine().LocationName(), u"Ruhe"_s);
-        QCOMPARE(m_world.asker.questions.size(), 2);
+        QCOMPARE(m_world.prompt.questions.size(), 2);
         load(m_window, "<script>alert('again')</script>");
-        QTRY_COMPARE(m_world.asker.questions.size(), 3);
+        QTRY_COMPARE(m_world.prompt.questions.size(), 3);
     }
 
     void certificateRefused()
@@ -76,16 +76,16 @@ private slots:
         server.useTls(QFINDTESTDATA("localhost.pem"));
         m_window->engine().Navigate(server.address(u"/plain"_s));
         QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
-        QCOMPARE(m_world.asker.questions.size(), 1);
+        QCOMPARE(m_world.prompt.questions.size(), 1);
         QCOMPARE(m_window->engine().LocationURL(), server.address(u"/plain"_s));
     }
 
     void windowGoes()
     {
-        m_world.asker.onAsk = [this](QWidget*, const PageQuestion&) {
+        m_world.prompt.onAsk = [this](QWidget*, const Prompt::Question&) {
             delete m_window;
             QTest::qWait(50);
-            return PageAnswer{.isAccepted = true};
+            return Prompt::Answer{.isAccepted = true};
         };
         load(m_window, "<script>alert(1)</script>");
         QTRY_VERIFY(!m_window);
@@ -110,18 +110,18 @@ private slots:
             QTRY_COMPARE(window->engine().LocationName().size(), 4);
             QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
         }
-        QCOMPARE(m_world.asker.questions.size(), 2);
-        QVERIFY(m_world.asker.questions.constFirst().contains(u"Standort"_s));
+        QCOMPARE(m_world.prompt.questions.size(), 2);
+        QVERIFY(m_world.prompt.questions.constFirst().contains(u"Standort"_s));
     }
 
     void leaving()
     {
         QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
-        m_world.asker.onAsk = [](QWidget* parent, const PageQuestion&) {
+        m_world.prompt.onAsk = [](QWidget* parent, const Prompt::Question&) {
             QDialog dialog(parent);
             QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
             dialog.exec();
-            return PageAnswer();
+            return Prompt::Answer();
         };
         EngineWindow* const other = m_world.open();
         for (EngineWindow* const window : {m_window.get(), other}) {
@@ -132,14 +132,14 @@ private slots:
         }
         QVERIFY(m_window->engine().AskToClose());
         QVERIFY(other->engine().AskToClose());
-        QTRY_COMPARE_WITH_TIMEOUT(m_world.asker.questions.size(), 2, 10000);
-        QVERIFY(m_world.asker.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(m_world.prompt.questions.size(), 2, 10000);
+        QVERIFY(m_world.prompt.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
         QTest::qWait(2500);
         QCOMPARE(m_world.closings, 0);
-        m_world.asker.onAsk = agree;
+        m_world.prompt.onAsk = agree;
         QVERIFY(other->engine().AskToClose());
         QTRY_COMPARE(m_world.closings, 1);
-        QCOMPARE(m_world.asker.questions.size(), 3);
+        QCOMPARE(m_world.prompt.questions.size(), 3);
     }
 
     void hungPage()
@@ -155,7 +155,7 @@ private slots:
     // Only a click leads to the desktop, and never to addresses of the program's own.
     void desktopLinks()
     {
-        m_world.asker.onAsk = agree;
+        m_world.prompt.onAsk = agree;
         for (const QString& address :
              {u"mailto:x@y"_s, u"tessera-error:address=x"_s, u"qrc:/x.html"_s}) {
             const QString scheme = address.section(u':', 0, 0);
@@ -170,13 +170,13 @@ private slots:
                 const bool isOpened = scheme == u"mailto"_s && way.startsWith(link);
                 const QString title = u"Bleibt %1"_s.arg(++m_titles);
                 m_opened.clear();
-                m_world.asker.questions.clear();
+                m_world.prompt.questions.clear();
                 m_window->visit(page("<title>" + title.toLatin1() + "</title>" + way));
                 QTRY_COMPARE(m_window->engine().LocationName(), title);
                 click(m_window);
                 QTest::qWait(300);
                 QTRY_COMPARE(m_opened, QList<QUrl>(isOpened ? 1 : 0, QUrl(address)));
-                QCOMPARE(m_world.asker.questions.size(), m_opened.size());
+                QCOMPARE(m_world.prompt.questions.size(), m_opened.size());
                 QCOMPARE(m_window->engine().LocationName(), title);
             }
             QDesktopServices::unsetUrlHandler(scheme);

@@ -178,10 +178,10 @@ private slots:
     void whichPagesWereSentAsForms()
     {
         const auto asks = [this] {
-            m_world.asker.questions.clear();
+            m_world.prompt.questions.clear();
             m_window->engine().Refresh();
             QTest::qWait(700);
-            return !m_world.asker.questions.isEmpty();
+            return !m_world.prompt.questions.isEmpty();
         };
         const auto shows = [this](const QString& title) {
             QTRY_COMPARE(m_window->engine().LocationName(), title);
@@ -202,8 +202,8 @@ private slots:
         m_window->engine().GoBack();
         QTest::qWait(700);
         QCOMPARE(m_world.server.requests(u"/done"_s), 1);
-        m_world.asker.onAsk = [](QWidget*, const PageQuestion& question) {
-            return PageAnswer{.isAccepted = question.isRisky};
+        m_world.prompt.onAsk = [](QWidget*, const Prompt::Question& question) {
+            return Prompt::Answer{.isAccepted = question.isRisky};
         };
         QVERIFY(asks());
         shows(u"Fertig"_s);

@@ -72,7 +72,7 @@ EngineWorld::EngineWorld()
       })
 {
     m_folder.setAutoRemove(false); // goes with the folder of the whole run
-    m_host.serve(shell, &frame, asker);
+    m_host.serve(shell, &frame);
     frame.resize(800, 600);
     frame.show();
 }
@@ -99,9 +99,9 @@ void EngineWorld::closeWindows()
 
 void EngineTest::init()
 {
-    m_world.asker.questions.clear();
-    m_world.asker.onAsk = {};
-    m_world.asker.onLogIn = {};
+    m_world.prompt.questions.clear();
+    m_world.prompt.onAsk = {};
+    m_world.prompt.onLogIn = {};
     m_world.closings = 0;
     m_window = m_world.open(m_start);
     m_world.frame.activateWindow();

@@ -4,7 +4,6 @@
 
 #include "browser/EngineControl.h"
 #include "engine/WebEngineHost.h"
-#include "pages/asking/PageAsker.h"
 #include "tests/gui/FakeShell.h"
 
 #include <QPointer>
@@ -16,28 +15,6 @@
 
 class EngineWorld;
 class QWebEngineView;
-
-/// Answers the questions of pages for the user: by `onAsk` and `onLogIn`, or
-/// by refusing. The texts are written down.
-class FakeAsker : public PageAsker {
-public:
-    PageAnswer ask(QWidget* parent, const PageQuestion& question) override
-    {
-        questions << question.text;
-        return onAsk ? onAsk(parent, question) : PageAnswer();
-    }
-    std::optional<LogIn> logIn(QWidget* /*parent*/, const LogInQuestion& question) override
-    {
-        const QString failure =
-            question.hasFailed ? QStringLiteral("|not ") + question.user : QString();
-        questions << question.site + u'|' + question.realm + failure;
-        return onLogIn ? onLogIn() : std::nullopt;
-    }
-
-    QStringList questions;
-    std::function<PageAnswer(QWidget*, const PageQuestion&)> onAsk;
-    std::function<std::optional<LogIn>()> onLogIn;
-};
 
 /// A bare window around one engine, which writes down what the engine tells.
 /// Visits read "title @ address", with "-" for a frame without a document, and
@@ -82,7 +59,7 @@ public:
 
     LoopbackServer server;
     FakeShell shell;
-    FakeAsker asker;
+    FakePrompt& prompt = shell.fakePrompt;
     /// How many windows were to close by the will of their pages; they stay.
     int closings = 0;
 

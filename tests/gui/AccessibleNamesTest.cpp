@@ -1,7 +1,7 @@
 #include "app/frmEinstell.h"
+#include "base/QuestionDialogs.h"
 #include "bookmarks/frmBook.h"
 #include "history/frmHistory.h"
-#include "pages/asking/LogInDialog.h"
 #include "pages/downloads/DownloadTable.h"
 #include "pages/downloads/frmDownloads.h"
 #include "pages/viewing/FindBar.h"

@@ -45,8 +45,8 @@ void FakePrompt::tell(QWidget* /*parent*/, const QString& text, const QString& t
     opened({title, iconName(icon), text});
 }
 
-template <typename Answer>
-Answer FakePrompt::take(QList<Answer>& answers, const QString& question)
+template <typename Given>
+Given FakePrompt::take(QList<Given>& answers, const QString& question)
 {
     if (!answers.isEmpty())
         return answers.takeFirst();
@@ -63,6 +63,20 @@ bool FakePrompt::askYesNo(QWidget* /*parent*/, const QString& text, const QStrin
 bool FakePrompt::askOkCancel(QWidget* parent, const QString& text, const QString& title, Icon icon)
 {
     return askYesNo(parent, text, title, icon);
+}
+
+Prompt::Answer FakePrompt::ask(QWidget* parent, const Question& question)
+{
+    questions << question.text;
+    return onAsk ? onAsk(parent, question) : Answer();
+}
+
+std::optional<Prompt::LogIn> FakePrompt::askLogIn(QWidget* /*parent*/,
+                                                  const LogInQuestion& question)
+{
+    const QString failure = question.hasFailed ? u"|not "_s + question.user : QString();
+    questions << question.site + u'|' + question.realm + failure;
+    return onLogIn ? onLogIn() : std::nullopt;
 }
 
 QString FakePrompt::saveFileName(QWidget* /*parent*/, const SaveRequest& request)

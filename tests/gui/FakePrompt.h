@@ -9,7 +9,8 @@
 
 /// Answers for the user. Every text is recorded; the running test fails when a
 /// question comes without an answer, and when, at the end, an answer was not
-/// asked for or a text was not taken.
+/// asked for or a text was not taken. What pages ask is refused, unless the test
+/// gives a function that answers.
 class FakePrompt : public Prompt {
 public:
     ~FakePrompt() override;
@@ -26,17 +27,25 @@ public:
     /// The icon is the name of its enumerator.
     QStringList takeTexts();
 
+    /// What pages have asked: the text, or "site|realm" of a log-in, which "|not " and the
+    /// user follow after a wrong answer.
+    QStringList questions;
+    std::function<Answer(QWidget*, const Question&)> onAsk;
+    std::function<std::optional<LogIn>()> onLogIn;
+
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
     bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override;
     bool askOkCancel(QWidget* parent, const QString& text, const QString& title,
                      Icon icon) override;
+    Answer ask(QWidget* parent, const Question& question) override;
+    std::optional<LogIn> askLogIn(QWidget* parent, const LogInQuestion& question) override;
     QString saveFileName(QWidget* parent, const SaveRequest& request) override;
     QString saveFileAs(QWidget* parent, const QString& title, const QString& path) override;
 
 private:
     void opened(const QStringList& parts);
-    template <typename Answer>
-    Answer take(QList<Answer>& answers, const QString& question);
+    template <typename Given>
+    Given take(QList<Given>& answers, const QString& question);
 
     QStringList m_texts;
     QList<bool> m_yesNo;

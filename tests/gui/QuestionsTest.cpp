@@ -1,9 +1,8 @@
 #include "GuiTest.h"
 
 #include "base/DialogPrompt.h"
-#include "pages/asking/LogInDialog.h"
+#include "base/QuestionDialogs.h"
 #include "pages/asking/NotificationWindow.h"
-#include "pages/asking/PageDialogs.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -17,21 +16,21 @@ using namespace Qt::StringLiterals;
 class QuestionsTest : public TestCase {
     Q_OBJECT
 private slots:
-    void noticesLeaveEachOtherRoom()
+    void notificationsLeaveEachOtherRoom()
     {
-        const auto notice = [](int lines, const QList<QRect>& others) {
-            auto* const window = new NoticeWindow(u"s"_s, u"t"_s, u"x\n"_s.repeated(lines));
+        const auto notification = [](int lines, const QList<QRect>& others) {
+            auto* const window = new NotificationWindow(u"s"_s, u"t"_s, u"x\n"_s.repeated(lines));
             window->appear(others);
-            return std::unique_ptr<NoticeWindow>(window);
+            return std::unique_ptr<NotificationWindow>(window);
         };
-        auto low = notice(1, {});
+        auto low = notification(1, {});
         const QRect lowest = low->geometry();
-        const auto high = notice(5, {lowest});
+        const auto high = notification(5, {lowest});
         QVERIFY(high->geometry().bottom() < lowest.top());
         low.reset();
-        const auto larger = notice(3, {high->geometry()}); // the gap is too small for it
+        const auto larger = notification(3, {high->geometry()}); // the gap is too small for it
         QVERIFY(!larger->geometry().intersects(high->geometry()));
-        const auto smaller = notice(1, {high->geometry(), larger->geometry()});
+        const auto smaller = notification(1, {high->geometry(), larger->geometry()});
         QCOMPARE(smaller->geometry(), lowest);
     }
 
@@ -47,7 +46,7 @@ private slots:
                 QVERIFY(text->fontMetrics().horizontalAdvance(word) <= text->width());
             QTest::keyClick(&dialog, Qt::Key_Return);
         });
-        QVERIFY(m_dialogs.ask(&m_window, {.text = lines + u"Wort"_s.repeated(99)}).isAccepted);
+        QVERIFY(m_prompt.ask(&m_window, {.text = lines + u"Wort"_s.repeated(99)}).isAccepted);
     }
 
     void input()
@@ -57,7 +56,7 @@ private slots:
             QTest::keyClicks(dialog.focusWidget(), u"neu"_s); // over what was there
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         });
-        const PageAnswer answer = m_dialogs.ask(
+        const Prompt::Answer answer = m_prompt.ask(
             &m_window, {.refuse = u"Abbrechen"_s, .checkBox = u"Ruhe"_s, .input = u"alt"_s});
         QVERIFY(answer.isAccepted && answer.isChecked);
         QCOMPARE(answer.input, u"neu"_s);
@@ -73,15 +72,15 @@ private slots:
     {
         auto* const window = new QWidget;
         whileOpen([window](QDialog&) { delete window; });
-        QVERIFY(!m_dialogs.ask(window, {.text = u"x"_s}).isAccepted);
+        QVERIFY(!m_prompt.ask(window, {.text = u"x"_s}).isAccepted);
     }
 
     // A question about unsaved changes is not to be answered by an Escape too many.
     void messages()
     {
-        QVERIFY(answer(&MessagePrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
-        QVERIFY(!answer(&MessagePrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
-        QVERIFY(!answer(&MessagePrompt::askOkCancel, {Qt::Key_Escape}));
+        QVERIFY(answer(&DialogPrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
+        QVERIFY(!answer(&DialogPrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
+        QVERIFY(!answer(&DialogPrompt::askOkCancel, {Qt::Key_Escape}));
     }
 
 private:
@@ -93,8 +92,7 @@ private:
                 if (box.isVisible()) // otherwise it has its answer already
                     QTest::keyClick(box.focusWidget(), key);
         });
-        MessagePrompt prompt;
-        return (prompt.*question)(nullptr, u"?"_s, u"Meldung"_s, Prompt::Icon::Question);
+        return (m_prompt.*question)(nullptr, u"?"_s, u"Meldung"_s, Prompt::Icon::Question);
     }
     void whileOpen(const std::function<void(QDialog&)>& act)
     {
@@ -106,7 +104,7 @@ private:
     }
 
     QWidget m_window;
-    PageDialogs m_dialogs;
+    DialogPrompt m_prompt;
 };
 
 GUI_TEST_MAIN(QuestionsTest)
