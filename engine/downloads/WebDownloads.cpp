@@ -4,8 +4,8 @@
 #include "base/RunCommand.h"
 #include "engine/downloads/DownloadFailures.h"
 #include "pages/asking/PromptSession.h"
-#include "pages/downloads/DownloadNames.h"
 #include "pages/downloads/FileMove.h"
+#include "pages/downloads/FileNames.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,8 +2,8 @@
 
 #include "base/Prompt.h"
 #include "base/Shell.h"
-#include "pages/downloads/DownloadNames.h"
 #include "pages/downloads/DownloadTable.h"
+#include "pages/downloads/FileNames.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,7 +4,7 @@
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "base/WindowParts.h"
-#include "pages/downloads/DownloadNames.h"
+#include "pages/downloads/FileNames.h"
 
 #include <QApplication>
 #include <QFileInfo>

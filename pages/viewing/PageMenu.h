@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pages/viewing/PageMenuRules.h"
+#include "pages/viewing/PageMenuItems.h"
 
 #include <QHash>
 

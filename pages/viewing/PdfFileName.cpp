@@ -1,6 +1,6 @@
 #include "pages/viewing/PdfFileName.h"
 
-#include "pages/downloads/DownloadNames.h"
+#include "pages/downloads/FileNames.h"
 
 #include <QRegularExpression>
 

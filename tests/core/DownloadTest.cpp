@@ -1,6 +1,6 @@
-#include "pages/downloads/DownloadNames.h"
 #include "pages/downloads/DownloadTable.h"
 #include "pages/downloads/FileMove.h"
+#include "pages/downloads/FileNames.h"
 #include "pages/viewing/StoredWebData.h"
 #include "tests/TestCase.h"
 

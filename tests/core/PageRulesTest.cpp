@@ -4,7 +4,7 @@
 #include "pages/asking/PermissionMemory.h"
 #include "pages/asking/SiteText.h"
 #include "pages/asking/UrlSchemes.h"
-#include "pages/downloads/DownloadNames.h"
+#include "pages/downloads/FileNames.h"
 #include "pages/viewing/PdfFileName.h"
 #include "tests/TestCase.h"
 

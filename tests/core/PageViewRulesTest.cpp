@@ -1,4 +1,4 @@
-#include "pages/viewing/PageMenuRules.h"
+#include "pages/viewing/PageMenuItems.h"
 #include "pages/viewing/PdfFileName.h"
 #include "pages/viewing/SpellLanguages.h"
 #include "pages/viewing/ZoomSteps.h"

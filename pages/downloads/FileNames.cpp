@@ -1,4 +1,4 @@
-#include "pages/downloads/DownloadNames.h"
+#include "pages/downloads/FileNames.h"
 
 #include <QFileInfo>
 #include <QMimeDatabase>

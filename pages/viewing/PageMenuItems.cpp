@@ -1,4 +1,4 @@
-#include "pages/viewing/PageMenuRules.h"
+#include "pages/viewing/PageMenuItems.h"
 
 namespace {
 
