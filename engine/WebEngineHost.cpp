@@ -1,8 +1,8 @@
 #include "engine/WebEngineHost.h"
 
-#include "engine/AssistiveTools.h"
 #include "engine/DarkPages.h"
 #include "engine/EngineFlags.h"
+#include "engine/EngineStart.h"
 #include "engine/PageServices.h"
 #include "engine/ProfileServices.h"
 #include "engine/asking/PermissionRequests.h"

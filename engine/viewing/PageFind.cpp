@@ -1,7 +1,7 @@
 #include "engine/viewing/PageFind.h"
 
 #include "pages/viewing/FindBar.h"
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 #include "pages/viewing/PageKeys.h"
 
 #include <QWebEngineFindTextResult>
@@ -39,7 +39,7 @@ void PageFind::close()
 FindBar* PageFind::bar()
 {
     QWebEngineView* const view = QWebEngineView::forPage(m_page);
-    if (!view || OverPage::isOver(m_bar, view))
+    if (!view || OverlayPlacer::isOver(m_bar, view))
         return m_bar;
     delete m_bar;
     m_bar = new FindBar(view);

@@ -1,7 +1,7 @@
 #include "engine/viewing/PageZoom.h"
 
 #include "engine/viewing/PdfWatch.h"
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 #include "pages/viewing/PageHint.h"
 #include "pages/viewing/PageKeys.h"
 
@@ -105,7 +105,7 @@ void PageZoom::zoom(int percent)
     QWebEngineView* const view = QWebEngineView::forPage(m_page);
     if (view == nullptr)
         return;
-    if (!OverPage::isOver(m_hint, view)) {
+    if (!OverlayPlacer::isOver(m_hint, view)) {
         delete m_hint;
         m_hint = new PageHint(view);
     }

@@ -1,6 +1,6 @@
 #include "engine/viewing/SpellCheck.h"
 
-#include "pages/viewing/SpellLanguages.h"
+#include "pages/viewing/SpellDictionaries.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "pages/viewing/CrashOverlay.h"
 
 #include "base/DialogKeys.h"
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 CrashOverlay::CrashOverlay(QWidget* view)
-    : QFrame(OverPage::parentFor(view)), m_view(view),
+    : QFrame(OverlayPlacer::parentFor(view)), m_view(view),
       m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
       m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
 {
@@ -38,7 +38,7 @@ CrashOverlay::CrashOverlay(QWidget* view)
     (new DialogKeys(this))->set(m_reload, [this] { m_reload->click(); }, {});
     hide();
     view->installEventFilter(this);
-    new OverPage(view, this, [this](const QRect& area) { setGeometry(area); });
+    new OverlayPlacer(view, this, [this](const QRect& area) { setGeometry(area); });
 }
 
 bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)

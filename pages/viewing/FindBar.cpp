@@ -2,7 +2,7 @@
 
 #include "base/DialogKeys.h"
 #include "base/GlyphIcon.h"
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -29,7 +29,7 @@ QColor warningColour(const QColor& field)
 } // namespace
 
 FindBar::FindBar(QWidget* page)
-    : QFrame(OverPage::parentFor(page)), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
+    : QFrame(OverlayPlacer::parentFor(page)), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
       m_case(new QCheckBox(u"&Groß-/Kleinschreibung"_s, this)),
       m_previous(addButton(u"cmdPrevious"_s, u"chevron-up"_s, u"Vorherige Stelle (Umschalt+F3)"_s)),
       m_next(addButton(u"cmdNext"_s, u"chevron-down"_s, u"Nächste Stelle (F3)"_s)),
@@ -89,7 +89,7 @@ void FindBar::layOut(QWidget* page)
     // Room for the longest result: the bar is not to jump while one types.
     m_hits->setMinimumWidth(fontMetrics().horizontalAdvance(u"9999 von 9999"_s));
     m_hits->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_over = new OverPage(page, this, [this](const QRect& area) { place(area); });
+    m_over = new OverlayPlacer(page, this, [this](const QRect& area) { place(area); });
 }
 
 void FindBar::place(const QRect& area)

@@ -6,7 +6,7 @@ class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QToolButton;
-class OverPage;
+class OverlayPlacer;
 
 /// The bar for searching in a page, over its upper right corner. It knows no
 /// page: it asks for each search, and is told what came of it.
@@ -53,5 +53,5 @@ private:
     QToolButton* m_previous;
     QToolButton* m_next;
     QToolButton* m_close;
-    OverPage* m_over = nullptr;
+    OverlayPlacer* m_over = nullptr;
 };

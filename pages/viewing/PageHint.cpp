@@ -1,6 +1,6 @@
 #include "pages/viewing/PageHint.h"
 
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,8 +9,8 @@ constexpr int distance = 12;
 } // namespace
 
 PageHint::PageHint(QWidget* page)
-    : QLabel(OverPage::parentFor(page)),
-      m_over(new OverPage(page, this, [this](const QRect& area) { place(area); }))
+    : QLabel(OverlayPlacer::parentFor(page)),
+      m_over(new OverlayPlacer(page, this, [this](const QRect& area) { place(area); }))
 {
     setObjectName(u"lblHint"_s);
     setTextFormat(Qt::PlainText);

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QTimer>
 
-class OverPage;
+class OverlayPlacer;
 
 /// A short text over the upper edge of a page that goes by itself. Clicks and
 /// keys pass it by.
@@ -19,6 +19,6 @@ public:
 private:
     void place(const QRect& area);
 
-    OverPage* m_over;
+    OverlayPlacer* m_over;
     QTimer m_end;
 };

@@ -1,6 +1,6 @@
 #include "pages/viewing/PageMenuItems.h"
 #include "pages/viewing/PdfFileName.h"
-#include "pages/viewing/SpellLanguages.h"
+#include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
 

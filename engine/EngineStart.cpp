@@ -1,4 +1,4 @@
-#include "engine/AssistiveTools.h"
+#include "engine/EngineStart.h"
 
 #include "engine/EngineFlags.h"
 

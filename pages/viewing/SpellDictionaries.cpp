@@ -1,4 +1,4 @@
-#include "pages/viewing/SpellLanguages.h"
+#include "pages/viewing/SpellDictionaries.h"
 
 #include <QLocale>
 

@@ -1,33 +1,34 @@
-#include "pages/viewing/OverPage.h"
+#include "pages/viewing/OverlayPlacer.h"
 
 #include <QEvent>
 #include <QWidget>
 
-QWidget* OverPage::parentFor(QWidget* page)
+QWidget* OverlayPlacer::parentFor(QWidget* page)
 {
     return page->isWindow() ? page : page->parentWidget();
 }
 
-bool OverPage::isOver(const QWidget* widget, const QWidget* page)
+bool OverlayPlacer::isOver(const QWidget* widget, const QWidget* page)
 {
-    const auto* const over = widget == nullptr ? nullptr : widget->findChild<OverPage*>();
+    const auto* const over = widget == nullptr ? nullptr : widget->findChild<OverlayPlacer*>();
     return over != nullptr && over->m_page == page;
 }
 
-OverPage::OverPage(QWidget* page, QWidget* widget, std::function<void(const QRect&)> place)
+OverlayPlacer::OverlayPlacer(QWidget* page, QWidget* widget,
+                             std::function<void(const QRect&)> place)
     : QObject(widget), m_page(page), m_widget(widget), m_place(std::move(place))
 {
     page->installEventFilter(this);
     connect(page, &QObject::destroyed, widget, [widget] { delete widget; });
-    OverPage::place();
+    OverlayPlacer::place();
 }
 
-void OverPage::place()
+void OverlayPlacer::place()
 {
     m_place(m_widget->parentWidget() == m_page ? m_page->rect() : m_page->geometry());
 }
 
-bool OverPage::eventFilter(QObject* watched, QEvent* event)
+bool OverlayPlacer::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
         place();

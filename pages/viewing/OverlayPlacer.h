@@ -10,7 +10,7 @@ class QWidget;
 /// Keeps a widget over a page: in its place when the page is moved or its size
 /// changes, and on top when the engine makes a new widget for its picture. The
 /// widget goes with the page.
-class OverPage : public QObject {
+class OverlayPlacer : public QObject {
     Q_OBJECT
 public:
     /// Where a widget over `page` belongs: beside it, since assistive tools find
@@ -22,7 +22,7 @@ public:
 
     /// `place` moves `widget`, which owns this and is a child of `parentFor(page)`; it
     /// is given the page's place in its parent, in pixels. It is called at once.
-    OverPage(QWidget* page, QWidget* widget, std::function<void(const QRect& area)> place);
+    OverlayPlacer(QWidget* page, QWidget* widget, std::function<void(const QRect& area)> place);
 
     void place();
     bool eventFilter(QObject* watched, QEvent* event) override;
