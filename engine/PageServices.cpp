@@ -99,22 +99,22 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
         {PageMenuItem::Downloads, [&profile] { profile.showDownloads(); }},
         {PageMenuItem::BrowserData, [&profile] { profile.showBrowserData(); }},
     };
-    commands.isIdle = [zoom](PageMenuItem item) {
+    commands.isDisabled = [zoom](PageMenuItem item) {
         return item == PageMenuItem::ZoomReset && !zoom->canReset();
     };
     auto* const menu = new PageContextMenu(shell, m_page, commands);
 
-    find->serve(window);
-    zoom->serve(window, view);
-    menu->serve(view);
+    find->addKeys(window);
+    zoom->attachTo(window, view);
+    menu->attachTo(view);
     m_input.watch(view);
     connect(printer, &PagePrinter::starting, fullScreen, &PageFullScreen::leave);
     connect(fullScreen, &PageFullScreen::entered, this,
             [this, find, zoom, menu](QWebEngineView* screen) {
                 find->close();
-                find->serve(screen);
-                zoom->serve(screen, screen);
-                menu->serve(screen);
+                find->addKeys(screen);
+                zoom->attachTo(screen, screen);
+                menu->attachTo(screen);
                 m_input.watch(screen);
             });
     connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);

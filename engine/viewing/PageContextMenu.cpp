@@ -70,18 +70,18 @@ PageMenuTarget::Media mediaOf(const Request& request)
     }
 }
 
-QList<Item> idleEdits(const Request& request)
+QList<Item> disabledEdits(const Request& request)
 {
     const QList<std::pair<Request::EditFlag, Item>> edits{
         {Request::CanUndo, Item::Undo},   {Request::CanRedo, Item::Redo},
         {Request::CanCut, Item::Cut},     {Request::CanCopy, Item::Copy},
         {Request::CanPaste, Item::Paste}, {Request::CanSelectAll, Item::SelectAll},
     };
-    QList<Item> idle;
+    QList<Item> disabled;
     for (const auto& [flag, item] : edits)
         if (!request.editFlags().testFlag(flag))
-            idle << item;
-    return idle;
+            disabled << item;
+    return disabled;
 }
 
 } // namespace
@@ -92,7 +92,7 @@ PageContextMenu::PageContextMenu(Shell& shell, WebEnginePage* page,
 {
 }
 
-void PageContextMenu::serve(QWebEngineView* view)
+void PageContextMenu::attachTo(QWebEngineView* view)
 {
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view, &QWidget::customContextMenuRequested, this,
@@ -129,11 +129,11 @@ PageMenuTarget PageContextMenu::targetOf(const Request& request) const
     target.hasSelection = !request.selectedText().isEmpty();
     target.isEditable = request.isContentEditable();
     target.suggestions = request.spellCheckerSuggestions();
-    target.idle = idleEdits(request);
+    target.disabled = disabledEdits(request);
     if (!m_page->history()->canGoBack())
-        target.idle << Item::Back;
+        target.disabled << Item::Back;
     if (!m_page->history()->canGoForward())
-        target.idle << Item::Forward;
+        target.disabled << Item::Forward;
     return target;
 }
 
@@ -142,7 +142,9 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     PageMenuCommands commands = m_services;
     for (const auto& [item, action] : engineActions().asKeyValueRange())
         commands.items[item] = [this, act = action] { m_page->triggerAction(act); };
-    // As the toolbar's buttons: what the page was silenced for is over.
+    // These three and "reload" are the user's wish, as with the toolbar's buttons: what a page
+    // was refused or silenced for no longer counts, and the user is asked before a form is sent
+    // again.
     commands.items[Item::Reload] = [this] { m_page->reload(); };
     for (const Item item : {Item::OpenLink, Item::Back, Item::Forward})
         commands.items[item] = [this, act = engineActions().value(item)] {

@@ -9,16 +9,16 @@ class QWebEngineView;
 class Shell;
 class WebEnginePage;
 
-/// The menu on the places of a page, in the place of the engine's own.
+/// The context menu of a page, in the place of the engine's own, which is not in German.
 class PageContextMenu : public QObject {
     Q_OBJECT
 public:
-    /// Belongs to `page`. `services` is what other services of the page offer;
-    /// what the engine itself can do is added.
+    /// Belongs to `page`. `services` are the commands of the page's other services; those that
+    /// the engine carries out are added here.
     PageContextMenu(Shell& shell, WebEnginePage* page, const PageMenuCommands& services);
 
-    /// Opens the menu in `view` from now on, while it shows the page.
-    void serve(QWebEngineView* view);
+    /// Makes `view`, while it shows the page, open this menu.
+    void attachTo(QWebEngineView* view);
 
 private:
     void open(QWebEngineView* view, const QPoint& place);

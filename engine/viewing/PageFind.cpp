@@ -10,14 +10,14 @@
 
 PageFind::PageFind(QWebEnginePage* page) : QObject(page), m_page(page)
 {
-    // The marks are gone with the old document, the bar is still there.
+    // The marks have gone with the old document, but the bar is still there.
     connect(page, &QWebEnginePage::loadFinished, this, [this] {
         if (m_bar)
-            m_bar->again();
+            m_bar->searchAnew();
     });
 }
 
-void PageFind::serve(QWidget* window)
+void PageFind::addKeys(QWidget* window)
 {
     addPageKeys(window, {Qt::CTRL | Qt::Key_F}, this, [this] { open(); });
     addPageKeys(window, {Qt::Key_F3}, this, [this] { step(false); });
@@ -62,9 +62,9 @@ void PageFind::find(const QString& text, bool backwards, bool caseSensitive)
     flags.setFlag(QWebEnginePage::FindBackward, backwards);
     flags.setFlag(QWebEnginePage::FindCaseSensitively, caseSensitive);
     const auto show = [self = QPointer(this),
-                       turn = ++m_turn](const QWebEngineFindTextResult& result) {
-        if (self && self->m_bar && turn == self->m_turn)
-            self->m_bar->hits(result.numberOfMatches(), result.activeMatch());
+                       search = ++m_lastSearch](const QWebEngineFindTextResult& result) {
+        if (self && self->m_bar && search == self->m_lastSearch)
+            self->m_bar->showResult(result.numberOfMatches(), result.activeMatch());
     };
     m_page->findText(text, flags, show);
 }

@@ -18,11 +18,12 @@ namespace {
 
 constexpr std::chrono::seconds hintTime(3);
 
-/// The window that covers the screen. It goes when its page has been taken back.
+/// The window that covers the screen. It does not close by itself: when it is to be closed, or
+/// cannot stay, it calls `end`.
 class ScreenView : public QWebEngineView {
 public:
-    ScreenView(QWidget* owner, std::function<void()> closed)
-        : QWebEngineView(owner), m_closed(std::move(closed))
+    ScreenView(QWidget* owner, std::function<void()> end)
+        : QWebEngineView(owner), m_end(std::move(end))
     {
         setObjectName(u"FullScreen"_s);
         setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -32,31 +33,31 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        // A question has opened, whoever asks: here it could not be seen, nor this window
-        // be left by a key.
+        // A question has opened, whoever asks: it could not be seen behind this window, and this
+        // window would get no key to be left by.
         if (event->type() == QEvent::WindowBlocked)
-            QTimer::singleShot(0, this, m_closed);
+            QTimer::singleShot(0, this, m_end);
         return QWebEngineView::event(event);
     }
     void closeEvent(QCloseEvent* event) override
     {
         event->ignore();
-        m_closed();
+        m_end();
     }
 
 private:
-    std::function<void()> m_closed;
+    std::function<void()> m_end;
 };
 
-/// A widget that is taken away passes its focus on as the Tab key does, and the page
-/// would go on to its next control.
+/// To be called before the page moves to another view. A widget that is taken away passes its
+/// focus on as the Tab key does, and the page would go on to its next control (seen with Qt 6.4).
 void dropFocus(const QWebEngineView& view)
 {
     if (QWidget* const picture = view.focusProxy())
         picture->clearFocus();
 }
 
-/// The window would lie over the question.
+/// Whether a question is open, over which the full-screen window would lie.
 bool isQuestionOpen()
 {
     return QApplication::activeModalWidget() != nullptr;
@@ -75,9 +76,9 @@ PageFullScreen::PageFullScreen(QWidget* window, QWebEngineView* view, QWebEngine
     connect(page, &QWebEnginePage::fullScreenRequested, this, &PageFullScreen::answer);
     connect(page, &QWebEnginePage::renderProcessTerminated, this, [this] {
         m_isWanted = false;
-        QTimer::singleShot(0, this, &PageFullScreen::follow);
+        QTimer::singleShot(0, this, &PageFullScreen::enterOrLeave);
     });
-    connect(window, &QObject::destroyed, this, &PageFullScreen::putBack);
+    connect(window, &QObject::destroyed, this, &PageFullScreen::giveBack);
 }
 
 PageFullScreen::~PageFullScreen()
@@ -90,25 +91,25 @@ void PageFullScreen::answer(QWebEngineFullScreenRequest request)
     if (m_isWanted != request.toggleOn()) {
         m_isWanted = request.toggleOn();
         m_site = siteName(request.origin());
-        QTimer::singleShot(0, this, &PageFullScreen::follow);
+        QTimer::singleShot(0, this, &PageFullScreen::enterOrLeave);
     }
     request.accept();
 }
 
-void PageFullScreen::follow()
+void PageFullScreen::enterOrLeave()
 {
     if (!m_isWanted)
-        putBack();
+        giveBack();
     else if (!m_screen && m_view && m_view->isVisible() && !isQuestionOpen())
         enter();
     else if (!m_screen)
-        endIt();
+        end();
 }
 
 void PageFullScreen::enter()
 {
-    m_screen = new ScreenView(m_view, [this] { endIt(); });
-    addPageKeys(m_screen, {Qt::Key_Escape, Qt::Key_F11}, this, [this] { endIt(); });
+    m_screen = new ScreenView(m_view, [this] { end(); });
+    addPageKeys(m_screen, {Qt::Key_Escape, Qt::Key_F11}, this, [this] { end(); });
     m_standIn = std::make_unique<QWebEnginePage>(m_page->profile());
     m_standIn->setBackgroundColor(Qt::black);
     dropFocus(*m_view);
@@ -121,22 +122,22 @@ void PageFullScreen::enter()
     emit entered(m_screen);
 }
 
-void PageFullScreen::endIt()
+void PageFullScreen::end()
 {
     m_isWanted = false;
     m_page->triggerAction(QWebEnginePage::ExitFullScreen);
-    // Whether the page answers or not.
-    QTimer::singleShot(0, this, &PageFullScreen::putBack);
+    // Does nothing if the page has answered by then.
+    QTimer::singleShot(0, this, &PageFullScreen::giveBack);
 }
 
 void PageFullScreen::leave()
 {
     if (m_screen)
         m_page->triggerAction(QWebEnginePage::ExitFullScreen);
-    putBack();
+    giveBack();
 }
 
-void PageFullScreen::putBack()
+void PageFullScreen::giveBack()
 {
     m_isWanted = false;
     if (!m_screen)
@@ -148,7 +149,8 @@ void PageFullScreen::putBack()
     screen->hide();
     if (m_view)
         m_view->setPage(m_page);
-    // Or its end would take the focus from what it has stood for.
+    // The proxy is the widget of the page, which has moved back: when the window is deleted, it
+    // would take the focus away from its proxy.
     screen->setFocusProxy(nullptr);
     screen->deleteLater();
     m_standIn.reset();

@@ -9,8 +9,8 @@ class QWebEngineFullScreenRequest;
 class QWebEnginePage;
 class QWebEngineView;
 
-/// Shows a page on the whole screen when it asks for that. A view of its own
-/// takes the page over meanwhile, so that its window stays as it is.
+/// Shows a page on the whole screen when it asks for that. A view in a window of its own takes
+/// the page over meanwhile, so that the page's browser window stays as it is.
 class PageFullScreen : public QObject {
     Q_OBJECT
 public:
@@ -19,28 +19,29 @@ public:
     ~PageFullScreen() override;
     Q_DISABLE_COPY_MOVE(PageFullScreen)
 
-    /// Ends the full screen at once, if there is one. Not from within an event of
-    /// the page.
+    /// Ends the full screen at once, if there is one. Not to be called from within a signal or
+    /// an event of the page.
     void leave();
 
 signals:
-    /// `screen` now shows the page, until it is destroyed.
+    /// `screen` shows the page from now on. It is destroyed when it no longer does.
     void entered(QWebEngineView* screen);
-    /// The page is about to go back to its window.
+    /// The page is about to go back to its browser window.
     void leaving();
 
 private:
     void answer(QWebEngineFullScreenRequest request);
-    void follow();
+    void enterOrLeave();
     void enter();
-    void endIt();
-    void putBack();
+    void end();
+    void giveBack();
 
     QWebEnginePage* m_page;
     QPointer<QWebEngineView> m_view;
     QPointer<QWebEngineView> m_screen;
-    /// What the view shows meanwhile.
+    /// What the view in the browser window shows meanwhile: a black page.
     std::unique_ptr<QWebEnginePage> m_standIn;
     QString m_site;
+    /// What the page has asked for last.
     bool m_isWanted = false;
 };

@@ -20,38 +20,39 @@ constexpr std::chrono::milliseconds hintTime(1500);
 PageZoom::PageZoom(QWebEnginePage* page, const PdfWatch& pdf)
     : QObject(page), m_page(page), m_pdf(pdf)
 {
-    // The engine keeps the size for a site, and begins a new one with its own.
+    // The engine keeps a size for each site (seen with Qt 6.4), so the window's own is set
+    // again whenever another site may be shown.
     connect(page, &QWebEnginePage::urlChanged, this, &PageZoom::apply);
     connect(page, &QWebEnginePage::loadFinished, this, &PageZoom::apply);
 }
 
-void PageZoom::serve(QWidget* window, QWebEngineView* view)
+void PageZoom::attachTo(QWidget* window, QWebEngineView* view)
 {
     addPageKeys(window, {Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal}, this,
                 [this] { zoomIn(); });
     addPageKeys(window, {Qt::CTRL | Qt::Key_Minus}, this, [this] { zoomOut(); });
     addPageKeys(window, {Qt::CTRL | Qt::Key_0}, this, [this] { reset(); });
-    // The wheel's events go to a widget that the engine makes inside the view.
+    // The wheel's events go to a widget that the engine puts into the view, and replaces.
     view->installEventFilter(this);
-    for (QObject* part : view->children())
-        watch(part);
+    for (QObject* child : view->children())
+        filterWheel(child);
 }
 
-void PageZoom::watch(QObject* part)
+void PageZoom::filterWheel(QObject* child)
 {
-    if (part->isWidgetType())
-        part->installEventFilter(this);
+    if (child->isWidgetType())
+        child->installEventFilter(this);
 }
 
 bool PageZoom::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::ChildAdded) {
-        watch(static_cast<QChildEvent*>(event)->child());
+        filterWheel(static_cast<QChildEvent*>(event)->child());
     } else if (event->type() == QEvent::Wheel) {
         const auto& wheel = *static_cast<const QWheelEvent*>(event);
         if (wheel.modifiers().testFlag(Qt::ControlModifier) && !m_pdf.isPdf()) {
             turnWheel(wheel);
-            return true; // the engine has steps of its own
+            return true; // the engine would zoom in steps of its own
         }
     }
     return QObject::eventFilter(watched, event);
@@ -69,12 +70,13 @@ void PageZoom::turnWheel(const QWheelEvent& event)
 void PageZoom::step(int turns)
 {
     if (m_pdf.isPdf())
-        turnViewer(turns);
+        zoomPdf(turns);
     else
         zoom(zoomedBy(m_percent, turns));
 }
 
-void PageZoom::turnViewer(int turns)
+/// Hands the wish to the engine's viewer as turns of the wheel, which it zooms by itself.
+void PageZoom::zoomPdf(int turns)
 {
     const QWebEngineView* const view = QWebEngineView::forPage(m_page);
     QWidget* const picture = view == nullptr ? nullptr : view->focusProxy();

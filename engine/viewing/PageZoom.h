@@ -11,21 +11,21 @@ class QWebEnginePage;
 class QWebEngineView;
 class QWheelEvent;
 
-/// How large a page is shown, by keys, wheel and menu. The size belongs to the
-/// window: it stays when the window goes on to another page.
+/// How large a page is shown, by keys, wheel and menu. The size belongs to the page's window:
+/// it stays when the window goes to another address.
 class PageZoom : public QObject {
     Q_OBJECT
 public:
     /// Belongs to `page`, as `pdf` does.
     PageZoom(QWebEnginePage* page, const PdfWatch& pdf);
 
-    /// Makes the keys work in `window`, and the wheel over `view`.
-    void serve(QWidget* window, QWebEngineView* view);
+    /// Makes the keys work in `window`, and Ctrl with the wheel over `view`.
+    void attachTo(QWidget* window, QWebEngineView* view);
 
     void zoomIn() { step(1); }
     void zoomOut() { step(-1); }
     void reset();
-    /// A document in the viewer has no size that one could go back to.
+    /// False for a PDF document: its viewer has no size of its own to go back to.
     bool canReset() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -34,8 +34,8 @@ private:
     void step(int turns);
     void zoom(int percent);
     void apply();
-    void watch(QObject* part);
-    void turnViewer(int turns);
+    void filterWheel(QObject* child);
+    void zoomPdf(int turns);
     void turnWheel(const QWheelEvent& event);
 
     QWebEnginePage* m_page;

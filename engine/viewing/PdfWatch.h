@@ -4,9 +4,9 @@
 
 class QWebEnginePage;
 
-/// Knows whether a page shows a PDF document. The engine shows it in a viewer
-/// of its own inside the page, which neither the page's size nor its print
-/// reaches.
+/// Knows whether a page shows a PDF document. The engine shows it in a viewer inside the page,
+/// and neither zooms nor prints what is in the viewer when the page is told to (seen with
+/// Qt 6.4).
 class PdfWatch : public QObject {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ public:
     bool isPdf() const { return m_isPdf; }
 
 private:
-    void look();
+    void askType();
 
     QWebEnginePage* m_page;
     bool m_isPdf = false;

@@ -18,7 +18,7 @@ namespace {
 constexpr int distance = 4;
 constexpr int longestText = 1000;
 
-/// `field` with a touch of red, legible on dark as on light.
+/// The colour `field` mixed with red, so that texts stay legible on dark as on light.
 QColor warningColour(const QColor& field)
 {
     constexpr QColor red(220, 40, 40);
@@ -28,8 +28,8 @@ QColor warningColour(const QColor& field)
 
 } // namespace
 
-FindBar::FindBar(QWidget* page)
-    : QFrame(OverlayPlacer::parentFor(page)), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
+FindBar::FindBar(QWidget* view)
+    : QFrame(OverlayPlacer::parentFor(view)), m_text(new QLineEdit(this)), m_hits(new QLabel(this)),
       m_case(new QCheckBox(u"&Groß-/Kleinschreibung"_s, this)),
       m_previous(addButton(u"cmdPrevious"_s, u"chevron-up"_s, u"Vorherige Stelle (Umschalt+F3)"_s)),
       m_next(addButton(u"cmdNext"_s, u"chevron-down"_s, u"Nächste Stelle (F3)"_s)),
@@ -49,10 +49,10 @@ FindBar::FindBar(QWidget* page)
     m_case->setObjectName(u"chkCase"_s);
     m_case->setToolTip(u"Groß- und Kleinbuchstaben unterscheiden"_s);
     hide();
-    layOut(page);
+    layOut(view);
 
     connect(m_text, &QLineEdit::textChanged, this, &FindBar::textChanged);
-    connect(m_case, &QCheckBox::toggled, this, &FindBar::again);
+    connect(m_case, &QCheckBox::toggled, this, &FindBar::searchAnew);
     connect(m_previous, &QToolButton::clicked, this, [this] { step(true); });
     connect(m_next, &QToolButton::clicked, this, [this] { step(false); });
     connect(m_close, &QToolButton::clicked, this, &FindBar::close);
@@ -70,7 +70,7 @@ QToolButton* FindBar::addButton(const QString& name, const QString& icon, const 
     return button;
 }
 
-void FindBar::layOut(QWidget* page)
+void FindBar::layOut(QWidget* view)
 {
     // Two rows, so that the bar fits into a small window.
     auto* grid = new QGridLayout(this);
@@ -86,10 +86,10 @@ void FindBar::layOut(QWidget* page)
     setTabOrder(m_previous, m_next);
     setTabOrder(m_next, m_case);
     setTabOrder(m_case, m_close);
-    // Room for the longest result: the bar is not to jump while one types.
+    // Room for the longest result, so that the bar does not move while the user types.
     m_hits->setMinimumWidth(fontMetrics().horizontalAdvance(u"9999 von 9999"_s));
     m_hits->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_over = new OverlayPlacer(page, this, [this](const QRect& area) { place(area); });
+    m_placer = new OverlayPlacer(view, this, [this](const QRect& area) { place(area); });
 }
 
 void FindBar::place(const QRect& area)
@@ -113,13 +113,13 @@ bool FindBar::isCaseSensitive() const
 void FindBar::open()
 {
     const bool wasHidden = isHidden();
-    m_over->place();
+    m_placer->place();
     show();
     raise();
     m_text->setFocus(Qt::ShortcutFocusReason);
     m_text->selectAll();
     if (wasHidden)
-        again();
+        searchAnew();
 }
 
 void FindBar::close()
@@ -139,20 +139,21 @@ void FindBar::step(bool backwards)
 
 void FindBar::textChanged()
 {
-    hits(-1, 0);
-    emit find(text(), false, isCaseSensitive()); // goes on at the place shown, if it still fits
+    showResult(-1, 0);
+    // The engine stays at the place that it shows, if that still fits the text.
+    emit find(text(), false, isCaseSensitive());
 }
 
-void FindBar::again()
+void FindBar::searchAnew()
 {
     if (isHidden())
         return;
-    hits(-1, 0);
+    showResult(-1, 0);
     emit find({}, false, false);
     step(false);
 }
 
-void FindBar::hits(int count, int active)
+void FindBar::showResult(int count, int active)
 {
     const bool isAsked = !text().isEmpty() && count >= 0;
     QString result;

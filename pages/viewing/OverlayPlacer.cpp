@@ -3,29 +3,29 @@
 #include <QEvent>
 #include <QWidget>
 
-QWidget* OverlayPlacer::parentFor(QWidget* page)
+QWidget* OverlayPlacer::parentFor(QWidget* view)
 {
-    return page->isWindow() ? page : page->parentWidget();
+    return view->isWindow() ? view : view->parentWidget();
 }
 
-bool OverlayPlacer::isOver(const QWidget* widget, const QWidget* page)
+bool OverlayPlacer::isOver(const QWidget* widget, const QWidget* view)
 {
     const auto* const over = widget == nullptr ? nullptr : widget->findChild<OverlayPlacer*>();
-    return over != nullptr && over->m_page == page;
+    return over != nullptr && over->m_view == view;
 }
 
-OverlayPlacer::OverlayPlacer(QWidget* page, QWidget* widget,
+OverlayPlacer::OverlayPlacer(QWidget* view, QWidget* widget,
                              std::function<void(const QRect&)> place)
-    : QObject(widget), m_page(page), m_widget(widget), m_place(std::move(place))
+    : QObject(widget), m_view(view), m_widget(widget), m_place(std::move(place))
 {
-    page->installEventFilter(this);
-    connect(page, &QObject::destroyed, widget, [widget] { delete widget; });
+    view->installEventFilter(this);
+    connect(view, &QObject::destroyed, widget, [widget] { delete widget; });
     OverlayPlacer::place();
 }
 
 void OverlayPlacer::place()
 {
-    m_place(m_widget->parentWidget() == m_page ? m_page->rect() : m_page->geometry());
+    m_place(m_widget->parentWidget() == m_view ? m_view->rect() : m_view->geometry());
 }
 
 bool OverlayPlacer::eventFilter(QObject* watched, QEvent* event)

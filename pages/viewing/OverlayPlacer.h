@@ -7,28 +7,29 @@
 
 class QWidget;
 
-/// Keeps a widget over a page: in its place when the page is moved or its size
-/// changes, and on top when the engine makes a new widget for its picture. The
-/// widget goes with the page.
+/// Keeps a widget over the view of a page: in its place when the view is moved or sized, and on
+/// top when the engine puts a new widget for its picture into the view. The widget goes with
+/// the view.
 class OverlayPlacer : public QObject {
     Q_OBJECT
 public:
-    /// Where a widget over `page` belongs: beside it, since assistive tools find
-    /// nothing of ours inside a page; inside only where it has a window of its own.
-    static QWidget* parentFor(QWidget* page);
+    /// The parent of a widget over `view`: the view's own, since assistive tools find nothing
+    /// but the page inside a view (seen with Qt 6.4). A view that is a window is the parent.
+    static QWidget* parentFor(QWidget* view);
 
-    /// Whether `widget`, or null, is kept over `page`.
-    static bool isOver(const QWidget* widget, const QWidget* page);
+    /// Whether `widget` is kept over `view`. `widget` may be null.
+    static bool isOver(const QWidget* widget, const QWidget* view);
 
-    /// `place` moves `widget`, which owns this and is a child of `parentFor(page)`; it
-    /// is given the page's place in its parent, in pixels. It is called at once.
-    OverlayPlacer(QWidget* page, QWidget* widget, std::function<void(const QRect& area)> place);
+    /// Belongs to `widget`, which is a child of `parentFor(view)`. `place` moves the widget; it
+    /// is given the area of the view, in the coordinates of the widget's parent. It is called at
+    /// once.
+    OverlayPlacer(QWidget* view, QWidget* widget, std::function<void(const QRect& area)> place);
 
     void place();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QWidget* m_page; // the widget, and this, go with it
+    QWidget* m_view;
     QWidget* m_widget;
     std::function<void(const QRect&)> m_place;
 };

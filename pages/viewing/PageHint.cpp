@@ -8,9 +8,9 @@ namespace {
 constexpr int distance = 12;
 } // namespace
 
-PageHint::PageHint(QWidget* page)
-    : QLabel(OverlayPlacer::parentFor(page)),
-      m_over(new OverlayPlacer(page, this, [this](const QRect& area) { place(area); }))
+PageHint::PageHint(QWidget* view)
+    : QLabel(OverlayPlacer::parentFor(view)),
+      m_placer(new OverlayPlacer(view, this, [this](const QRect& area) { place(area); }))
 {
     setObjectName(u"lblHint"_s);
     setTextFormat(Qt::PlainText);
@@ -23,18 +23,18 @@ PageHint::PageHint(QWidget* page)
     setAutoFillBackground(true);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
-    m_end.setSingleShot(true);
-    connect(&m_end, &QTimer::timeout, this, &QWidget::hide);
+    m_hideTimer.setSingleShot(true);
+    connect(&m_hideTimer, &QTimer::timeout, this, &QWidget::hide);
 }
 
 void PageHint::showFor(std::chrono::milliseconds time, const QString& text)
 {
     setText(text);
     setAccessibleName(text);
-    m_over->place();
+    m_placer->place();
     show();
     raise();
-    m_end.start(time);
+    m_hideTimer.start(time);
 }
 
 void PageHint::place(const QRect& area)

@@ -5,20 +5,20 @@
 
 class OverlayPlacer;
 
-/// A short text over the upper edge of a page that goes by itself. Clicks and
-/// keys pass it by.
+/// A short text over the upper edge of a page that goes by itself after a while. Clicks and
+/// keys go to the page.
 class PageHint : public QLabel {
     Q_OBJECT
 public:
-    /// Over `page`, with which it goes.
-    explicit PageHint(QWidget* page);
+    /// Over `view`, with which it goes. It is hidden at first.
+    explicit PageHint(QWidget* view);
 
-    /// Shows `text`, plain, in the place of the previous one.
+    /// Shows the plain text `text` in the place of the previous one.
     void showFor(std::chrono::milliseconds time, const QString& text);
 
 private:
     void place(const QRect& area);
 
-    OverlayPlacer* m_over;
-    QTimer m_end;
+    OverlayPlacer* m_placer;
+    QTimer m_hideTimer;
 };

@@ -2,15 +2,15 @@
 
 #include <QShortcut>
 
-/// Makes the keys do `step` while the focus is in `widget` or below it. They go
+/// Makes each of `keys` call `action` while the focus is in `widget` or below it. The keys go
 /// with the widget or with `receiver`, whichever goes first.
-template <typename Step>
+template <typename Action>
 void addPageKeys(QWidget* widget, const QList<QKeySequence>& keys, const QObject* receiver,
-                 Step step)
+                 Action action)
 {
     auto* const shortcut = new QShortcut(widget);
     shortcut->setKeys(keys);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, receiver, step);
+    QObject::connect(shortcut, &QShortcut::activated, receiver, action);
     QObject::connect(receiver, &QObject::destroyed, shortcut, &QObject::deleteLater);
 }

@@ -13,7 +13,7 @@ using enum PageMenuItem;
 struct Caption {
     QString name;
     QString text;
-    /// Shown beside the text; the key itself works elsewhere.
+    /// Shown beside the text only: the key itself is somebody else's, and works without a menu.
     QKeySequence key = {};
 };
 
@@ -74,7 +74,7 @@ void addSuggestions(QMenu& menu, const QStringList& words,
 
 void markState(QAction& entry, PageMenuItem item, const PageMenuTarget& target)
 {
-    entry.setEnabled(!target.idle.contains(item));
+    entry.setEnabled(!target.disabled.contains(item));
     if (item == Mute || item == Loop || item == Controls) {
         entry.setCheckable(true);
         entry.setChecked(item == Mute   ? target.isMuted
@@ -105,7 +105,7 @@ QMenu* makePageMenu(QWidget* parent, const PageMenuTarget& target, const PageMen
         entry->setShortcutContext(Qt::WidgetShortcut);
         entry->setShortcutVisibleInContextMenu(true);
         markState(*entry, item, target);
-        if (commands.isIdle && commands.isIdle(item))
+        if (commands.isDisabled && commands.isDisabled(item))
             entry->setEnabled(false);
         QObject::connect(entry, &QAction::triggered, menu, commands.items.value(item));
     }

@@ -9,16 +9,16 @@
 class QMenu;
 class QWidget;
 
-/// What the items of a page's menu do. An item that is not here is not shown.
+/// What the items of a page's menu do. An item without a command is not shown.
 struct PageMenuCommands {
     QHash<PageMenuItem, std::function<void()>> items;
     /// Puts a suggestion in the place of the misspelled word.
     std::function<void(const QString& word)> correct;
-    /// Whether a command has nothing to do at the moment; none by default.
-    std::function<bool(PageMenuItem)> isIdle;
+    /// Whether an item is shown disabled; may be empty.
+    std::function<bool(PageMenuItem)> isDisabled;
 };
 
-/// The menu for a place of a page, each item named "mn_" and its enumerator.
+/// The menu for a place of a page; the object name of an item is "mn_" and its enumerator.
 /// It belongs to `parent`. Never null; empty when nothing is offered.
 QMenu* makePageMenu(QWidget* parent, const PageMenuTarget& target,
                     const PageMenuCommands& commands);

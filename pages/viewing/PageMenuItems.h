@@ -3,7 +3,7 @@
 #include <QList>
 #include <QStringList>
 
-/// What the menu of a page can offer.
+/// What the context menu of a page can offer.
 enum class PageMenuItem {
     Separator,
     OpenLink,
@@ -44,14 +44,14 @@ struct PageMenuTarget {
     enum class Media { None, Image, Player };
 
     bool isLink = false;
-    /// The page itself could open the link, if it were clicked on.
+    /// A click on the link would open it.
     bool isLinkOpenable = false;
-    /// The link leads to an address that another window can open for the page.
+    /// Another window may open the address of the link for the page.
     bool isLinkForWindow = false;
     Media media = Media::None;
-    /// The image or the player comes from where the page may take it.
+    /// The page could open the image or the medium itself.
     bool isMediaSavable = false;
-    /// The image comes from an address that another window can open for the page.
+    /// Another window may open the address of the image for the page.
     bool isImageForWindow = false;
     bool isMuted = false;
     bool isLooping = false;
@@ -60,17 +60,16 @@ struct PageMenuTarget {
     bool isEditable = false;
     /// Corrections of the misspelled word there.
     QStringList suggestions = {};
-
-    /// Items that are shown, but have nothing to do at the moment.
-    QList<PageMenuItem> idle = {};
+    /// Items that are shown disabled.
+    QList<PageMenuItem> disabled = {};
 };
 
-/// The items of the menu in their order, in groups parted by separators. The
-/// page's own items are left out where the menu is about something on it.
+/// The items of the menu in their order, in groups that separators part. On a link, an image,
+/// a player, an input field or selected text there are no items for the whole page.
 QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target);
 
-/// The items without those that `isOffered` refuses, and without separators
-/// that part nothing.
+/// The items without those that `isOffered` refuses, and without separators that would stand
+/// first, last or twice.
 template <typename Predicate>
 QList<PageMenuItem> offeredItems(const QList<PageMenuItem>& items, Predicate isOffered)
 {

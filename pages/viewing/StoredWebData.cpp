@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString markIn(const QString& folder)
+QString markFile(const QString& folder)
 {
     return QDir(folder).filePath(u"clear-web-data"_s);
 }
@@ -16,12 +16,12 @@ QString markIn(const QString& folder)
 
 bool markStoredWebData(const QString& folder)
 {
-    return QDir().mkpath(folder) && QFile(markIn(folder)).open(QIODevice::WriteOnly);
+    return QDir().mkpath(folder) && QFile(markFile(folder)).open(QIODevice::WriteOnly);
 }
 
 void removeMarkedWebData(const QString& folder)
 {
-    if (!QFile::exists(markIn(folder)))
+    if (!QFile::exists(markFile(folder)))
         return;
     bool isGone = true;
     for (const auto& name : {u"Local Storage"_s, u"Session Storage"_s, u"IndexedDB"_s,
@@ -30,6 +30,6 @@ void removeMarkedWebData(const QString& folder)
         QDir data(QDir(folder).filePath(name));
         isGone = (!data.exists() || data.removeRecursively()) && isGone;
     }
-    if (isGone) // else it is tried again at the next start
-        QFile::remove(markIn(folder));
+    if (isGone) // otherwise the next start tries again
+        QFile::remove(markFile(folder));
 }

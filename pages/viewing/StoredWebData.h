@@ -2,12 +2,12 @@
 
 #include <QString>
 
-/// What pages keep on this machine besides cookies: local storage, databases,
-/// service workers. The engine holds these files open and cannot empty them
-/// while it runs, so they are marked and go at the next start.
+/// What pages keep on this machine besides cookies: local storage, databases, service workers.
+/// The engine holds these files open and cannot empty them while it runs, so they are marked
+/// and removed at the next start.
 
-/// Marks what is stored in the profile folder `folder`. False if that failed.
+/// Marks what is stored in the profile's folder `folder`. False if that failed.
 bool markStoredWebData(const QString& folder);
 
-/// Removes what was marked. To be called before an engine uses the folder.
+/// Removes from `folder` what was marked. To be called before an engine uses the folder.
 void removeMarkedWebData(const QString& folder);

@@ -1,14 +1,24 @@
 #pragma once
 
-/// The steps in which a page is made larger and smaller, in percent of its
-/// own size: from 25 to 500, as users know them from elsewhere.
+#include <algorithm>
+#include <array>
 
 constexpr int normalZoom = 100;
 
-/// The next step above or below `percent`, which need not be a step itself;
-/// at the end of the steps the last one.
-int zoomedIn(int percent);
-int zoomedOut(int percent);
-
-/// The step that `turns` steps of the wheel lead to: up (positive) is larger.
-int zoomedBy(int percent, int turns);
+/// The size of a page, in percent of its own, that `turns` steps of the wheel lead to from
+/// `percent`: up (positive) is larger. `percent` need not be a step itself; at either end of
+/// the steps the size stays.
+constexpr int zoomedBy(int percent, int turns)
+{
+    constexpr std::array steps = {25,  33,  50,  67,  75,  80,  90,  100, 110,
+                                  125, 150, 175, 200, 250, 300, 400, 500};
+    for (; turns > 0; --turns) {
+        const auto* const above = std::upper_bound(steps.begin(), steps.end(), percent);
+        percent = above == steps.end() ? steps.back() : *above;
+    }
+    for (; turns < 0; ++turns) {
+        const auto* const notBelow = std::lower_bound(steps.begin(), steps.end(), percent);
+        percent = notBelow == steps.begin() ? steps.front() : *(notBelow - 1);
+    }
+    return percent;
+}

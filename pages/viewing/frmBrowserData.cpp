@@ -67,7 +67,7 @@ void frmBrowserData::setKeys()
 {
     auto* const keys = new DialogKeys(this);
     const auto escape = [this] { reject(); };
-    const auto enter = [this] { m_delete->click(); }; // which is nothing while it is disabled
+    const auto enter = [this] { m_delete->click(); }; // does nothing while it is disabled
     const QList<QCheckBox*> all = checks();
     for (QCheckBox* check : all)
         keys->set(check, enter, escape);

@@ -6,19 +6,19 @@ class QCheckBox;
 class QPushButton;
 class QVBoxLayout;
 
-/// What is to be forgotten of the pages visited.
+/// What is to be deleted of the data that pages have left.
 struct BrowserData {
     bool cookies = false;
     bool cache = false;
     bool visitedLinks = false;
-    /// Answers to what pages have asked for.
+    /// The user's answers to what pages have asked for.
     bool permissions = false;
-    /// Local storage, databases and the like, which go at the next start.
+    /// Local storage, databases and the like, which are removed at the next start.
     bool storage = false;
 };
 
-/// The dialog that asks which browsing data are to be deleted. Shown with
-/// exec(); accepted, `chosen` is to be deleted by the caller.
+/// The dialog that asks which browsing data are to be deleted. It deletes nothing itself: if
+/// exec() says that it was accepted, the caller deletes what is `chosen`.
 class frmBrowserData : public QDialog {
     Q_OBJECT
 public:

@@ -136,7 +136,7 @@ private slots:
         for (const PageMenuItem item : pageMenuItems({}))
             commands.items.insert(item, [&done] { done << u"item"_s; });
         commands.correct = [&done](const QString& word) { done << word; };
-        const PageMenuTarget target{.suggestions = {u"A&B"_s}, .idle = {PageMenuItem::Back}};
+        const PageMenuTarget target{.suggestions = {u"A&B"_s}, .disabled = {PageMenuItem::Back}};
         QMenu* const menu = makePageMenu(&page, target, commands);
         QVERIFY(!menu->findChild<QAction*>(u"mn_Back"_s)->isEnabled());
         menu->actions().constFirst()->trigger();
