@@ -20,7 +20,7 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
       m_downloads(shell, owner, profile, session, m_table)
 {
     new Notifications(profile, this);
-    connect(&m_downloads, &WebDownloads::begun, this, [this] { downloadsWindow().showQuietly(); });
+    connect(&m_downloads, &WebDownloads::accepted, this, [this] { downloadsWindow().showQuietly(); });
 }
 
 ProfileServices::~ProfileServices()
@@ -71,7 +71,7 @@ void ProfileServices::forget(const BrowserData& data)
 
 bool ProfileServices::mayEnd()
 {
-    const int running = m_table.running();
+    const int running = m_table.openCount();
     if (running > 0) {
         const QString text =
             running == 1

@@ -1,10 +1,13 @@
 #include "engine/downloads/DownloadFailures.h"
 
+#include "pages/downloads/FileMove.h"
+
 using namespace Qt::StringLiterals;
 
 QString failureText(QWebEngineDownloadRequest::DownloadInterruptReason reason)
 {
-    // The engine's public list has gaps.
+    // The engine also gives this reason, which its list lacks (seen with Qt 6.4): the file is
+    // not as long as the server has announced.
     constexpr int contentLengthMismatch = 38;
     if (reason == contentLengthMismatch)
         return failureText(QWebEngineDownloadRequest::NetworkFailed);
@@ -59,4 +62,17 @@ QString failureText(QWebEngineDownloadRequest::DownloadInterruptReason reason)
         return u"Abgebrochen."_s;
     }
     return u"Unbekannter Fehler."_s;
+}
+
+QString failureText(FileMove result)
+{
+    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
+    switch (result) {
+    case FileMove::NoSpace:
+        return failureText(Reason::FileNoSpace);
+    case FileMove::Denied:
+        return failureText(Reason::FileAccessDenied);
+    default:
+        return failureText(Reason::FileFailed);
+    }
 }

@@ -25,25 +25,12 @@ namespace {
 /// Downloads that may wait for their place at a time: each takes room on the disk.
 constexpr int mostWaiting = 20;
 /// How many bytes of one may come before the user has agreed to it.
-constexpr qint64 mostAhead = 50'000'000;
+constexpr qint64 mostBytesUnasked = 50'000'000;
 
-/// Who offers what `page` is about to load, if it has a document to do so with.
+/// The page whose document offers what `page` is about to load; null if it has none.
 WebEnginePage* sourceOf(WebEnginePage* page)
 {
     return page != nullptr && page->history()->count() > 0 ? page : nullptr;
-}
-
-QString failureText(FileMove move)
-{
-    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
-    switch (move) {
-    case FileMove::NoSpace:
-        return failureText(Reason::FileNoSpace);
-    case FileMove::Denied:
-        return failureText(Reason::FileAccessDenied);
-    default:
-        return failureText(Reason::FileFailed);
-    }
 }
 
 } // namespace
@@ -65,27 +52,27 @@ WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& prof
 
 WebDownloads::~WebDownloads()
 {
-    const QList<quint32> ids = m_running.keys();
+    const QList<quint32> ids = m_transfers.keys();
     for (const quint32 id : ids)
-        drop(id);
+        discard(id);
 }
 
 void WebDownloads::requested(QWebEngineDownloadRequest* download)
 {
-    if (isResumed(*download)) // the engine tries again by itself when a connection breaks
+    if (takeOverRetry(*download))
         return;
     if (download->state() == QWebEngineDownloadRequest::DownloadInProgress) {
-        // A page that is saved where somebody has been asked already.
+        // A page is being saved, and the user has been asked where to.
         const QString path =
             QDir(download->downloadDirectory()).filePath(download->downloadFileName());
-        begin(*download, {.path = path, .target = path}, DownloadState::Running);
-        emit begun();
+        begin(*download, {.waitingPath = path, .target = path}, DownloadState::Running);
+        emit accepted();
         return;
     }
     const QPointer<WebEnginePage> page = qobject_cast<WebEnginePage*>(download->page());
     WebEnginePage* const source = sourceOf(page);
-    if (m_refusals.next(source) == DownloadRefusals::Next::Refuse || waiting() >= mostWaiting) {
-        m_shell.statusText(u"Ein weiterer Download dieser Seite wurde abgelehnt."_s);
+    if (m_place.refusesAll(source) || waitingCount() >= mostWaiting) {
+        m_place.reportRefusal();
         download->cancel();
     } else {
         receive(*download, source);
@@ -94,46 +81,20 @@ void WebDownloads::requested(QWebEngineDownloadRequest* download)
         emit page->downloadDecided();
 }
 
-void WebDownloads::receive(QWebEngineDownloadRequest& download, WebEnginePage* source)
+/// When a connection breaks the engine tries again by itself, with a new request for the same
+/// download (seen with Qt 6.4). True if `download` is such a request.
+bool WebDownloads::takeOverRetry(QWebEngineDownloadRequest& download)
 {
-    const QString name = safeFileName(download.suggestedFileName());
-    // The engine has not begun to write the files of all that wait.
-    const auto isTaken = [this](const QString& path) {
-        return std::any_of(m_running.begin(), m_running.end(),
-                           [&](const Running& running) { return running.path == path; });
-    };
-    const QFileInfo place(m_place.waitingPlace(name, isTaken));
-    download.setDownloadDirectory(place.absolutePath());
-    download.setDownloadFileName(place.fileName());
-    download.accept();
-    begin(download, {.name = name, .path = place.filePath(), .source = source},
-          DownloadState::Asking);
-    m_session.askInTurn(this, [this, id = download.id()] { decide(id); });
-}
-
-void WebDownloads::begin(QWebEngineDownloadRequest& download, Running running, DownloadState state)
-{
-    const quint32 id = download.id();
-    const QString shown = running.target.isEmpty() ? running.name : running.target;
-    running.row = m_table.add({.path = shown, .state = state, .total = download.totalBytes()},
-                              [this, id] { cancel(id); });
-    running.request = &download;
-    m_running.insert(id, running);
-    follow(download);
-}
-
-bool WebDownloads::isResumed(QWebEngineDownloadRequest& download)
-{
-    const auto running = m_running.find(download.id());
-    if (running == m_running.end())
+    const auto transfer = m_transfers.find(download.id());
+    if (transfer == m_transfers.end())
         return false;
-    if (running->request && running->request != &download) {
-        running->request->disconnect(this);
-        // Deleted now, it would cancel the download that both stand for.
-        running->request->setParent(&download);
+    if (transfer->request && transfer->request != &download) {
+        transfer->request->disconnect(this);
+        // If the old request were deleted now, it would cancel the download that both stand for.
+        transfer->request->setParent(&download);
     }
-    running->request = &download;
-    const QFileInfo file(running->path);
+    transfer->request = &download;
+    const QFileInfo file(transfer->waitingPath);
     download.setDownloadDirectory(file.absolutePath());
     download.setDownloadFileName(file.fileName());
     download.accept();
@@ -141,167 +102,153 @@ bool WebDownloads::isResumed(QWebEngineDownloadRequest& download)
     return true;
 }
 
-void WebDownloads::follow(QWebEngineDownloadRequest& download)
+void WebDownloads::receive(QWebEngineDownloadRequest& download, WebEnginePage* source)
 {
-    const auto progress = [this, &download] { report(download); };
-    connect(&download, &QWebEngineDownloadRequest::receivedBytesChanged, this, progress);
-    connect(&download, &QWebEngineDownloadRequest::totalBytesChanged, this, progress);
-    connect(&download, &QWebEngineDownloadRequest::stateChanged, this,
-            [this, &download] { ended(download); });
-    connect(&download, &QWebEngineDownloadRequest::isFinishedChanged, this,
-            [this, &download] { ended(download); });
-    ended(download); // a small file may be complete already
+    const QString name = safeFileName(download.suggestedFileName());
+    // The engine may not have made the files of the other downloads yet.
+    const auto isTaken = [this](const QString& path) {
+        return std::any_of(m_transfers.begin(), m_transfers.end(),
+                           [&](const Transfer& transfer) { return transfer.waitingPath == path; });
+    };
+    const QFileInfo file(m_place.waitingPlace(name, isTaken));
+    download.setDownloadDirectory(file.absolutePath());
+    download.setDownloadFileName(file.fileName());
+    download.accept();
+    begin(download, {.name = name, .waitingPath = file.filePath(), .source = source},
+          DownloadState::Asking);
+    m_session.askInTurn(this, [this, id = download.id()] { askPlace(id); });
 }
 
-void WebDownloads::report(QWebEngineDownloadRequest& download)
+void WebDownloads::begin(QWebEngineDownloadRequest& download, Transfer transfer,
+                         DownloadState state)
 {
-    const Running running = m_running.value(download.id());
-    m_table.progress(running.row, download.receivedBytes(), download.totalBytes());
-    if (running.target.isEmpty() && download.receivedBytes() > mostAhead && !download.isPaused())
+    const quint32 id = download.id();
+    const QString shown = transfer.target.isEmpty() ? transfer.name : transfer.target;
+    transfer.entry = m_table.add({.path = shown, .state = state, .total = download.totalBytes()},
+                                 [this, id] { cancel(id); });
+    transfer.request = &download;
+    m_transfers.insert(id, transfer);
+    follow(download);
+}
+
+void WebDownloads::follow(QWebEngineDownloadRequest& download)
+{
+    const auto report = [this, &download] { reportProgress(download); };
+    const auto check = [this, &download] { checkEnd(download); };
+    connect(&download, &QWebEngineDownloadRequest::receivedBytesChanged, this, report);
+    connect(&download, &QWebEngineDownloadRequest::totalBytesChanged, this, report);
+    connect(&download, &QWebEngineDownloadRequest::stateChanged, this, check);
+    connect(&download, &QWebEngineDownloadRequest::isFinishedChanged, this, check);
+    checkEnd(download); // a small file may be complete already
+}
+
+void WebDownloads::reportProgress(QWebEngineDownloadRequest& download)
+{
+    const Transfer transfer = m_transfers.value(download.id());
+    m_table.setProgress(transfer.entry, download.receivedBytes(), download.totalBytes());
+    const bool isTooMuch = transfer.target.isEmpty() && download.receivedBytes() > mostBytesUnasked;
+    if (isTooMuch && !download.isPaused())
         QTimer::singleShot(0, &download, &QWebEngineDownloadRequest::pause);
 }
 
-void WebDownloads::ended(QWebEngineDownloadRequest& download)
-{
-    // One that could be gone on with does not count as finished, but nobody will.
-    const bool isInterrupted = download.state() == QWebEngineDownloadRequest::DownloadInterrupted;
-    const bool isOver = download.isFinished() || isInterrupted;
-    const quint32 id = download.id();
-    const auto running = m_running.find(id);
-    if (!isOver || running == m_running.end())
-        return;
-    m_table.progress(running->row, download.receivedBytes(), download.totalBytes());
-    download.disconnect(this);
-    download.deleteLater(); // and the engine forgets about it
-    running->request = nullptr;
-    if (download.state() == QWebEngineDownloadRequest::DownloadCompleted && !running->isRefused) {
-        if (!running->target.isEmpty())
-            settle(id);
-        return;
-    }
-    m_table.finish(running->row, isInterrupted ? DownloadState::Failed : DownloadState::Cancelled,
-                   failureText(download.interruptReason()));
-    drop(id);
-}
-
-int WebDownloads::waiting() const
+int WebDownloads::waitingCount() const
 {
     return static_cast<int>(
-        std::count_if(m_running.begin(), m_running.end(),
-                      [](const Running& running) { return running.target.isEmpty(); }));
+        std::count_if(m_transfers.begin(), m_transfers.end(),
+                      [](const Transfer& transfer) { return transfer.target.isEmpty(); }));
 }
 
-void WebDownloads::decide(quint32 id)
+void WebDownloads::askPlace(quint32 id)
 {
-    const Running asked = m_running.value(id);
-    if (asked.row == 0) // broken off meanwhile
+    const Transfer asked = m_transfers.value(id);
+    if (asked.entry == 0) // cancelled before it was its turn
         return;
     const PromptSession::Hold hold(m_session);
     const DropsDisabled guard(m_shell);
-    const QString path = isUnwanted(asked.source) ? QString() : m_place.ask(asked.name);
+    const QString path = m_place.ask(asked.name, asked.source.data());
     if (path.isEmpty()) {
-        m_refusals.refused(asked.source);
         refuse(id);
         return;
     }
-    m_refusals.forget(asked.source);
-    const auto running = m_running.find(id);
-    if (running != m_running.end()) {
-        running->target = path;
-        running->replaces = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
-        m_table.decide(running->row, path);
-        if (running->request)
-            running->request->resume();
+    // It may have failed or been cancelled while the question was open.
+    const auto transfer = m_transfers.find(id);
+    if (transfer != m_transfers.end()) {
+        transfer->target = path;
+        transfer->mayReplace = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+        m_table.setPlace(transfer->entry, path);
+        if (transfer->request)
+            transfer->request->resume();
         else
-            settle(id);
+            moveToTarget(id);
     }
-    emit begun(); // or the list says why not
+    emit accepted();
 }
 
-void WebDownloads::decideAgain(quint32 id, const QString& problem)
+void WebDownloads::askPlaceAgain(quint32 id, const QString& problem)
 {
     {
         const PromptSession::Hold hold(m_session);
         const DropsDisabled guard(m_shell);
         m_shell.prompt().tell(m_owner, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
     }
-    decide(id);
-}
-
-bool WebDownloads::isUnwanted(const QObject* page)
-{
-    const DownloadRefusals::Next next = m_refusals.next(page);
-    if (next == DownloadRefusals::Next::Ask)
-        return false;
-    if (next == DownloadRefusals::Next::AskAboutAll &&
-        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
-                                   u"Downloads"_s, Prompt::Icon::Question)) {
-        m_refusals.forget(page);
-        return false;
-    }
-    m_shell.statusText(u"Ein weiterer Download dieser Seite wurde abgelehnt."_s);
-    return true;
+    askPlace(id);
 }
 
 void WebDownloads::refuse(quint32 id)
 {
-    const auto running = m_running.find(id);
-    if (running == m_running.end())
+    const auto transfer = m_transfers.find(id);
+    if (transfer == m_transfers.end())
         return;
-    running->isRefused = true;
-    m_table.remove(running->row);
+    transfer->isRefused = true;
+    m_table.remove(transfer->entry);
     cancel(id);
 }
 
-void WebDownloads::settle(quint32 id)
+void WebDownloads::checkEnd(QWebEngineDownloadRequest& download)
 {
-    const Running running = m_running.value(id);
-    if (running.target == running.path) {
-        settled(id, FileMove::Done);
+    // An interrupted download could be resumed and does not count as finished, but nobody
+    // resumes it here.
+    const bool isInterrupted = download.state() == QWebEngineDownloadRequest::DownloadInterrupted;
+    const quint32 id = download.id();
+    const auto transfer = m_transfers.find(id);
+    if (transfer == m_transfers.end() || (!download.isFinished() && !isInterrupted))
+        return;
+    m_table.setProgress(transfer->entry, download.receivedBytes(), download.totalBytes());
+    download.disconnect(this);
+    download.deleteLater(); // the profile would keep it until the program ends
+    transfer->request = nullptr;
+    if (download.state() == QWebEngineDownloadRequest::DownloadCompleted && !transfer->isRefused) {
+        if (!transfer->target.isEmpty())
+            moveToTarget(id);
         return;
     }
-    const FileMove move = renameFile(running.path, running.target, running.replaces);
-    if (move == FileMove::OtherFileSystem)
-        copy(id);
+    m_table.finish(transfer->entry,
+                   isInterrupted ? DownloadState::Failed : DownloadState::Cancelled,
+                   failureText(download.interruptReason()));
+    discard(id);
+}
+
+void WebDownloads::moveToTarget(quint32 id)
+{
+    const Transfer transfer = m_transfers.value(id);
+    if (transfer.target == transfer.waitingPath) {
+        moved(id, FileMove::Done);
+        return;
+    }
+    const FileMove result = renameFile(transfer.waitingPath, transfer.target, transfer.mayReplace);
+    if (result == FileMove::OtherFileSystem)
+        copyToTarget(id);
     else
-        settled(id, move);
+        moved(id, result);
 }
 
-void WebDownloads::settled(quint32 id, FileMove move)
+void WebDownloads::copyToTarget(quint32 id)
 {
-    const auto running = m_running.find(id);
-    running->copy.reset();
-    switch (move) {
-    case FileMove::Done:
-        m_table.finish(running->row, DownloadState::Completed);
-        m_running.erase(running);
-        return;
-    case FileMove::Cancelled:
-        m_table.finish(running->row, DownloadState::Cancelled);
-        drop(id);
-        return;
-    case FileMove::TargetExists: // since the user was asked
-        running->target = m_place.freeBeside(running->target);
-        m_table.decide(running->row, running->target);
-        settle(id);
-        return;
-    default:
-        break;
-    }
-    const QString problem = u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(
-        QDir::toNativeSeparators(running->target), failureText(move));
-    running->target.clear();
-    m_table.decide(running->row, std::nullopt);
-    m_session.askInTurn(this, [this, id, problem] { decideAgain(id, problem); });
-}
-
-void WebDownloads::copy(quint32 id)
-{
-    Running& running = m_running[id];
+    Transfer& transfer = m_transfers[id];
     const auto copy = std::make_shared<Copy>();
-    running.copy = copy;
-    const QString partial = partialFile(running.target);
-    copy->thread = QThread::create([copy, from = running.path, partial] {
+    transfer.copy = copy;
+    const QString partial = partialFile(transfer.target);
+    copy->thread = QThread::create([copy, from = transfer.waitingPath, partial] {
         copy->result = copyFile(from, partial, copy->isCancelled);
     });
     connect(copy->thread, &QThread::finished, copy->thread, &QObject::deleteLater);
@@ -310,39 +257,68 @@ void WebDownloads::copy(quint32 id)
     copy->thread->start();
 }
 
-void WebDownloads::copied(quint32 id, const QString& partial, FileMove move)
+void WebDownloads::copied(quint32 id, const QString& partial, FileMove result)
 {
-    const Running running = m_running.value(id);
-    if (move == FileMove::Done) {
-        move = renameFile(partial, running.target, running.replaces);
-        QFile::remove(move == FileMove::Done ? running.path : partial);
+    const Transfer transfer = m_transfers.value(id);
+    if (result == FileMove::Done) {
+        result = renameFile(partial, transfer.target, transfer.mayReplace);
+        QFile::remove(result == FileMove::Done ? transfer.waitingPath : partial);
     }
-    settled(id, move);
+    moved(id, result);
+}
+
+void WebDownloads::moved(quint32 id, FileMove result)
+{
+    const auto transfer = m_transfers.find(id);
+    transfer->copy.reset();
+    switch (result) {
+    case FileMove::Done:
+        m_table.finish(transfer->entry, DownloadState::Completed);
+        m_transfers.erase(transfer);
+        return;
+    case FileMove::Cancelled:
+        m_table.finish(transfer->entry, DownloadState::Cancelled);
+        discard(id);
+        return;
+    case FileMove::TargetExists: // somebody has made it since the user was asked
+        transfer->target = m_place.freeBeside(transfer->target);
+        m_table.setPlace(transfer->entry, transfer->target);
+        moveToTarget(id);
+        return;
+    default:
+        break;
+    }
+    const QString problem = u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(
+        QDir::toNativeSeparators(transfer->target), failureText(result));
+    transfer->target.clear();
+    m_table.setPlace(transfer->entry, std::nullopt);
+    m_session.askInTurn(this, [this, id, problem] { askPlaceAgain(id, problem); });
 }
 
 void WebDownloads::cancel(quint32 id)
 {
-    const Running running = m_running.value(id);
-    if (running.request) {
-        running.request->cancel();
-    } else if (running.copy) {
-        running.copy->isCancelled = true;
+    const Transfer transfer = m_transfers.value(id);
+    if (transfer.request) {
+        transfer.request->cancel();
+    } else if (transfer.copy) {
+        transfer.copy->isCancelled = true;
     } else {
-        m_table.finish(running.row, DownloadState::Cancelled);
-        drop(id);
+        m_table.finish(transfer.entry, DownloadState::Cancelled);
+        discard(id);
     }
 }
 
-void WebDownloads::drop(quint32 id)
+/// Forgets the transfer, and removes from the disk what has come of the file.
+void WebDownloads::discard(quint32 id)
 {
-    const Running running = m_running.take(id);
-    if (running.copy && running.copy->thread) {
-        running.copy->isCancelled = true;
-        running.copy->thread->wait();
-        QFile::remove(partialFile(running.target));
+    const Transfer transfer = m_transfers.take(id);
+    if (transfer.copy && transfer.copy->thread) {
+        transfer.copy->isCancelled = true;
+        transfer.copy->thread->wait();
+        QFile::remove(partialFile(transfer.target));
     }
-    // The engine may be about to do so, but not before the program has ended.
-    QFile::remove(partialFile(running.path));
-    if (running.path != running.target)
-        QFile::remove(running.path);
+    // The engine removes its partial file, too, but not when the program ends (seen with Qt 6.4).
+    QFile::remove(partialFile(transfer.waitingPath));
+    if (transfer.waitingPath != transfer.target)
+        QFile::remove(transfer.waitingPath);
 }

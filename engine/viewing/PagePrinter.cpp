@@ -6,8 +6,9 @@
 #include "engine/page/WebEnginePage.h"
 #include "engine/viewing/PdfWatch.h"
 #include "pages/asking/PageInput.h"
+#include "pages/downloads/FileMove.h"
+#include "pages/downloads/FileNames.h"
 #include "pages/viewing/PageKeys.h"
-#include "pages/viewing/PdfFileName.h"
 
 #include <QApplication>
 #include <QDir>
@@ -29,7 +30,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The engine paints whole pages in memory; more is not to be seen on paper.
+/// The engine paints whole pages in memory. A higher resolution could not be seen on paper.
 constexpr int resolution = 300; // dots per inch
 
 QString folderForFiles()
@@ -38,17 +39,16 @@ QString folderForFiles()
     return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
-/// Why `file` could not take `size` bytes: the system would say it in its own language.
-QString obstacle(const QSaveFile& file, qint64 size)
+/// Why `file` could not take `size` bytes. The error that it gives itself is not in German.
+QString writeFailure(const QSaveFile& file, qint64 size)
 {
-    using Reason = QWebEngineDownloadRequest::DownloadInterruptReason;
     const QFileInfo target(file.fileName());
     const QFileInfo folder(target.absolutePath());
     const bool isBarred = !folder.isWritable() || (target.exists() && !target.isWritable());
     if (!file.isOpen())
-        return failureText(isBarred ? Reason::FileAccessDenied : Reason::FileFailed);
+        return failureText(isBarred ? FileMove::Denied : FileMove::Failed);
     const bool isFull = QStorageInfo(folder.filePath()).bytesAvailable() < size;
-    return failureText(isFull ? Reason::FileNoSpace : Reason::FileFailed);
+    return failureText(isFull ? FileMove::NoSpace : FileMove::Failed);
 }
 
 QString notPrinted()
@@ -101,9 +101,9 @@ struct PagePrinter::Job {
     WebEnginePage::Keeper keeper;
     std::shared_ptr<QPrinter> printer;
     QPointer<QPrintDialog> dialog;
-    /// The engine uses the printer, until it says that it has finished.
+    /// The engine uses the printer until it says that it has finished.
     bool isOnPaper = false;
-    /// There is nothing to be printed any more.
+    /// The process of the page has ended, so that there is nothing to be printed.
     bool isLost = false;
 };
 
@@ -129,15 +129,15 @@ PagePrinter::~PagePrinter() = default;
 void PagePrinter::connectPage()
 {
     connect(m_page, &QWebEnginePage::printRequested, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::pageWants); });
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageAsks); });
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
-            [this] { QTimer::singleShot(0, this, &PagePrinter::pageDied); });
+            [this] { QTimer::singleShot(0, this, &PagePrinter::pageCrashed); });
     connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_limit.clicked(); });
 }
 
-void PagePrinter::pageWants()
+void PagePrinter::pageAsks()
 {
-    if (m_isWaiting || m_job) // it may say so as often as it likes
+    if (m_isWaiting || m_job) // its script may ask again and again
         return;
     m_isWaiting = true;
     m_prompt.session().askInTurn(this, [this] {
@@ -145,13 +145,13 @@ void PagePrinter::pageWants()
         if (m_pdf.isPdf())
             print();
         else if (m_limit.mayPrint() && begin())
-            choosePrinter(Wish::Page);
+            choosePrinter(AskedBy::Page);
     });
 }
 
 QWidget* PagePrinter::frame() const
 {
-    // A dialog must not go with a window that the page closes.
+    // Dialogs belong to the frame's window, as a page may close its own meanwhile.
     return m_window ? m_window->window() : nullptr;
 }
 
@@ -173,7 +173,7 @@ void PagePrinter::end()
     m_job.reset();
 }
 
-void PagePrinter::pageDied()
+void PagePrinter::pageCrashed()
 {
     if (!m_job || m_job->isOnPaper)
         return;
@@ -182,7 +182,7 @@ void PagePrinter::pageDied()
         return;
     }
     m_job->isLost = true;
-    // What the dialog itself has asked must be answered before it can go.
+    // If the dialog has a question open itself, that has to be answered first.
     if (QApplication::activeModalWidget() == m_job->dialog)
         m_job->dialog->reject();
 }
@@ -196,14 +196,14 @@ void PagePrinter::tell(const QString& text)
 void PagePrinter::print()
 {
     if (m_pdf.isPdf()) {
-        if (wantsFile())
-            download();
+        if (mayDownloadPdf())
+            downloadPdf();
     } else if (begin()) {
-        choosePrinter(Wish::User);
+        choosePrinter(AskedBy::User);
     }
 }
 
-bool PagePrinter::wantsFile()
+bool PagePrinter::mayDownloadPdf()
 {
     const PagePrompt::Open open(m_prompt);
     return m_shell.prompt().askOkCancel(
@@ -213,16 +213,16 @@ bool PagePrinter::wantsFile()
         u"Drucken"_s, Prompt::Icon::Question);
 }
 
-void PagePrinter::download()
+void PagePrinter::downloadPdf()
 {
     m_page->download(m_page->url());
 }
 
-void PagePrinter::choosePrinter(Wish wish)
+void PagePrinter::choosePrinter(AskedBy askedBy)
 {
     m_job->printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     m_job->printer->setResolution(resolution);
-    // The dialog proposes a file of this name, too.
+    // The dialog also proposes a file of this name.
     m_job->printer->setDocName(QFileInfo(pdfFileName(m_page->title())).completeBaseName());
     m_job->printer->setCreator(m_shell.title());
     auto* const dialog = new QPrintDialog(m_job->printer.get(), frame());
@@ -231,13 +231,13 @@ void PagePrinter::choosePrinter(Wish wish)
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
     m_job->dialog = dialog;
     new StaysOnScreen(dialog);                                      // its options unfold downwards
-    const auto open = std::make_shared<PagePrompt::Open>(m_prompt); // goes with the dialog
-    const auto decided = [this, wish, open, printer = m_job->printer](int result) {
-        if (result != QDialog::Accepted && wish == Wish::Page)
+    const auto open = std::make_shared<PagePrompt::Open>(m_prompt); // until the dialog ends
+    const auto decided = [this, askedBy, open, printer = m_job->printer](int result) {
+        if (result != QDialog::Accepted && askedBy == AskedBy::Page)
             m_prompt.session().prints.cancelled();
         QTimer::singleShot(0, this, [this, result] {
             if (result == QDialog::Accepted) {
-                printOn();
+                printOnChosen();
                 return;
             }
             end();
@@ -247,7 +247,7 @@ void PagePrinter::choosePrinter(Wish wish)
     dialog->open();
 }
 
-void PagePrinter::printOn()
+void PagePrinter::printOnChosen()
 {
     if (!m_job || m_job->isLost || !m_view) {
         end();
@@ -256,8 +256,9 @@ void PagePrinter::printOn()
     }
     QPrinter& printer = *m_job->printer;
     if (printer.outputFormat() == QPrinter::PdfFormat) {
-        // The engine would paint a picture of each page; so texts stay texts.
-        writePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
+        // On a printer the engine paints each page as a picture (seen with Qt 6.4). Its own
+        // PDF files keep texts as texts.
+        makePdf(printer.outputFileName(), printer.pageLayout(), printer.pageRanges());
         return;
     }
     m_job->isOnPaper = true;
@@ -267,7 +268,7 @@ void PagePrinter::printOn()
 void PagePrinter::savePdf()
 {
     if (m_pdf.isPdf()) {
-        download();
+        downloadPdf();
         return;
     }
     if (!begin())
@@ -277,15 +278,14 @@ void PagePrinter::savePdf()
         end();
         return;
     }
-    writePdf(path, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}), {});
+    makePdf(path, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, {}), {});
 }
 
-void PagePrinter::writePdf(const QString& path, const QPageLayout& layout,
-                           const QPageRanges& ranges)
+void PagePrinter::makePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges)
 {
     const auto written = [self = QPointer(this), path](const QByteArray& pdf) {
         if (self)
-            QTimer::singleShot(0, self, [self, path, pdf] { self->write(path, pdf); });
+            QTimer::singleShot(0, self, [self, path, pdf] { self->writePdf(path, pdf); });
     };
     m_page->printToPdf(written, layout, ranges);
 }
@@ -299,21 +299,21 @@ QString PagePrinter::askFile()
         if (path.isEmpty() || !QFileInfo(path).suffix().isEmpty())
             return path;
         path += u".pdf"_s;
-    } while (QFileInfo::exists(path)); // nobody has been asked about that one
+    } while (QFileInfo::exists(path)); // the user has not agreed to replace this one
     return path;
 }
 
-void PagePrinter::write(const QString& path, const QByteArray& pdf)
+void PagePrinter::writePdf(const QString& path, const QByteArray& pdf)
 {
-    const auto job = std::exchange(m_job, nullptr); // keeps the page until the user knows
+    const auto job = std::exchange(m_job, nullptr); // the page lives until the user is told
     QString reason = u"Die Seite lässt sich nicht drucken."_s;
     if (!pdf.isEmpty()) {
         QSaveFile file(path);
-        // It would not notice that only a part of what it has put aside finds room.
+        // With a buffer a full disk would not always be noticed (seen with Qt 6.4).
         constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
         if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit())
             return;
-        reason = obstacle(file, pdf.size());
+        reason = writeFailure(file, pdf.size());
     }
     tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
 }

@@ -7,8 +7,8 @@
 
 #include <memory>
 
-class PageInput;
 class PagePrompt;
+class PageInput;
 class PdfWatch;
 class QPageLayout;
 class QPageRanges;
@@ -16,8 +16,8 @@ class QWebEngineView;
 class Shell;
 class WebEnginePage;
 
-/// Prints a page, on paper or into a PDF file; a PDF document is downloaded. One at a time; a page
-/// that is closed meanwhile lives until it is printed.
+/// Prints a page, on paper or into a PDF file. A PDF document is downloaded instead. A page is
+/// printed once at a time; if its window is closed meanwhile it lives on until it is printed.
 class PagePrinter : public QObject {
     Q_OBJECT
 public:
@@ -27,30 +27,30 @@ public:
     ~PagePrinter() override;
     Q_DISABLE_COPY_MOVE(PagePrinter)
 
-    /// Both return at once, but for the questions where to.
+    /// Both return before the page is printed, `savePdf` when the user has named the file.
     void print();
     void savePdf();
 
 signals:
-    /// The view is about to be asked for its print: it has to show the page.
+    /// A print begins: the view has to show the page, so a full screen has to end.
     void starting();
 
 private:
     struct Job;
-    enum class Wish { User, Page };
+    enum class AskedBy { User, Page };
 
     void connectPage();
-    void pageWants();
+    void pageAsks();
     bool begin();
-    void choosePrinter(Wish wish);
-    void printOn();
-    bool wantsFile();
-    void download();
+    void choosePrinter(AskedBy askedBy);
+    void printOnChosen();
+    bool mayDownloadPdf();
+    void downloadPdf();
     QString askFile();
-    void writePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
-    void write(const QString& path, const QByteArray& pdf);
+    void makePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
+    void writePdf(const QString& path, const QByteArray& pdf);
     void end();
-    void pageDied();
+    void pageCrashed();
     void tell(const QString& text);
     QWidget* frame() const;
 
@@ -61,7 +61,7 @@ private:
     WebEnginePage* m_page;
     const PdfWatch& m_pdf;
     PrintLimit::Page m_limit;
-    /// The page's wish waits for its turn.
+    /// The page has asked for a print and waits for its turn.
     bool m_isWaiting = false;
     std::unique_ptr<Job> m_job;
 };

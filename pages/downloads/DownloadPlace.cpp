@@ -11,24 +11,26 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// After so many refusals of one page the user is asked whether to refuse all.
+constexpr int mostRefusals = 2;
+
+} // namespace
+
 DownloadPlace::DownloadPlace(Shell& shell, QWidget* owner, const DownloadTable& table,
                              const QString& spareFolder)
     : m_shell(shell), m_owner(owner), m_table(table), m_spareFolder(spareFolder)
 {
 }
 
-QString DownloadPlace::folder() const
+QString DownloadPlace::proposedFolder() const
 {
     const QString first = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-    for (const QString& folder : {m_last, first})
+    for (const QString& folder : {m_lastFolder, first})
         if (!folder.isEmpty() && QFileInfo(folder).isDir())
             return folder;
     return QDir::homePath();
-}
-
-bool DownloadPlace::isTarget(const QString& path) const
-{
-    return m_table.isTarget(path);
 }
 
 QString DownloadPlace::freeIn(const QString& folder, const QString& name,
@@ -46,28 +48,64 @@ QString DownloadPlace::freeBeside(const QString& path) const
 {
     const QFileInfo file(path);
     return freeIn(file.absolutePath(), file.fileName(),
-                  std::bind_front(&DownloadPlace::isTarget, this));
+                  std::bind_front(&DownloadTable::isTarget, &m_table));
 }
 
 QString DownloadPlace::waitingPlace(const QString& name, const IsTaken& isTaken) const
 {
     constexpr qsizetype enoughToKnowIt = 50;
-    QString place = folder();
-    if (!QFileInfo(place).isWritable() && QDir().mkpath(m_spareFolder))
-        place = m_spareFolder;
-    return freeIn(place, safeFileName(name.left(enoughToKnowIt) + u".teil"_s), isTaken);
+    QString folder = proposedFolder();
+    if (!QFileInfo(folder).isWritable() && QDir().mkpath(m_spareFolder))
+        folder = m_spareFolder;
+    return freeIn(folder, safeFileName(name.left(enoughToKnowIt) + u".teil"_s), isTaken);
 }
 
-QString DownloadPlace::ask(const QString& name)
+QString DownloadPlace::ask(const QString& name, const QPointer<const QObject>& page)
 {
-    QString proposal = freeIn(folder(), name, std::bind_front(&DownloadPlace::isTarget, this));
+    const QString path = mayAsk(page) ? askPath(name) : QString();
+    if (path.isEmpty())
+        ++m_refusals[page];
+    else
+        m_refusals.remove(page);
+    return path;
+}
+
+bool DownloadPlace::refusesAll(const QObject* page) const
+{
+    return m_refusals.value(page) > mostRefusals;
+}
+
+void DownloadPlace::reportRefusal()
+{
+    m_shell.statusText(u"Ein weiterer Download dieser Seite wurde abgelehnt."_s);
+}
+
+bool DownloadPlace::mayAsk(const QObject* page)
+{
+    const int refusals = m_refusals.value(page);
+    if (refusals < mostRefusals)
+        return true;
+    if (refusals == mostRefusals &&
+        !m_shell.prompt().askYesNo(m_owner, u"Es kommen noch mehr Downloads. Alle ablehnen?"_s,
+                                   u"Downloads"_s, Prompt::Icon::Question)) {
+        m_refusals.remove(page);
+        return true;
+    }
+    reportRefusal();
+    return false;
+}
+
+QString DownloadPlace::askPath(const QString& name)
+{
+    QString proposal =
+        freeIn(proposedFolder(), name, std::bind_front(&DownloadTable::isTarget, &m_table));
     while (true) {
         QString path = m_shell.prompt().saveFileAs(m_owner, u"Datei speichern unter"_s, proposal);
         if (path.isEmpty())
             return {};
         const QString problem = obstacle(path);
         if (problem.isEmpty()) {
-            m_last = QFileInfo(path).absolutePath();
+            m_lastFolder = QFileInfo(path).absolutePath();
             return path;
         }
         m_shell.prompt().tell(m_owner, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
@@ -82,6 +120,7 @@ QString DownloadPlace::obstacle(const QString& path) const
         return u"In den Ordner „%1“ kann nicht geschrieben werden."_s.arg(
             QDir::toNativeSeparators(folder.filePath()));
     }
-    return isTarget(path) ? u"Diese Datei wird gerade geladen. Wählen Sie einen anderen Namen."_s
-                          : QString();
+    return m_table.isTarget(path)
+               ? u"Diese Datei wird gerade geladen. Wählen Sie einen anderen Namen."_s
+               : QString();
 }

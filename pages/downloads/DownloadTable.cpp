@@ -11,17 +11,16 @@
 
 using namespace Qt::StringLiterals;
 
-bool isOpen(const Download& download)
-{
-    return download.state == DownloadState::Asking || download.state == DownloadState::Running;
-}
+namespace {
 
-QString sizeText(qint64 bytes)
+/// "3,4 MB": decimal, at most one decimal place, in German. `QLocale::formattedDataSize` would
+/// say "1 Bytes", and "1.000,0 kB" as it chooses the unit before it rounds (seen with Qt 6.4).
+QString bytesText(qint64 bytes)
 {
     static constexpr std::array units{"Byte", "kB", "MB", "GB", "TB"};
     auto amount = static_cast<double>(std::max<qint64>(bytes, 0));
     std::size_t unit = 0;
-    // What would be shown as 1000 belongs to the next unit already.
+    // What would be rounded to 1000 is shown in the next unit.
     for (const double limit = 999.95; amount >= limit && unit + 1 < units.size(); ++unit)
         amount /= 1000;
     const QLocale german(QLocale::German);
@@ -29,13 +28,19 @@ QString sizeText(qint64 bytes)
     return number + u' ' + QLatin1StringView(units.at(unit));
 }
 
+} // namespace
+
+bool isOpen(const Download& download)
+{
+    return download.state == DownloadState::Asking || download.state == DownloadState::Running;
+}
+
 QString sizeText(const Download& download)
 {
-    if (!isOpen(download) && download.received == download.total)
-        return sizeText(download.received);
-    return download.total > 0 ? u"%1 von %2"_s.arg(sizeText(download.received), //
-                                                   sizeText(download.total))
-                              : sizeText(download.received);
+    const bool isWhole = !isOpen(download) && download.received == download.total;
+    if (isWhole || download.total <= 0)
+        return bytesText(download.received);
+    return u"%1 von %2"_s.arg(bytesText(download.received), bytesText(download.total));
 }
 
 QString stateText(const Download& download)
@@ -61,10 +66,8 @@ int percentDone(const Download& download)
         return 100;
     if (download.total <= 0)
         return -1;
-    return static_cast<int>(100.0 *
-                            static_cast<double>(std::min(download.received, //
-                                                         download.total)) /
-                            static_cast<double>(download.total));
+    const auto received = static_cast<double>(std::min(download.received, download.total));
+    return static_cast<int>(100.0 * received / static_cast<double>(download.total));
 }
 
 QString progressText(const Download& download)
@@ -88,29 +91,23 @@ QList<DownloadTable::Entry>::iterator DownloadTable::find(Id id)
                         [id](const Entry& candidate) { return candidate.id == id; });
 }
 
-Download* DownloadTable::running(Id id)
+template <typename Change>
+void DownloadTable::changeOpen(Id id, Change change)
 {
     const auto entry = find(id);
-    return entry != m_entries.end() && isOpen(entry->download) ? &entry->download : nullptr;
-}
-
-void DownloadTable::changed(const Download* download)
-{
-    const auto entry =
-        std::find_if(m_entries.cbegin(), m_entries.cend(), [download](const Entry& candidate) {
-            return &candidate.download == download;
-        });
-    const int row = static_cast<int>(entry - m_entries.cbegin());
+    if (entry == m_entries.end() || !isOpen(entry->download))
+        return;
+    change(entry->download);
+    const int row = static_cast<int>(entry - m_entries.begin());
     emit dataChanged(index(row, 0), index(row, columns - 1));
 }
 
-void DownloadTable::decide(Id id, const std::optional<QString>& path)
+void DownloadTable::setPlace(Id id, const std::optional<QString>& path)
 {
-    if (Download* const download = running(id)) {
-        download->path = path.value_or(download->path);
-        download->state = path ? DownloadState::Running : DownloadState::Asking;
-        changed(download);
-    }
+    changeOpen(id, [&](Download& download) {
+        download.path = path.value_or(download.path);
+        download.state = path ? DownloadState::Running : DownloadState::Asking;
+    });
 }
 
 void DownloadTable::remove(Id id)
@@ -124,22 +121,20 @@ void DownloadTable::remove(Id id)
     }
 }
 
-void DownloadTable::progress(Id id, qint64 received, qint64 total)
+void DownloadTable::setProgress(Id id, qint64 received, qint64 total)
 {
-    if (Download* const download = running(id)) {
-        download->received = received;
-        download->total = total;
-        changed(download);
-    }
+    changeOpen(id, [&](Download& download) {
+        download.received = received;
+        download.total = total;
+    });
 }
 
 void DownloadTable::finish(Id id, DownloadState state, const QString& failure)
 {
-    if (Download* const download = running(id)) {
-        download->state = state;
-        download->failure = failure;
-        changed(download);
-    }
+    changeOpen(id, [&](Download& download) {
+        download.state = state;
+        download.failure = failure;
+    });
 }
 
 void DownloadTable::removeFinished()
@@ -153,7 +148,7 @@ void DownloadTable::removeFinished()
     }
 }
 
-int DownloadTable::running() const
+int DownloadTable::openCount() const
 {
     return static_cast<int>(
         std::count_if(m_entries.begin(), m_entries.end(),
@@ -171,7 +166,7 @@ bool DownloadTable::isTarget(const QString& path) const
 
 void DownloadTable::cancel(int row)
 {
-    const Entry entry = m_entries.at(row); // its end may change the table
+    const Entry entry = m_entries.at(row); // a copy: cancelling may change the table
     if (isOpen(entry.download) && entry.cancel)
         entry.cancel();
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-FileMove reason(int error)
+FileMove resultOf(int error)
 {
     switch (error) {
     case EEXIST:
@@ -48,12 +48,12 @@ FileMove renameFile(const QString& from, const QString& to, bool replaces)
     if (!replaces) {
         if (::renameat2(AT_FDCWD, source, AT_FDCWD, target, RENAME_NOREPLACE) == 0)
             return FileMove::Done;
-        if (errno != EINVAL) // unless the file system cannot tell
-            return reason(errno);
+        if (errno != EINVAL) // some file systems do not know the flag
+            return resultOf(errno);
         if (QFile::exists(to))
             return FileMove::TargetExists;
     }
-    return std::rename(source, target) == 0 ? FileMove::Done : reason(errno);
+    return std::rename(source, target) == 0 ? FileMove::Done : resultOf(errno);
 }
 
 FileMove copyFile(const QString& from, const QString& to, const std::atomic_bool& isCancelled)
@@ -62,7 +62,7 @@ FileMove copyFile(const QString& from, const QString& to, const std::atomic_bool
     QFile target(to);
     if (!source.open(QIODevice::ReadOnly) ||
         !target.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return reason(errno);
+        return resultOf(errno);
     target.setPermissions(source.permissions());
     const bool isCopied = copyContent(source, target, isCancelled);
     const int error = errno;
@@ -71,5 +71,5 @@ FileMove copyFile(const QString& from, const QString& to, const std::atomic_bool
         return FileMove::Done;
     if (QFileInfo(to).isFile())
         target.remove();
-    return isCancelled ? FileMove::Cancelled : reason(error);
+    return isCancelled ? FileMove::Cancelled : resultOf(error);
 }

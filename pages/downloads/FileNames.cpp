@@ -12,14 +12,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QLatin1StringView partialSuffix(".download");
-/// In bytes of UTF-8: what common file systems take, less the suffix.
+/// In bytes of UTF-8: what common file systems take, less the engine's suffix.
 constexpr qsizetype longestName = 255 - 9;
 
 bool isInvisible(char32_t c)
 {
     switch (QChar::category(c)) {
     case QChar::Other_Control:
-    case QChar::Other_Format: // such that write from right to left hide the true suffix
+    case QChar::Other_Format: // marks that change the direction of writing hide the true suffix
     case QChar::Other_Surrogate:
     case QChar::Other_NotAssigned:
     case QChar::Separator_Line:
@@ -66,7 +66,8 @@ QString fitted(const QString& name, const QString& number)
     const qsizetype start = suffixStart(name);
     const QString end = number + name.mid(start);
     const qsizetype room = longestName - end.toUtf8().size();
-    QString stem = name.left(std::min(start, room)); // no character takes less than a byte
+    // Each character takes a byte or more: so the loop below has little to cut off.
+    QString stem = name.left(std::min(start, room));
     while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate()))
         stem.chop(1);
     return stem + end;
@@ -99,6 +100,19 @@ QString freeFileName(const QString& name, const std::function<bool(const QString
     for (int number = 2; isTaken(candidate); ++number)
         candidate = fitted(name, u" (%1)"_s.arg(number));
     return candidate;
+}
+
+QString pdfFileName(const QString& title)
+{
+    constexpr qsizetype longestStem = 60;
+    static const QRegularExpression slashes(u"[/\\\\]"_s); // in a title they part no folders
+    // A leading dot would hide the file, and programs would take a leading "-" for an option.
+    static const QRegularExpression start(u"^[-.\\s]+"_s);
+    QString stem = title;
+    stem = stem.replace(slashes, u" "_s).remove(start).simplified().left(longestStem);
+    if (!stem.isEmpty() && stem.back().isHighSurrogate())
+        stem.chop(1);
+    return (stem.isEmpty() ? u"Seite"_s : safeFileName(stem)) + u".pdf"_s;
 }
 
 bool runsWhenOpened(const QString& path)

@@ -38,8 +38,8 @@ public:
         bar.direction = option.direction;
         bar.fontMetrics = option.fontMetrics;
         bar.palette = option.palette;
-        constexpr int air = 2;
-        bar.rect = option.rect.adjusted(air, air, -air, -air);
+        constexpr int margin = 2;
+        bar.rect = option.rect.adjusted(margin, margin, -margin, -margin);
         bar.minimum = 0;
         bar.maximum = 100;
         bar.progress = std::max(percent, 0);
@@ -95,6 +95,7 @@ void frmDownloads::buildControls()
     m_list->setFocus();
     constexpr QSize firstSize(820, 240);
     const QHeaderView& header = *m_list->horizontalHeader();
+    // With large letters the window begins larger.
     const QSize roomForLetters(2 * header.sectionSize(DownloadTable::Size) +
                                    2 * header.sectionSize(DownloadTable::Progress),
                                12 * fontMetrics().height());
@@ -121,12 +122,13 @@ void frmDownloads::buildList()
     header->setHighlightSections(false);
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
-    constexpr int air = 24;
+    constexpr int cellMargins = 24;
     header->ensurePolished();
     header->resizeSection(DownloadTable::Progress,
                           std::max(100, header->sectionSizeHint(DownloadTable::Progress)));
     header->resizeSection(DownloadTable::Size,
-                          fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) + air);
+                          fontMetrics().horizontalAdvance(u"000,0 MB von 000,0 MB"_s) +
+                              cellMargins);
 }
 
 void frmDownloads::connectControls()
@@ -149,7 +151,7 @@ void frmDownloads::connectControls()
 
 void frmDownloads::followNew(int row)
 {
-    // Who is choosing here is not to have another download under the hand.
+    // While the user is choosing in this window a new download does not take the selection.
     if (!isActiveWindow() || selected().isEmpty())
         m_list->selectRow(row);
     m_list->scrollToBottom();
@@ -160,7 +162,8 @@ void frmDownloads::showQuietly()
 {
     if (isVisible())
         return;
-    if (const QWidget* owner = parentWidget()) { // not over what is being read
+    // The owner's lower right corner is where the list hides least of what is being read.
+    if (const QWidget* owner = parentWidget()) {
         const QPoint corner = owner->frameGeometry().bottomRight();
         const QPoint origin = screen()->availableGeometry().topLeft();
         const QPoint wanted = corner - rect().bottomRight();
@@ -195,7 +198,7 @@ void frmDownloads::updateButtons()
     const Download* const download = single();
     m_openFile->setEnabled(download != nullptr && download->state == DownloadState::Completed);
     m_showFolder->setEnabled(download != nullptr && download->state != DownloadState::Asking);
-    m_clear->setEnabled(m_table.running() < m_table.rowCount());
+    m_clear->setEnabled(m_table.openCount() < m_table.rowCount());
 }
 
 void frmDownloads::cancelSelected()

@@ -80,21 +80,21 @@ private slots:
             ++cancelled;
             table.finish(first + 1, DownloadState::Cancelled);
         });
-        table.progress(second, 5, 10);
+        table.setProgress(second, 5, 10);
         QCOMPARE(rows(table), QStringList({u"a|-1|0 Byte|Wird geladen"_s,
                                            u"b|50|5 Byte von 10 Byte|Wird geladen"_s}));
-        table.decide(second, std::nullopt);
-        QVERIFY(!table.isTarget(u"/d/b"_s) && table.running() == 2); // nor taken out
+        table.setPlace(second, std::nullopt);
+        QVERIFY(!table.isTarget(u"/d/b"_s) && table.openCount() == 2); // nor taken out
         table.removeFinished();
-        table.decide(second, u"/d/b"_s);
+        table.setPlace(second, u"/d/b"_s);
         const auto refused = table.add({.path = u"r"_s, .state = DownloadState::Asking});
         QCOMPARE(rows(table).last(), u"r|-1|0 Byte|Wartet auf den Speicherort"_s);
         table.remove(refused);
         QVERIFY(table.isTarget(u"/d/../d/b"_s) && !table.isTarget(u"/d/c"_s));
         table.finish(first, DownloadState::Failed, u"Pech."_s);
         table.finish(first, DownloadState::Completed);
-        table.progress(first, 1, 2);
-        QCOMPARE(table.running(), 1);
+        table.setProgress(first, 1, 2);
+        QCOMPARE(table.openCount(), 1);
         table.cancelAll();
         QCOMPARE(cancelled, 1);
         QCOMPARE(rows(table), QStringList({u"a|-1|0 Byte|Fehler: Pech."_s,

@@ -5,7 +5,6 @@
 #include "pages/asking/SiteText.h"
 #include "pages/asking/UrlSchemes.h"
 #include "pages/downloads/FileNames.h"
-#include "pages/viewing/PdfFileName.h"
 #include "tests/TestCase.h"
 
 #include <ctime>

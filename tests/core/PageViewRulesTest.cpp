@@ -1,5 +1,5 @@
+#include "pages/downloads/FileNames.h"
 #include "pages/viewing/PageMenuItems.h"
-#include "pages/viewing/PdfFileName.h"
 #include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
