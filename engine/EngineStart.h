@@ -1,6 +1,7 @@
 #pragma once
 
-/// Has the engine describe its pages to assistive tools such as screen readers, if
-/// any are in use; by itself it shows them an empty document. To be called before
-/// the first profile exists, which starts the engine.
-void announceAssistiveTools();
+/// Tells the engine what it learns at its start only: where dictionaries are, whether
+/// assistive tools are in use, whether the desktop is dark, and what local pages may read.
+/// To be called before the first profile, which starts the engine, and while there are no
+/// other threads that read the environment. Flags that the user has set there stay.
+void prepareEngineStart();

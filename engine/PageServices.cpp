@@ -8,13 +8,13 @@
 #include "engine/asking/PermissionRequests.h"
 #include "engine/asking/ScriptDialogs.h"
 #include "engine/page/WebEnginePage.h"
-#include "engine/viewing/CrashNotice.h"
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
 #include "engine/viewing/PageFullScreen.h"
 #include "engine/viewing/PagePrinter.h"
 #include "engine/viewing/PageZoom.h"
 #include "engine/viewing/PdfWatch.h"
+#include "pages/viewing/CrashOverlay.h"
 #include "pages/viewing/PageKeys.h"
 
 #include <QTimer>
@@ -54,20 +54,13 @@ PageServices::PageServices(Shell& shell, ProfileServices& profile, PromptSession
                            QWidget* window, QWebEngineView* view, WebEnginePage* page)
     : QObject(page), m_page(page), m_prompt(session, shell, window, *page)
 {
-    serveUser(view);
-    serveViewing(shell, profile, window, view);
-    connect(page, &WebEnginePage::userNavigates, &profile, [&profile, page] {
-        profile.forgetRefusals(page);
-        profile.forgetRefusals(nullptr);
-    });
-    connect(page, &QObject::destroyed, &profile,
-            [&profile](const QObject* gone) { profile.forgetRefusals(gone); });
-    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
-    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
-                [&profile] { profile.showBrowserData(); });
+    makeAsking();
+    coverCrashes(view);
+    makeViewing(shell, profile, window, view);
+    useProfile(profile, window);
 }
 
-void PageServices::serveUser(QWebEngineView* view)
+void PageServices::makeAsking()
 {
     new LogInRequests(m_prompt, this);
     new CertificateErrors(m_prompt, this);
@@ -76,11 +69,25 @@ void PageServices::serveUser(QWebEngineView* view)
     new FormResending(m_prompt, this);
     new DesktopLinks(m_prompt, m_input, this);
     allowClipboardAfterInput(*m_page, m_input);
-    new CrashNotice(*m_page, view, this);
 }
 
-void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
-                                QWebEngineView* view)
+void PageServices::coverCrashes(QWebEngineView* view)
+{
+    auto* const overlay = new CrashOverlay(view); // goes with the view, maybe before the page
+    connect(m_page, &QWebEnginePage::renderProcessTerminated, overlay,
+            [overlay](QWebEnginePage::RenderProcessTerminationStatus status, int exitCode) {
+                if (status != QWebEnginePage::NormalTerminationStatus)
+                    overlay->appear(exitCode);
+            });
+    // A load that was on its way already comes to its end in a new process, without a start.
+    connect(m_page, &WebEnginePage::frameReported, overlay, &CrashOverlay::vanish);
+    connect(m_page, &QWebEnginePage::loadStarted, overlay, &CrashOverlay::vanish);
+    connect(overlay, &CrashOverlay::reloadWanted, m_page,
+            [page = m_page] { QTimer::singleShot(0, page, [page] { page->reload(); }); });
+}
+
+void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* window,
+                               QWebEngineView* view)
 {
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
@@ -118,4 +125,17 @@ void PageServices::serveViewing(Shell& shell, ProfileServices& profile, QWidget*
                 m_input.watch(screen);
             });
     connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);
+}
+
+void PageServices::useProfile(ProfileServices& profile, QWidget* window)
+{
+    WebDownloads& downloads = profile.downloads();
+    connect(m_page, &WebEnginePage::userNavigates, &downloads, [&downloads, page = m_page] {
+        downloads.forgetRefusals(page);
+        downloads.forgetRefusals(nullptr);
+    });
+    connect(m_page, &QObject::destroyed, &downloads, &WebDownloads::forgetRefusals);
+    addPageKeys(window, {Qt::CTRL | Qt::Key_J}, &profile, [&profile] { profile.showDownloads(); });
+    addPageKeys(window, {Qt::CTRL | Qt::SHIFT | Qt::Key_Delete}, &profile,
+                [&profile] { profile.showBrowserData(); });
 }

@@ -10,22 +10,22 @@ class QWebEngineView;
 class Shell;
 class WebEnginePage;
 
-/// What one page offers its user besides its content: each service is a small
-/// object of its own that this one makes. It goes with the page, which may be a
-/// while after its window.
+/// What one page offers its user besides its content. Each service is an object of its own
+/// that this one makes and connects; it belongs to this one or to the page. All go with the
+/// page, which may be a while after its window.
 class PageServices : public QObject {
     Q_OBJECT
 public:
-    /// `window` is the widget that holds `view`; keys of the services work in all
-    /// of it. `shell` and `session` outlive the page, `profile` its window; it belongs
-    /// to `page`.
+    /// Belongs to `page`. `window` is the widget that holds `view`; keys of the services work
+    /// in all of it. `shell` and `session` outlive the page, `profile` outlives the window.
     PageServices(Shell& shell, ProfileServices& profile, PromptSession& session, QWidget* window,
                  QWebEngineView* view, WebEnginePage* page);
 
 private:
-    void serveUser(QWebEngineView* view);
-    void serveViewing(Shell& shell, ProfileServices& profile, QWidget* window,
-                      QWebEngineView* view);
+    void makeAsking();
+    void makeViewing(Shell& shell, ProfileServices& profile, QWidget* window, QWebEngineView* view);
+    void coverCrashes(QWebEngineView* view);
+    void useProfile(ProfileServices& profile, QWidget* window);
 
     WebEnginePage* m_page;
     PagePrompt m_prompt;

@@ -3,6 +3,7 @@
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "engine/asking/Notifications.h"
+#include "engine/asking/PermissionRequests.h"
 #include "pages/asking/PromptSession.h"
 #include "pages/downloads/frmDownloads.h"
 #include "pages/viewing/StoredWebData.h"
@@ -20,12 +21,13 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
       m_downloads(shell, owner, profile, session, m_table)
 {
     new Notifications(profile, this);
-    connect(&m_downloads, &WebDownloads::accepted, this, [this] { downloadsWindow().showQuietly(); });
+    connect(&m_downloads, &WebDownloads::accepted, this,
+            [this] { downloadsWindow().showQuietly(); });
 }
 
 ProfileServices::~ProfileServices()
 {
-    delete m_window; // it shows the table
+    delete m_window; // before the table that it shows
 }
 
 frmDownloads& ProfileServices::downloadsWindow()
@@ -47,13 +49,14 @@ void ProfileServices::showDownloads()
 void ProfileServices::showBrowserData()
 {
     const DropsDisabled guard(m_shell);
-    // The active window may show a page on the whole screen, which can end meanwhile.
+    // The frame owns the dialog: the active window may be one that shows a page on the whole
+    // screen, and would take the dialog along when it ends.
     frmBrowserData dialog(m_owner);
     if (dialog.exec() == QDialog::Accepted)
-        forget(dialog.chosen());
+        deleteData(dialog.chosen());
 }
 
-void ProfileServices::forget(const BrowserData& data)
+void ProfileServices::deleteData(const BrowserData& data)
 {
     if (data.cookies)
         m_profile.cookieStore()->deleteAllCookies();
@@ -61,8 +64,10 @@ void ProfileServices::forget(const BrowserData& data)
         m_profile.clearHttpCache();
     if (data.visitedLinks)
         m_profile.clearAllVisitedLinks();
-    if (data.permissions)
-        emit permissionsForgotten();
+    if (data.permissions) {
+        PermissionRequests::forget(m_profile, m_session.permissions);
+        m_session.forgetAnswers();
+    }
     if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
         m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
                               u"Meldung"_s, Prompt::Icon::Exclamation);
@@ -71,13 +76,13 @@ void ProfileServices::forget(const BrowserData& data)
 
 bool ProfileServices::mayEnd()
 {
-    const int running = m_table.openCount();
-    if (running > 0) {
+    const int open = m_table.openCount();
+    if (open > 0) {
         const QString text =
-            running == 1
+            open == 1
                 ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
                 : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
-                      running);
+                      open);
         const PromptSession::Hold hold(m_session);
         const DropsDisabled guard(m_shell);
         if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question))

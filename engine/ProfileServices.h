@@ -12,8 +12,8 @@ class Shell;
 class frmDownloads;
 struct BrowserData;
 
-/// What all pages share besides their store: each service is a small object of
-/// its own that this one makes. It goes before the profile.
+/// What works for all pages of the profile: downloads with their window, notifications, and
+/// the deletion of browsing data. It goes before the profile.
 class ProfileServices : public QObject {
     Q_OBJECT
 public:
@@ -23,12 +23,11 @@ public:
                     PromptSession& session);
     ~ProfileServices() override;
 
-    /// Whether the program may end. Asks if that would break downloads off, and
-    /// breaks them off if so.
+    /// Whether the program may end. If downloads are not finished the user is asked; they are
+    /// broken off if he agrees.
     bool mayEnd();
 
-    /// What the user has refused of `page`, or of windows without a document, no longer counts.
-    void forgetRefusals(const QObject* page) { m_downloads.forgetRefusals(page); }
+    WebDownloads& downloads() { return m_downloads; }
 
 public slots:
     /// Brings the downloads window to the front.
@@ -36,13 +35,9 @@ public slots:
     /// Asks which browsing data are to be deleted, and deletes them.
     void showBrowserData();
 
-signals:
-    /// Whoever remembers what pages were permitted is to forget it.
-    void permissionsForgotten();
-
 private:
     frmDownloads& downloadsWindow();
-    void forget(const BrowserData& data);
+    void deleteData(const BrowserData& data);
 
     Shell& m_shell;
     QWidget* m_owner;

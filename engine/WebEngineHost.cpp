@@ -1,16 +1,14 @@
 #include "engine/WebEngineHost.h"
 
-#include "engine/DarkPages.h"
-#include "engine/EngineFlags.h"
 #include "engine/EngineStart.h"
 #include "engine/PageServices.h"
 #include "engine/ProfileServices.h"
-#include "engine/asking/PermissionRequests.h"
 #include "engine/page/WebEnginePage.h"
-#include "engine/viewing/SpellCheck.h"
 #include "pages/asking/PromptSession.h"
+#include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/StoredWebData.h"
 
+#include <QLocale>
 #include <QQuickWidget>
 #include <QTimer>
 #include <QWebEngineCookieStore>
@@ -23,25 +21,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::seconds afterTheStart(2);
+/// How long after the start the dictionaries are loaded: sooner they would hold up the
+/// first page.
+constexpr std::chrono::seconds dictionaryDelay(2);
 
-std::unique_ptr<QWebEngineProfile> makeProfile()
+std::unique_ptr<QWebEngineProfile> startEngine()
 {
-    // The first profile starts the engine.
-    announceDictionaries();
-    announceAssistiveTools();
-    announceDarkDesktop();
-    // A local page shows its pictures and styles, but reads no other local file. The
-    // profile's own switch for that, when it is off, takes the pictures and styles away,
-    // too (seen with Qt 6.4), so it stays on and the part that draws the pages is told.
-    addPageSwitch("allowFileAccessFromFileURLs=false");
+    prepareEngineStart();
     return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
 }
 
-/// The first page in a window that is already there makes the toolkit replace it by one
-/// that the engine can draw into, without the state, the place and the flags that it had
-/// (seen with Qt 6.4.2). A window that has held such a child from the start stays.
-void prepareForPages(QWidget& frame)
+/// The first page in a window that is already there makes Qt replace it by one that the
+/// engine can draw into, without the state, the place and the flags that it had (seen with
+/// Qt 6.4.2). A window that has held such a child from the start stays. Before this is
+/// removed, maximise the frame, close all pages at the start, and open one.
+void keepNativeWindow(QWidget& frame)
 {
     auto* const child = new QQuickWidget(&frame);
     child->setObjectName(u"firstPageSurface"_s);
@@ -53,15 +47,14 @@ void prepareForPages(QWidget& frame)
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve)
     : m_resolve(std::move(resolve)), m_prompts(std::make_unique<PromptSession>()),
-      m_profile(makeProfile()), m_pages(std::make_unique<QObject>())
+      m_profile(startEngine()), m_pages(std::make_unique<QObject>())
 {
     removeMarkedWebData(dataFolder);
     m_profile->setPersistentStoragePath(dataFolder);
     m_profile->setCachePath(cacheFolder);
     applySettings();
     addReportScript();
-    // The dictionaries would hold up the first page.
-    QTimer::singleShot(afterTheStart, m_profile.get(), [this] { startSpellCheck(*m_profile); });
+    QTimer::singleShot(dictionaryDelay, m_profile.get(), [this] { startSpellCheck(); });
 }
 
 WebEngineHost::~WebEngineHost() = default;
@@ -72,8 +65,8 @@ EngineFactory WebEngineHost::factory()
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
         auto engine =
             std::make_unique<WebEngineControl>(parent, page, m_resolve, m_prompts->popups);
-        new PageServices(*m_shell, *m_services, *m_prompts, parent, engine->view(),
-                         page); // its own
+        // The services belong to the page.
+        new PageServices(*m_shell, *m_services, *m_prompts, parent, engine->view(), page);
         return engine;
     };
 }
@@ -82,12 +75,7 @@ void WebEngineHost::serve(Shell& shell, QWidget* frame)
 {
     m_shell = &shell;
     m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile, *m_prompts);
-    prepareForPages(*frame);
-    QObject::connect(m_services.get(), &ProfileServices::permissionsForgotten, m_services.get(),
-                     [this] {
-                         PermissionRequests::forget(*m_profile, m_prompts->permissions);
-                         m_prompts->forgetAnswers();
-                     });
+    keepNativeWindow(*frame);
 }
 
 bool WebEngineHost::mayEnd()
@@ -119,9 +107,21 @@ void WebEngineHost::applySettings()
 #endif
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
-    // Called in a thread of the engine's.
+    // The filter is called in a thread of the engine's.
     m_profile->cookieStore()->setCookieFilter(
         [](const QWebEngineCookieStore::FilterRequest& request) { return !request.thirdParty; });
+}
+
+void WebEngineHost::startSpellCheck()
+{
+    const QStringList languages =
+        spellLanguages(installedDictionaries(), QLocale::system().uiLanguages());
+    // With an empty list of languages the engine writes a warning to the terminal (seen with
+    // Qt 6.8).
+    if (languages.isEmpty())
+        return;
+    m_profile->setSpellCheckLanguages(languages);
+    m_profile->setSpellCheckEnabled(true);
 }
 
 void WebEngineHost::addReportScript()

@@ -230,8 +230,9 @@ void PagePrinter::choosePrinter(AskedBy askedBy)
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QAbstractPrintDialog::PrintPageRange);
     m_job->dialog = dialog;
-    new StaysOnScreen(dialog);                                      // its options unfold downwards
-    const auto open = std::make_shared<PagePrompt::Open>(m_prompt); // until the dialog ends
+    new StaysOnScreen(dialog); // its options unfold downwards
+    // The question is open until the dialog ends.
+    const auto open = std::make_shared<PagePrompt::Open>(m_prompt);
     const auto decided = [this, askedBy, open, printer = m_job->printer](int result) {
         if (result != QDialog::Accepted && askedBy == AskedBy::Page)
             m_prompt.session().prints.cancelled();

@@ -8,7 +8,20 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <sys/wait.h>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString reasonText(int processStatus)
+{
+    const QString what = u"Der Prozess der Seite wurde unerwartet beendet (%1)."_s;
+    return what.arg(WIFSIGNALED(processStatus) ? u"Signal %1"_s.arg(WTERMSIG(processStatus))
+                                               : u"Code %1"_s.arg(WEXITSTATUS(processStatus)));
+}
+
+} // namespace
 
 CrashOverlay::CrashOverlay(QWidget* view)
     : QFrame(OverlayPlacer::parentFor(view)), m_view(view),
@@ -43,14 +56,15 @@ CrashOverlay::CrashOverlay(QWidget* view)
 
 bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
 {
-    // The view has nothing to show that could take keys.
+    // The view has nothing left to show that could take keys.
     if (watched == m_view && event->type() == QEvent::FocusIn && isVisible())
         m_reload->setFocus();
     return QFrame::eventFilter(watched, event);
 }
 
-void CrashOverlay::appear(const QString& reason)
+void CrashOverlay::appear(int processStatus)
 {
+    const QString reason = reasonText(processStatus);
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
     const bool hadFocus = isFocusUnder();
@@ -71,7 +85,7 @@ void CrashOverlay::vanish()
         m_view->setFocus();
 }
 
-/// In the page, or in what else lies over it.
+/// Whether the focus is in the page, or in something else that lies over it.
 bool CrashOverlay::isFocusUnder() const
 {
     const QWidget* const focus = window()->focusWidget();

@@ -5,20 +5,21 @@
 class QLabel;
 class QPushButton;
 
-/// Covers the view of a page that can no longer be shown, says why, and offers
-/// to load the page again.
+/// Covers the view of a page that can no longer be shown because its process has ended, says
+/// so, and offers to load the page again. It never does so by itself.
 class CrashOverlay : public QFrame {
     Q_OBJECT
 public:
-    /// Over `view`, with which it goes.
+    /// Belongs to `view`, over which it lies. It is hidden at first.
     explicit CrashOverlay(QWidget* view);
 
-    void appear(const QString& reason);
-    /// Leaves the focus, if it has it, to the page. To be called once more when the
-    /// page is there: only then has the engine a widget for it.
+    /// `processStatus` says how the process has ended, as the system does (wait).
+    void appear(int processStatus);
+    /// Leaves the focus, if it has it, to the page. To be called when the page begins to load
+    /// and once more when it is there: only then has the engine a widget for it.
     void vanish();
 
-    /// Hands a focus that the view gets on to the button.
+    /// Hands the focus on to the button when the view gets it.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:

@@ -1,10 +1,33 @@
 #include "pages/viewing/SpellDictionaries.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QLibraryInfo>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr const char* folderVariable = "QTWEBENGINE_DICTIONARIES_PATH";
+
+QStringList dictionariesIn(const QString& folder)
+{
+    QStringList names = QDir(folder).entryList({u"*.bdic"_s}, QDir::Files, QDir::Name);
+    for (QString& name : names)
+        name.chop(5);
+    return names;
+}
+
+/// The folder that the engine takes its dictionaries from: it looks in the same order.
+QString dictionaryFolder()
+{
+    if (qEnvironmentVariableIsSet(folderVariable))
+        return qEnvironmentVariable(folderVariable);
+    const QString name = u"/qtwebengine_dictionaries"_s;
+    const QString beside = QCoreApplication::applicationDirPath() + name;
+    return QDir(beside).exists() ? beside : QLibraryInfo::path(QLibraryInfo::DataPath) + name;
+}
 
 QString languageOf(const QString& name)
 {
@@ -36,10 +59,23 @@ QString bestFor(QString wanted, const QStringList& installed)
 
 } // namespace
 
+void announceDictionaries()
+{
+    // The distribution puts there what it makes of its own dictionaries.
+    const QString system = u"/usr/share/hunspell-bdic"_s;
+    if (installedDictionaries().isEmpty() && !dictionariesIn(system).isEmpty())
+        qputenv(folderVariable, system.toUtf8());
+}
+
+QStringList installedDictionaries()
+{
+    return dictionariesIn(dictionaryFolder());
+}
+
 QStringList spellLanguages(const QStringList& installed, const QStringList& userLanguages)
 {
     QStringList chosen;
-    QStringList languages; // taken already
+    QStringList languages; // of which a dictionary has been chosen
     for (const QString& wanted : userLanguages + QStringList{u"de"_s, u"en"_s}) {
         QString language = wanted;
         language = languageOf(language.replace(u'-', u'_'));
