@@ -62,7 +62,7 @@ QString DownloadPlace::waitingPlace(const QString& name, const IsTaken& isTaken)
 
 QString DownloadPlace::ask(const QString& name, const QPointer<const QObject>& page)
 {
-    const QString path = mayAsk(page) ? askPath(name) : QString();
+    QString path = mayAsk(page) ? askPath(name) : QString();
     if (path.isEmpty())
         ++m_refusals[page];
     else
