@@ -9,12 +9,16 @@
 #include <QMdiSubWindow>
 #include <QTimer>
 
+#include <utility>
+
 BrowserFocus::BrowserFocus(const Places& places) : m_places(places)
 {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
         remember(now);
         giveBack(before, now);
     });
+    places.window.installEventFilter(this);
+    places.client.installEventFilter(this);
     // A click gives the focus to the widget under the mouse, which activates the window
     // before the application tells of the change.
     connect(&places.window, &QMdiSubWindow::aboutToActivate, this,
@@ -44,6 +48,13 @@ void BrowserFocus::remember(QWidget* now)
 
 bool BrowserFocus::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == &m_places.window || watched == &m_places.client) {
+        if (event->type() == QEvent::Hide && !event->spontaneous())
+            setAside();
+        else if (event->type() == QEvent::Show && !event->spontaneous())
+            takeBack();
+        return QObject::eventFilter(watched, event);
+    }
     // A widget that is hidden passes its focus on as the Tab key does. The engine's widget
     // (seen with Qt 6.4) passes that key to its page, or to the next page when that is there
     // already, and the first link of it would have the focus. To be removed when a page
@@ -54,6 +65,24 @@ bool BrowserFocus::eventFilter(QObject* watched, QEvent* event)
             widget->clearFocus();
     }
     return QObject::eventFilter(watched, event);
+}
+
+void BrowserFocus::setAside()
+{
+    // QMdiSubWindow hides itself, or what is in it, to become normal, maximised or minimised.
+    // The focus would go on as by the Tab key then (seen with Qt 6.4), and what is typed in
+    // the address line would be taken for left.
+    QWidget* const focus = QApplication::focusWidget();
+    if (focus == nullptr || !m_places.window.isAncestorOf(focus))
+        return;
+    m_aside = focus;
+    m_places.window.window()->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void BrowserFocus::takeBack()
+{
+    if (QWidget* const focus = std::exchange(m_aside, nullptr))
+        focus->setFocus(Qt::ActiveWindowFocusReason);
 }
 
 void BrowserFocus::giveBack(const QWidget* before, const QWidget* now)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class AddressBar;
 class QMdiSubWindow;
@@ -8,7 +9,8 @@ class QWidget;
 
 /// Remembers whether the page or the address line of a browser window has the focus, and
 /// keeps it there: the engine replaces the widget that shows the page for a page of
-/// another site, and takes it away when the page's process dies.
+/// another site, and takes it away when the page's process dies; the toolkit hides the
+/// window for a moment when its state changes.
 ///
 /// Must be destroyed before the widgets that it was made with.
 class BrowserFocus : public QObject {
@@ -33,6 +35,9 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Around a time when the window is hidden: the focus waits in the frame.
+    void setAside();
+    void takeBack();
     void remember(QWidget* now);
     void giveBack(const QWidget* before, const QWidget* now);
     /// Whether it is the page, a part of it, or lies over it; the bars do not.
@@ -40,4 +45,5 @@ private:
 
     Places m_places;
     bool m_isInPage = false;
+    QPointer<QWidget> m_aside;
 };

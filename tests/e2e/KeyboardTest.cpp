@@ -104,6 +104,28 @@ private slots:
         QCOMPARE(keys(u"Zwei"_s, u"-"_s), 1);
     }
 
+    /// The toolkit hides a window for a moment when its state changes.
+    void aChangedWindowKeepsTheFocus()
+    {
+        tell("Eins");
+        tell("Zwei");
+        open(u"/Zwei"_s, u"Zwei"_s);
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/Eins"_s));
+        QString page = u"Eins"_s;
+        QString before = u"Zwei"_s;
+        QVERIFY(reaches(page));
+        for (const auto& change : {u"alt+f u alt+minus x"_s, u"alt+minus w alt+f k alt+minus x"_s,
+                                   u"alt+minus n alt+minus x"_s}) {
+            User::press(change);
+            QVERIFY(reaches(page, u"k"_s, {}, 1));
+            User::press(u"ctrl+l Down "_s + change + u" Return"_s);
+            std::swap(page, before);
+            QVERIFY(reaches(page));
+        }
+        QCOMPARE(m_server->requests(u"/focus"_s), 0);
+    }
+
     void theAddressLine()
     {
         tell("Eins");
