@@ -75,12 +75,26 @@ void AddressBar::visited(const QString& address)
     const int found = m_address->findText(address, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0)
         m_address->removeItem(found);
-    const bool isListed = isKept(address);
-    if (isListed)
+    if (isKept(address))
         m_address->insertItem(0, address);
-    m_address->setCurrentIndex(isListed ? 0 : -1);
-    showAddress(addressShown(address));
+    showPage();
+}
+
+void AddressBar::showPage()
+{
+    m_address->setCurrentIndex(isKept(m_shown) ? 0 : -1);
+    showAddress(addressShown(m_shown));
     m_address->lineEdit()->setCursorPosition(0); // so that the host of a long address can be seen
+}
+
+void AddressBar::loadEnded()
+{
+    if (!m_isOpening)
+        return;
+    const bool isSelected = m_address->lineEdit()->hasSelectedText();
+    discardText();
+    if (isSelected)
+        m_address->lineEdit()->selectAll();
 }
 
 int AddressBar::addressLeft() const
@@ -154,8 +168,7 @@ void AddressBar::open()
 void AddressBar::discardText()
 {
     m_isOpening = false;
-    showAddress(addressShown(m_shown));
-    m_address->lineEdit()->setCursorPosition(0);
+    showPage();
 }
 
 void AddressBar::focusLeft(Qt::FocusReason reason)
@@ -164,8 +177,16 @@ void AddressBar::focusLeft(Qt::FocusReason reason)
     // to what was typed.
     const bool comesBack = reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason ||
                            reason == Qt::ActiveWindowFocusReason;
-    if (!comesBack && !m_isOpening && address() != m_shown)
-        discardText();
+    if (comesBack)
+        return;
+    // While windows are arranged the focus goes to another one and comes back at once; the
+    // line of a minimised window waits for it.
+    QTimer::singleShot(0, this, [this] {
+        const bool isMinimised = !isVisible() && !isHidden();
+        const bool isLeft = !m_address->lineEdit()->hasFocus() && !isMinimised;
+        if (isLeft && !m_isOpening && address() != m_shown)
+            discardText();
+    });
 }
 
 bool AddressBar::dropped(const QMimeData& offered)

@@ -23,6 +23,9 @@ public:
     /// Puts `address` at the top of the list, in place of an entry that equals it, and
     /// shows it.
     void visited(const QString& address);
+    /// No load is running any more: an address that was opened and has not been visited gives
+    /// way to that of the page.
+    void loadEnded();
     /// The left edge of the address line and the panel's fixed height, in pixels.
     int addressLeft() const;
     int panelHeight() const;
@@ -48,6 +51,7 @@ private:
     /// Brings back the address of the page in place of what was typed.
     void discardText();
     void showAddress(const QString& address);
+    void showPage();
 
     QLabel* m_label;
     QComboBox* m_address;

@@ -227,6 +227,7 @@ void frmBrowser::busyTick()
         return;
     }
     m_busy->finish();
+    m_addressBar->loadEnded();
     caption(locationName());
     if (const auto own = document(); own && !own->Title.isEmpty())
         caption(own->Title);

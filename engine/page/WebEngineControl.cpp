@@ -85,6 +85,10 @@ void WebEngineControl::connectLoading()
             m_errorPage = url;
         m_visits.reported(report, pageState());
     });
+    connect(m_page, &WebEnginePage::leaveAnswered, this, [this](bool isLeaving) {
+        if (!isLeaving)
+            m_pending = Pending::Nothing;
+    });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
 }
@@ -194,7 +198,8 @@ bool WebEngineControl::AskToClose()
 
 bool WebEngineControl::Busy() const
 {
-    return m_pending != Pending::Nothing || m_page->isLoading();
+    // While the page asks whether to leave it, what is pending waits for the answer.
+    return m_pending != Pending::Nothing || m_page->isLoading() || m_page->isAsking();
 }
 
 QString WebEngineControl::LocationURL() const

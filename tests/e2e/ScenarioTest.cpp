@@ -1,6 +1,8 @@
 #include "tests/e2e/Scenario.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QtTest>
 
 #include <csignal>
@@ -147,6 +149,16 @@ private slots:
         User::press(u"Escape"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
         QVERIFY(User::sees(maximised(u"Formular"_s)));
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/red"_s));
+        QTRY_SEES(question);
+        QTest::qWait(4000); // the user takes a while
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
+        QTest::qWait(700);
+        User::press(u"ctrl+l ctrl+c"_s); // the line has the page's address again
+        QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
+                                  m_server->address(u"/form"_s), patience);
         User::press(u"ctrl+w"_s);
         QTRY_SEES(question);
         User::press(u"shift+Tab Return"_s); // past the offer to be silenced, the second time

@@ -26,6 +26,7 @@ struct OneWindow : StartedFrame {
         bar = browser->findChild<QProgressBar*>(u"ProgressBar1"_s);
         page = engine(0);
     }
+    void tick() { QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection); }
     void click(const char* key) { toolbar->findChild<QAction*>(QLatin1String(key))->trigger(); }
     bool busy() { return timer->isActive(); }
 
@@ -75,6 +76,30 @@ private slots:
         QCOMPARE(w.page->calls(), u"Navigate http://a/"_s);
     }
 
+    void theAddressLineGoesBackToThePage()
+    {
+        OneWindow w;
+        for (const auto& page : {u"a"_s, u"b"_s, u"c"_s})
+            w.page->arrive(page, page);
+        w.tick();
+        const auto press = [&](Qt::Key key) {
+            QTest::keyClick(w.combo->lineEdit(), key);
+            return w.combo->currentText();
+        };
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(press(Qt::Key_Down), u"b"_s);
+            QCOMPARE(press(Qt::Key_Escape), u"c"_s);
+        }
+        press(Qt::Key_Down);
+        QCOMPARE(press(Qt::Key_Return), u"b"_s);
+        w.tick(); // nothing came of it: a download, an address of another program
+        QCOMPARE(w.combo->currentText(), u"c"_s);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        w.click("Stop");
+        QCOMPARE(w.combo->currentText(), u"b"_s);
+    }
+
     void aPopUpIsRefusedOnceAfterAButton()
     {
         OneWindow w;
@@ -113,7 +138,7 @@ private slots:
         w.page->busy = true;
         QString steps;
         for (int i = 0; i < 12; ++i) {
-            QMetaObject::invokeMethod(w.timer, "timeout", Qt::DirectConnection);
+            w.tick();
             steps += QString::number(w.bar->value());
         }
         QCOMPARE(steps, u"012345678901"_s);
@@ -122,7 +147,7 @@ private slots:
         QVERIFY(!w.busy());
         w.page->locationName = u"name"_s;
         w.page->busy = false;
-        QMetaObject::invokeMethod(w.timer, "timeout", Qt::DirectConnection);
+        w.tick();
         QCOMPARE(w.browser->windowTitle(), u"name"_s);
         QTRY_VERIFY(w.bar->isHidden());
         QCOMPARE(w.bar->value(), 0);
