@@ -18,6 +18,7 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    connect(this, &QMdiArea::subWindowActivated, this, &ChildArea::stackIcons);
 }
 
 void ChildArea::addChild(frmBrowser* child)
@@ -39,7 +40,22 @@ void ChildArea::addChild(frmBrowser* child)
                 // The area may have changed while the child had no place in it.
                 if ((before & placeless) && !(now & placeless))
                     layOut();
+                stackIcons();
             });
+}
+
+void ChildArea::stackIcons()
+{
+    QMdiSubWindow* const active = currentSubWindow();
+    const QList<QMdiSubWindow*> all = subWindowList();
+    for (QMdiSubWindow* child : all) {
+        if (!child->isMinimized() || child == active)
+            continue;
+        if (active != nullptr && active->isMaximized())
+            child->stackUnder(active);
+        else
+            child->raise();
+    }
 }
 
 void ChildArea::arrange(Arrangement mode)

@@ -37,6 +37,8 @@ protected:
 private:
     /// Lays the children out by the arrangement in force; maximised ones stay so.
     void layOut();
+    /// Puts the minimised children over the others, but under one that fills the area.
+    void stackIcons();
     /// The children that an arrangement places.
     QList<frmBrowser*> laidOutChildren(QMdiArea::WindowOrder order) const;
     ChildSizes sizesOf(const QList<frmBrowser*>& children) const;
