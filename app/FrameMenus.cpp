@@ -84,7 +84,7 @@ constexpr int lastKey = 9;
 
 QString windowListEntry(int number, const QString& title)
 {
-    QString shown = title;
+    QString shown = title.isEmpty() ? u"Leeres Fenster"_s : title;
     shown.replace(u"[*][*]"_s, u"[*]"_s); // doubled, as a window title needs it
     if (shown.size() > longestTitle) {
         qsizetype end = longestTitle - 1;
