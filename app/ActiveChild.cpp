@@ -1,5 +1,6 @@
 #include "app/ActiveChild.h"
 
+#include "browser/BrowserLayout.h"
 #include "browser/frmBrowser.h"
 
 #include <QMdiArea>
@@ -30,6 +31,8 @@ void ActiveChild::choose(QMdiSubWindow& window)
     if (window.isMinimized())
         window.showNormal();
     m_area.setActiveSubWindow(&window);
+    if (!window.isMaximized())
+        window.setGeometry(withinReach(window.geometry(), m_area.viewport()->size()));
 }
 
 void ActiveChild::chooseNext()

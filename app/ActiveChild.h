@@ -16,7 +16,8 @@ public:
 
     /// From now on the window gives way to another when it is minimised.
     void watch(QMdiSubWindow& window);
-    /// Activates a window that the user has chosen; restores it when it is minimised.
+    /// Activates a window that the user has chosen; restores it when it is minimised, and
+    /// moves it back when its title bar is out of reach.
     void choose(QMdiSubWindow& window);
     /// Chooses the next window in the order in which they were made, or the one before.
     void chooseNext();

@@ -5,8 +5,9 @@
 #include <algorithm>
 
 namespace {
-/// How much of a window that is moved out of its area stays inside, in pixels.
-constexpr int grip = 40;
+/// How much of a window that is moved out of its area stays inside, in pixels: of its width
+/// more than the buttons of the title bar take, of its height the title bar.
+constexpr QSize grip(100, 40);
 
 QPoint direction(int key)
 {
@@ -68,8 +69,21 @@ QRect placedByKey(const QRect& place, Placing placing, int key, int step, const 
         return {place.topLeft(), (place.size() + QSize(way.x(), way.y())).expandedTo(least)};
     if (placing == Placing::None || way.isNull())
         return place;
-    const QPoint to = place.topLeft() + way;
-    const int left =
-        std::clamp(to.x(), std::min(grip - place.width(), 0), std::max(area.width() - grip, 0));
-    return {QPoint(left, std::clamp(to.y(), 0, std::max(area.height() - grip, 0))), place.size()};
+    return withinReach(place.translated(way), area);
+}
+
+QRect withinReach(const QRect& place, const QSize& area)
+{
+    const QSize most = (area - grip).expandedTo({0, 0});
+    const int least = std::min(grip.width() - place.width(), 0);
+    return {
+        QPoint(std::clamp(place.x(), least, most.width()), std::clamp(place.y(), 0, most.height())),
+        place.size()};
+}
+
+QRect movedInside(const QRect& place, const QSize& area)
+{
+    const QSize most = (area - place.size()).expandedTo({0, 0});
+    return {QPoint(std::clamp(place.x(), 0, most.width()), std::clamp(place.y(), 0, most.height())),
+            place.size()};
 }

@@ -47,3 +47,8 @@ enum class Placing { None, Move, Size };
 /// left corner and is no smaller than `least`. Any other key changes nothing.
 QRect placedByKey(const QRect& place, Placing placing, int key, int step, const QSize& area,
                   const QSize& least);
+
+/// `place` moved as little as needed for the title bar to be grasped in an area of this size.
+QRect withinReach(const QRect& place, const QSize& area);
+/// `place` moved into the area; one that is too large begins at its upper left corner.
+QRect movedInside(const QRect& place, const QSize& area);

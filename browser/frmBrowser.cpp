@@ -349,7 +349,7 @@ void frmBrowser::setWindowHeight(int content)
     if (isMaximized() || isMinimized())
         return;
     const qint64 twips = windowHeightFor(content, toTwips(height()), m_client->height(), bars());
-    resize(width(), pixels(twips));
+    sizeForPage({width(), pixels(twips)});
 }
 
 void frmBrowser::setWindowWidth(int content)
@@ -357,7 +357,12 @@ void frmBrowser::setWindowWidth(int content)
     if (isMaximized() || isMinimized())
         return;
     const qint64 twips = windowWidthFor(content, toTwips(width()), m_client->width());
-    resize(pixels(twips), height());
+    sizeForPage({pixels(twips), height()});
+}
+
+void frmBrowser::sizeForPage(const QSize& size)
+{
+    setGeometry(movedInside({pos(), size}, parentWidget()->size()));
 }
 
 void frmBrowser::closeUnasked()

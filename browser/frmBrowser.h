@@ -107,6 +107,8 @@ private:
     void navigateComplete(const EngineFrame& frame, const QString& url);
     void setWindowHeight(int content);
     void setWindowWidth(int content);
+    /// Keeps the window inside the frame's area if it has room there.
+    void sizeForPage(const QSize& size);
 
     BrowserBars bars() const;
     void unload();
