@@ -36,7 +36,7 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
 void FrameCommands::buildTable()
 {
     m_commands = {
-        {u"mn_Browser"_s, [this] { m_frame.CreateBrowser(); }},
+        {u"mn_Browser"_s, [this] { m_frame.NewBrowser(); }},
         {u"mn_Einstellungen"_s, [this] { showPreferences(); }},
         {u"mn_IEProp"_s, [this] { showInternetOptions(); }},
         {u"mn_Exit"_s, [this] { m_frame.close(); }},

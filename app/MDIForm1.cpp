@@ -16,7 +16,6 @@
 #include <QContextMenuEvent>
 #include <QIcon>
 #include <QLabel>
-#include <QPointer>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
@@ -98,10 +97,10 @@ void MDIForm1::AddToHistory(const QString& url, const QString& title)
 
 void MDIForm1::NewBrowser()
 {
-    CreateBrowser();
+    CreateBrowser(nullptr);
 }
 
-frmBrowser* MDIForm1::CreateBrowser()
+frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
 {
     if (freeDescriptors() < descriptorsOfAWindow) {
         statusText(u"Kein neues Fenster: zu viele offene Dateien. Bitte Fenster schließen."_s);
@@ -113,11 +112,9 @@ frmBrowser* MDIForm1::CreateBrowser()
     window->showToolbar(preferences().Toolbar() != 0);
     m_area->addChild(window);
     m_activeChild->watch(*window);
-    window->load();
-    if (!window.isNull()) {
-        window->PubResize();
-        m_area->setActiveSubWindow(window);
-    }
+    window->opener(opener);
+    frmBrowser* const active = activeBrowser();
+    load(window, opener != nullptr && opener != active ? active : nullptr);
 
     m_windowNumber = addWhole(m_windowNumber, 1);
     m_counter = addWhole(m_counter, 1);
@@ -128,6 +125,21 @@ frmBrowser* MDIForm1::CreateBrowser()
     window->windowKey(m_windowNumber);
     applyArrangement();
     return window;
+}
+
+void MDIForm1::load(const QPointer<frmBrowser>& window, frmBrowser* front)
+{
+    // Shown, a window becomes the active one unless it is disabled.
+    window->setEnabled(front == nullptr);
+    window->load();
+    if (window.isNull())
+        return;
+    window->setEnabled(true);
+    window->PubResize();
+    if (front != nullptr)
+        window->stackUnder(front);
+    else
+        m_area->setActiveSubWindow(window);
 }
 
 void MDIForm1::ShowActiveChild()

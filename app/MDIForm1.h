@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QList>
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 
@@ -70,10 +71,10 @@ public:
     void AddToHistory(const QString& url, const QString& title) override;
     /// Creates one browser window on `HistoryUrl`, or on the start address.
     void NewBrowser();
-    /// As NewBrowser; returns the window, or null if it closed itself at once or the
-    /// engine would run out of descriptors: the status line says so then.
-    /// Throws OverflowError when the numbers run out.
-    frmBrowser* CreateBrowser() override;
+    /// As NewBrowser, for the page of `opener` if that is not null; returns the window, or
+    /// null if it closed itself at once or the engine would run out of descriptors: the
+    /// status line says so then. Throws OverflowError when the numbers run out.
+    frmBrowser* CreateBrowser(frmBrowser* opener) override;
 
     // What start-up and the commands need beside them.
 
@@ -127,6 +128,8 @@ private:
     void MDIForm_Activate();
     void MDIForm_Unload();
     void ShowActiveChild();
+    /// Has a new window load, behind the window `front` unless that is null.
+    void load(const QPointer<frmBrowser>& window, frmBrowser* front);
     void unloadChildren();
     /// Lets other windows take the place of one that is about to go.
     void replace(const frmBrowser& closing);

@@ -7,9 +7,10 @@ class frmBrowser;
 /// What a browser window asks of the frame that holds it, beyond what every window may.
 class BrowserFrame : public Shell {
 public:
-    /// Creates and shows a browser window, owned by the frame. Null when its page
-    /// has closed it already, or when there is no room for it.
-    virtual frmBrowser* CreateBrowser() = 0;
+    /// Creates and shows a browser window, owned by the frame. It becomes the active one,
+    /// unless `opener`, whose page wants it, is not: the user may be typing elsewhere. Null
+    /// when its page has closed it already, or when there is no room for it.
+    virtual frmBrowser* CreateBrowser(frmBrowser* opener) = 0;
     /// Removes the window with this number from the frame's collection. Called once,
     /// by the window's unload; the number is 0 while the window is being created.
     virtual void browserUnloaded(qint32 number) = 0;

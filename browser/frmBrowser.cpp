@@ -133,7 +133,7 @@ void frmBrowser::load()
     m_frame.bOpenNewWindow(false);
     ignoringErrors([this] { InitEngine(); });
     // An empty window waits for an address, any other one for its page.
-    m_focus->settle(!StripQuotes(m_startingAddress).isEmpty());
+    m_focus->settle(m_opener != nullptr || !StripQuotes(m_startingAddress).isEmpty());
     ignoringErrors([this] { show(); });
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
     m_startingAddress = StripQuotes(m_startingAddress);
@@ -261,12 +261,10 @@ void frmBrowser::newWindowRequested(EngineControl*& engine, bool& cancel)
     }
     m_frame.bNewSize(true);
     frmBrowser* window = nullptr;
-    ignoringErrors([&] { window = m_frame.CreateBrowser(); });
+    ignoringErrors([&] { window = m_frame.CreateBrowser(this); });
     if (window == nullptr)
         return;
     window->bNewWindow(true);
-    window->opener(this);
-    window->m_focus->settle(true);
     engine = window->brwWebBrowser();
 }
 

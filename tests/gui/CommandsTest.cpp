@@ -1,6 +1,7 @@
 #include "app/ActiveChild.h"
 #include "tests/gui/FrameFixture.h"
 
+#include <QComboBox>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -13,6 +14,14 @@ struct Started : StartedFrame {
 
     void choose(const char* name) { item(name)->trigger(); }
     void open(const char* menu) { emit item(menu)->menu()->aboutToShow(); }
+    /// The page of a window asks for a new one.
+    void popUp(std::size_t from)
+    {
+        EngineControl* target = nullptr;
+        bool cancel = false;
+        emit engine(from)->NewWindow2(target, cancel);
+    }
+    void choose(int position) { frame().activeChild().choose(*window(position)); }
 };
 
 } // namespace
@@ -47,6 +56,67 @@ private slots:
         QCOMPARE(entries[2]->text(), u"&2 C"_s);
         QVERIFY(!entries[1]->isChecked() && entries[2]->isChecked());
         QCOMPARE(windowListEntry(10, u"C"_s), u"10 C"_s); // the key 1 is the first one's
+        QCOMPARE(windowListEntry(3, {}), u"&3 Leeres Fenster"_s);
+    }
+
+    void windowsStayWithinReach()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        const auto area = [&] { return f.frame().area().viewport()->rect(); };
+        emit f.engine(1)->WindowSetHeight(area().height() / 2);
+        emit f.engine(1)->WindowSetWidth(area().width() / 2);
+        QVERIFY(area().contains(f.window(2)->geometry()));
+        const int width = f.window(2)->width();
+        for (const auto& [lost, found] :
+             {std::pair{QPoint(area().width() - 20, 10), QPoint(area().width() - 100, 10)},
+              {QPoint(20 - width, -5), QPoint(100 - width, 0)},
+              {QPoint(-20, 10), QPoint(-20, 10)}}) {
+            f.window(2)->move(lost);
+            f.choose(2);
+            QCOMPARE(f.window(2)->pos(), found);
+        }
+    }
+
+    void symbolsLieOverTheTilesOnly()
+    {
+        Started f;
+        f.frame().NewBrowser();
+        f.choose(1);
+        f.window(1)->showMinimized();
+        QTRY_COMPARE(f.frame().activeBrowser(), f.window(2));
+        const auto isOnTop = [&] {
+            const QWidget* top =
+                f.frame().area().viewport()->childAt(f.window(1)->geometry().center());
+            return top == f.window(1) || f.window(1)->isAncestorOf(top);
+        };
+        QVERIFY(isOnTop());
+        f.frame().NewBrowser();
+        QVERIFY(isOnTop());
+        f.window(3)->showMaximized();
+        QVERIFY(!isOnTop());
+        f.window(3)->showNormal();
+        QVERIFY(isOnTop());
+    }
+
+    void aWindowOfAnInactiveOneStaysBehind()
+    {
+        Started f;
+        f.frame().preferences().HomeUrl({});
+        f.frame().NewBrowser();
+        f.window(1)->showMaximized();
+        f.choose(2);
+        f.window(2)->focusAddress();
+        QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
+        QTest::keyClicks(QApplication::focusWidget(), u"half"_s);
+        f.popUp(0);
+        QCoreApplication::processEvents();
+        QTest::keyClicks(QApplication::focusWidget(), u" an address"_s);
+        QCOMPARE(f.window(2)->findChild<QComboBox*>()->currentText(), u"half an address"_s);
+        QCOMPARE(f.frame().activeBrowser(), f.window(2));
+        f.popUp(1); // its page is active, and so is what it opens
+        QCOMPARE(f.frame().activeBrowser(), f.window(4));
+        QCOMPARE(QApplication::focusWidget(), f.engine(3)->host());
     }
 
     void theOpenerFollowsAClosedWindow()
@@ -57,16 +127,11 @@ private slots:
         const auto active = [&] { return f.frame().activeBrowser()->windowKey(); };
         const auto window = [&](int key) { return f.frame().Browser().Item(QString::number(key)); };
         const auto choose = [&](int key) { f.frame().activeChild().choose(*window(key)); };
-        const auto popUp = [&](std::size_t from) {
-            EngineControl* engine = nullptr;
-            bool cancel = false;
-            emit f.engine(from)->NewWindow2(engine, cancel);
-        };
         choose(1);
         f.choose("mn_Aktivschließen");
         QCOMPARE(active(), 3); // not the first one made
-        popUp(1);              // 2 opens 4, that 5
-        popUp(3);
+        f.popUp(1);            // 2 opens 4, that 5
+        f.popUp(3);
         choose(4);
         f.choose("mn_Aktivschließen");
         QCOMPARE(active(), 2);
