@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <limits>
 #include <type_traits>
 
 namespace {
@@ -92,6 +93,7 @@ void frmEinstell::addChecks(QGridLayout& grid)
     m_combo1->setInsertPolicy(QComboBox::NoInsert);
     // A typed 1 is to stay a 1 and not to become the first item.
     m_combo1->setCompleter(nullptr);
+    m_combo1->setMinimumContentsLength(6); // the longest number that it takes
     m_combo1->lineEdit()->setAccessibleName(QStringLiteral("Historie"));
     addLabel(grid, 3, QStringLiteral("Label4"), QStringLiteral("Historie:"), m_combo1);
     grid.addWidget(m_combo1, 3, 1);
@@ -150,6 +152,18 @@ void frmEinstell::showHistoryRows(qint16 rows)
     m_combo1->setEditText(text);
 }
 
+qint16 frmEinstell::typedHistoryRows() const
+{
+    try {
+        return parseInt16(m_combo1->currentText());
+    } catch (const OverflowError& error) {
+        throw Error(error.text() +
+                    QStringLiteral("\nDas Feld „Historie“ nimmt Zahlen von %1 bis %2.")
+                        .arg(std::numeric_limits<qint16>::min())
+                        .arg(std::numeric_limits<qint16>::max()));
+    }
+}
+
 void frmEinstell::Save_Click()
 {
     Prefer& pref = m_shell.preferences();
@@ -160,8 +174,7 @@ void frmEinstell::Save_Click()
     pref.StartBrowser(toFlag(m_check2->isChecked()));
     pref.Adresszeile(toFlag(m_check3->isChecked()));
     pref.Toolbar(toFlag(m_check4->isChecked()));
-    if (!runCommand(m_shell.prompt(), this,
-                    [&] { pref.HistoryRows(parseInt16(m_combo1->currentText())); })) {
+    if (!runCommand(m_shell.prompt(), this, [&] { pref.HistoryRows(typedHistoryRows()); })) {
         m_combo1->setFocus();
         return;
     }

@@ -27,6 +27,8 @@ private:
 
     void Form_Load();
     void showHistoryRows(qint16 rows);
+    /// Throws Error for what is no number, or none that is stored.
+    qint16 typedHistoryRows() const;
     void Save_Click();
     void Quit_Click();
     void Standard_Click();

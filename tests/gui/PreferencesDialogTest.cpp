@@ -58,8 +58,11 @@ private slots:
         saveFailing(u"'abc' ist keine Zahl."_s);
         QVERIFY(find<QComboBox>(u"Combo1"_s)->hasFocus());
         QCOMPARE(int{m_shell->pref.HistoryRows()}, -3);
-        setHistoryRows(u"-32769"_s);
-        saveFailing(u"Überlauf: Die Zahl ist zu klein."_s);
+        setHistoryRows(u"32768"_s);
+        saveFailing(u"Überlauf: Die Zahl ist zu groß.\n"
+                    "Das Feld „Historie“ nimmt Zahlen von -32768 bis 32767."_s);
+        const QComboBox* rows = find<QComboBox>(u"Combo1"_s);
+        QVERIFY(rows->lineEdit()->width() > rows->fontMetrics().horizontalAdvance(u"-32768"_s));
         const QString file = m_shell->programFolder() + u"/Pref.tsp"_s;
         QVERIFY(QFile::remove(file) && QDir().mkdir(file)); // even root cannot write a folder
         setHistoryRows(u"9"_s);
