@@ -100,6 +100,10 @@ void frmBook::connectView(const HistoryCollection& history)
     connect(m_view, &ArchiveView::openWanted, this, runItem(u"mn_OpenBkm"_s));
     connect(m_view, &ArchiveView::labelEdited, this, &frmBook::AfterLabelEdit);
     connect(m_view, &ArchiveView::nodeReached, this, &frmBook::showAddress);
+    const auto showAgain = [this] { showAddress(m_shownNode); };
+    connect(&m_tree, &ArchiveTree::dataChanged, this, showAgain);
+    connect(&m_tree, &ArchiveTree::rowsRemoved, this, showAgain);
+    connect(&m_tree, &ArchiveTree::modelReset, this, showAgain);
     connect(m_view, &ArchiveView::menuWanted, this,
             [this](const QPoint& place) { run([this, place] { m_menus->popUp(place); }); });
     connect(m_view, &ArchiveView::wholeMenuWanted, this,
@@ -135,6 +139,7 @@ bool frmBook::eventFilter(QObject* watched, QEvent* event)
 
 void frmBook::showAddress(const QModelIndex& node)
 {
+    m_shownNode = node;
     QString address;
     ignoringErrors([&] {
         if (m_tree.kind(node) == NodeKind::Bookmark)

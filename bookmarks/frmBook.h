@@ -100,6 +100,8 @@ private:
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
     ElidedLabel* m_statusPanel = nullptr;
+    /// The node whose address the status line shows.
+    QPersistentModelIndex m_shownNode;
     ArchiveMenus* m_menus = nullptr;
     /// By the names of the menu items.
     QHash<QString, Command> m_commands;

@@ -22,6 +22,11 @@ private slots:
             QTest::keyClick(&f.view(), Qt::Key_Down);
             const auto* status = f.window->findChild<QLabel*>(u"panel1"_s);
             QCOMPARE(status->text(), u"http://a1"_s);
+            f.window->UpdateBookmark(f.window->selectedBookmark(), u"a1"_s, u"http://new"_s, {});
+            QCOMPARE(status->text(), u"http://new"_s);
+            f.choose(first == Qt::Key_Home ? u"mn_Loeschen" : u"mn_Laden");
+            QCOMPARE(status->text(), QString());
+            f.select(u"a2"_s);
             QTest::keyClick(&f.view(), Qt::Key_Home);
             QCOMPARE(status->text(), QString());
         }
