@@ -85,7 +85,12 @@ bool ProfileServices::mayEnd()
                       open);
         const PromptSession::Hold hold(m_session);
         const DropsDisabled guard(m_shell);
-        if (!m_shell.prompt().askYesNo(m_owner, text, u"Meldung"_s, Prompt::Icon::Question))
+        const Prompt::Question question{.title = u"Meldung"_s,
+                                        .text = text,
+                                        .accept = u"&Ja"_s,
+                                        .refuse = u"&Nein"_s,
+                                        .isRisky = true};
+        if (!m_shell.prompt().ask(m_owner, question).isAccepted)
             return false;
     }
     m_table.cancelAll();
