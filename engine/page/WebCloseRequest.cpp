@@ -20,7 +20,11 @@ WebCloseRequest::WebCloseRequest(WebEnginePage& page) : m_page(page)
 {
     m_ticks.setInterval(tick);
     connect(&m_ticks, &QTimer::timeout, this, &WebCloseRequest::wait);
-    connect(&page, &WebEnginePage::leaveAsked, this, [this] { m_ticks.stop(); });
+    connect(&page, &WebEnginePage::leaveAsked, this, [this] {
+        m_ticks.stop();
+        if (m_isAsking)
+            emit asking();
+    });
     connect(&page, &WebEnginePage::leaveAnswered, this, [this](bool isLeaving) {
         m_isAsking = m_isAsking && isLeaving;
         if (m_isAsking)

@@ -18,6 +18,8 @@ public:
     bool begin();
 
 signals:
+    /// The page is about to have the user asked whether it may be closed.
+    void asking();
     /// The page's window is to close: as the page itself wants it, or because the
     /// page does not answer.
     void closing();

@@ -8,6 +8,8 @@
 #include "pages/asking/UrlSchemes.h"
 
 #include <QDeadlineTimer>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTimer>
 #include <QWebEngineHistory>
 #include <QWebEngineNewWindowRequest>
@@ -24,6 +26,19 @@ namespace {
 constexpr std::chrono::seconds longestPending(3);
 
 const QUrl blank(u"about:blank"_s);
+
+/// Makes the browser window that `widget` is in the active one of the frame.
+void activateWindowOf(QWidget* widget)
+{
+    for (; widget != nullptr; widget = widget->parentWidget()) {
+        auto* const window = qobject_cast<QMdiSubWindow*>(widget);
+        if (window == nullptr || window->mdiArea() == nullptr)
+            continue;
+        if (window->isMinimized())
+            window->showNormal();
+        window->mdiArea()->setActiveSubWindow(window);
+    }
+}
 
 } // namespace
 
@@ -104,6 +119,7 @@ void WebEngineControl::connectWindow()
         if (report.isMainFrame && std::exchange(m_isOverLink, false))
             emit StatusTextChange({});
     });
+    connect(&m_closeRequest, &WebCloseRequest::asking, this, [this] { activateWindowOf(m_view); });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::navigationBarred, this, [this](const QUrl& url) {
         emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
