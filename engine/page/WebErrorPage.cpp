@@ -59,18 +59,19 @@ QString WebErrorPage::replacement(const QString& reason)
 
 QString WebErrorPage::html(const QString& typed)
 {
-    const QString reason = typed.trimmed().isEmpty()
-                               ? u"Es wurde keine Adresse eingegeben."_s
-                               : u"Das ist keine Adresse, die sich öffnen lässt:"_s;
-    return head + uR"(<meta charset="utf-8"><title>Keine gültige Adresse</title>)"_s + style +
-           uR"(</head><body>
-<h1>Keine gültige Adresse</h1>
-<p>)"_s + reason +
-           u"</p>\n<p><code>"_s + shortened(typed).toHtmlEscaped() + uR"(</code></p>
+    const bool isEmpty = typed.trimmed().isEmpty();
+    const QString title = isEmpty ? u"Keine Adresse"_s : u"Keine gültige Adresse"_s;
+    const QString reason = isEmpty ? uR"(<p>Es ist keine Adresse angegeben.</p>
+<p>Was die Schaltflächen „Startseite“ und „Suchen“ öffnen, steht in den Einstellungen.</p>
+)"_s
+                                   : uR"(<p>Das ist keine Adresse, die sich öffnen lässt:</p>
+<p><code>)"_s + shortened(typed).toHtmlEscaped() +
+                                         uR"(</code></p>
 <p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
 „/home/name/seite.html“.</p>
-</body></html>
 )"_s;
+    return head + uR"(<meta charset="utf-8"><title>)"_s + title + u"</title>"_s + style +
+           u"</head><body>\n<h1>"_s + title + u"</h1>\n"_s + reason + u"</body></html>\n"_s;
 }
 
 QString WebErrorPage::shownAddress(const QUrl& url)

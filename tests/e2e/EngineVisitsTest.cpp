@@ -104,6 +104,8 @@ private slots:
         m_window->engine().GoBack();
         QTRY_COMPARE(m_window->visits.mid(3), QStringList{u"- @ "_s + typed});
         QCOMPARE(m_window->engine().LocationURL(), typed);
+        m_window->engine().Navigate({});
+        QTRY_COMPARE(m_window->engine().LocationName(), u"Keine Adresse"_s);
     }
 
     void deadServerAndEncoding()
