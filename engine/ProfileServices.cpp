@@ -68,10 +68,18 @@ void ProfileServices::deleteData(const BrowserData& data)
         PermissionRequests::forget(m_profile, m_session.permissions);
         m_session.forgetAnswers();
     }
-    if (data.storage && !markStoredWebData(m_profile.persistentStoragePath())) {
-        m_shell.prompt().tell(m_owner, u"Die Daten im Webspeicher können nicht entfernt werden."_s,
-                              u"Meldung"_s, Prompt::Icon::Exclamation);
+    const bool isOnlyStorage =
+        data.storage && !data.cookies && !data.cache && !data.visitedLinks && !data.permissions;
+    QString done = isOnlyStorage ? QString() : u"Die gewählten Browserdaten sind gelöscht. "_s;
+    if (data.storage) {
+        if (markStoredWebData(m_profile.persistentStoragePath()))
+            done += u"Die Daten im Webspeicher werden beim nächsten Start entfernt."_s;
+        else
+            m_shell.prompt().tell(m_owner,
+                                  u"Die Daten im Webspeicher können nicht entfernt werden."_s,
+                                  u"Meldung"_s, Prompt::Icon::Exclamation);
     }
+    m_shell.statusText(done);
 }
 
 bool ProfileServices::mayEnd()

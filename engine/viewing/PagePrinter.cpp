@@ -312,8 +312,10 @@ void PagePrinter::writePdf(const QString& path, const QByteArray& pdf)
         QSaveFile file(path);
         // With a buffer a full disk would not always be noticed (seen with Qt 6.4).
         constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
-        if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit())
+        if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit()) {
+            m_shell.statusText(u"Gespeichert: "_s + QDir::toNativeSeparators(path));
             return;
+        }
         reason = writeFailure(file, pdf.size());
     }
     tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));

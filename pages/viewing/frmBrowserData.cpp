@@ -67,11 +67,11 @@ void frmBrowserData::setKeys()
 {
     auto* const keys = new DialogKeys(this);
     const auto escape = [this] { reject(); };
-    const auto enter = [this] { m_delete->click(); }; // does nothing while it is disabled
     const QList<QCheckBox*> all = checks();
     for (QCheckBox* check : all)
-        keys->set(check, enter, escape);
-    keys->set(m_delete, enter, escape);
+        keys->set(check, &DialogKeys::nothing, escape);
+    keys->set(
+        m_delete, [this] { m_delete->click(); }, escape);
     keys->set(m_quit, escape, escape);
 }
 

@@ -53,6 +53,7 @@ private slots:
         m_page->findChild<PagePrinter*>()->savePdf();
         QTRY_VERIFY(bytesOf(file).startsWith("%PDF") && bytesOf(file).contains("%%EOF"));
         QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
+        QTRY_COMPARE(m_world.shell.status, u"Gespeichert: "_s + file);
     }
 
     void crashesWhilePrinting()

@@ -20,7 +20,7 @@ public:
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
     void StatusBarCurr(bool value) override { statusBarCurr = value; }
     void SetDropDisabled(bool disable) override { dropSwitch.append(disable); }
-    void statusText(const QString& /*text*/) override {}
+    void statusText(const QString& text) override { status = text; }
     Prefer& preferences() override { return pref; }
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
@@ -33,6 +33,7 @@ public:
     bool isOpenBook = false;
     bool isOpenHistory = false;
     bool statusBarCurr = false;
+    QString status;
     QList<bool> dropSwitch;
     FakePrompt fakePrompt;
 

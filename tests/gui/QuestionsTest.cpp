@@ -3,6 +3,7 @@
 #include "base/DialogPrompt.h"
 #include "base/QuestionDialogs.h"
 #include "pages/asking/NotificationWindow.h"
+#include "pages/viewing/frmBrowserData.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -81,6 +82,16 @@ private slots:
         QVERIFY(answer(&DialogPrompt::askYesNo, {Qt::Key_Escape, Qt::Key_Return}));
         QVERIFY(!answer(&DialogPrompt::askYesNo, {Qt::Key_Tab, Qt::Key_Space}));
         QVERIFY(!answer(&DialogPrompt::askOkCancel, {Qt::Key_Escape}));
+    }
+
+    void deletingNeedsItsButton()
+    {
+        frmBrowserData dialog(&m_window);
+        dialog.show();
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+        QTest::keyClick(dialog.findChild<QWidget*>(u"cmdDelete"_s), Qt::Key_Return);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
 private:
