@@ -21,6 +21,10 @@ DesktopLinks::DesktopLinks(PagePrompt& prompt, const PageInput& input, QObject* 
 {
     connect(&input, &PageInput::used, this, [this] { m_sinceInput.start(); });
     connect(&prompt.page(), &WebEnginePage::desktopAddressWanted, this, &DesktopLinks::requested);
+    connect(&prompt.page(), &WebEnginePage::fileBarred, this, [this] {
+        if (takeClick())
+            emit m_prompt.page().navigationBarred(QUrl(u"file:"_s));
+    });
 }
 
 bool DesktopLinks::takeClick()

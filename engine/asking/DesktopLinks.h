@@ -8,7 +8,8 @@ class PagePrompt;
 class PageInput;
 
 /// Hands addresses of other programs ("mailto:" and so on) to the desktop, when
-/// the user has clicked on one and agrees.
+/// the user has clicked on one and agrees. Of a click on a file, which the engine opens for
+/// no page of the net, it says so.
 class DesktopLinks : public QObject {
     Q_OBJECT
 public:

@@ -7,6 +7,7 @@
 #include "pages/asking/PageLimits.h"
 #include "pages/asking/UrlSchemes.h"
 
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -76,6 +77,8 @@ void WebEngineControl::connectLoading()
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
         if (m_pending == Pending::InEngine)
             m_pending = Pending::Nothing;
+        if (std::exchange(m_status, Status::Nothing) != Status::Nothing)
+            emit StatusTextChange({});
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
@@ -111,24 +114,51 @@ void WebEngineControl::connectLoading()
 void WebEngineControl::connectWindow()
 {
     connect(m_page, &QWebEnginePage::linkHovered, this, [this](const QString& address) {
-        m_isOverLink = !address.isEmpty();
+        // Every page that loads says that there is no link under the mouse.
+        if (address.isEmpty()) {
+            leaveLink();
+            return;
+        }
+        m_status = Status::Link;
         emit StatusTextChange(linkShown(address));
+    });
+    // The engine does not tell that the page has lost the focus, and with it the link that
+    // the Tab key has reached.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now != nullptr && m_view && now != m_view && !m_view->isAncestorOf(now))
+            leaveLink();
     });
     // The page before may report the link under the mouse once more after it has gone.
     connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
-        if (report.isMainFrame && std::exchange(m_isOverLink, false))
-            emit StatusTextChange({});
+        if (report.isMainFrame)
+            leaveLink();
     });
     connect(&m_closeRequest, &WebCloseRequest::asking, this, [this] { activateWindowOf(m_view); });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &WebEnginePage::navigationBarred, this, [this](const QUrl& url) {
-        emit StatusTextChange(u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
+        notify(url.isLocalFile()
+                   ? u"Seiten aus dem Netz öffnen keine Dateien dieses Rechners."_s
+                   : u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
     });
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
     connect(m_page, &WebEnginePage::downloadDecided, this,
             [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
+}
+
+void WebEngineControl::notify(const QString& text)
+{
+    m_status = Status::Notice;
+    emit StatusTextChange(text);
+}
+
+void WebEngineControl::leaveLink()
+{
+    if (m_status != Status::Link)
+        return;
+    m_status = Status::Nothing;
+    emit StatusTextChange({});
 }
 
 void WebEngineControl::Navigate(const QString& url)
@@ -302,7 +332,7 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
     const bool mayOpen = m_popups.mayOpen(now, request.isUserInitiated());
     if (!mayOpen)
-        emit StatusTextChange(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+        notify(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
     return mayOpen;
 }
 

@@ -66,6 +66,10 @@ private:
     void resizeWindow(const QRect& geometry);
     void closeWindow();
     void closeIfEmpty();
+    /// Shows something that the user is to know in the status line, until the page goes on.
+    void notify(const QString& text);
+    /// Takes the address of a link out of the status line again.
+    void leaveLink();
 
     QPointer<WebEnginePage> m_page;
     QPointer<QWebEngineView> m_view;
@@ -85,6 +89,8 @@ private:
     QUrl m_errorPage;
     /// The page of another window has opened this one.
     bool m_isOpenedByPage = false;
-    /// Whether a link's address has been sent as the status text, and nothing after it.
-    bool m_isOverLink = false;
+    /// What the status text is that this control has sent last, if it still stands for
+    /// something.
+    enum class Status { Nothing, Link, Notice };
+    Status m_status = Status::Nothing;
 };

@@ -190,7 +190,8 @@ void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*lev
                                              const QString& /*sourceId*/)
 {
     // Everything else is dropped: a page could fill the program's own output with it.
-
     if (const std::optional<FrameReport> report = m_reports.read(message))
         emit frameReported(*report);
+    else if (message.startsWith("Not allowed to load local resource:"_L1)) // Qt 6.4 and 6.8
+        emit fileBarred();
 }

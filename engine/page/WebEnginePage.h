@@ -85,6 +85,8 @@ signals:
     void desktopAddressWanted(const QUrl& url, bool isUsersOwn);
     /// The page wants to go to an address that no program is to open, and goes nowhere.
     void navigationBarred(const QUrl& url);
+    /// The engine has kept the page from a file of this computer: a link, or a part of the page.
+    void fileBarred();
     /// A script in a frame of `site` says or asks something, in its own words. Who puts that
     /// to the user gives the answer before it returns; unanswered, nothing is accepted.
     void scriptAsks(const QUrl& site, const Prompt::Question& question, Prompt::Answer& answer);

@@ -186,15 +186,23 @@ private slots:
     void manyWindows()
     {
         int opened = 0;
+        QString status;
         m_window->makeWindow = [&] {
             ++opened;
-            return nullptr;
+            EngineWindow* const window = m_world.open();
+            for (EngineWindow* const its : {m_window.get(), window})
+                connect(&its->engine(), &EngineControl::StatusTextChange, this,
+                        [&](const QString& text) { status = text; });
+            return window;
         };
         load(m_window, "<script>for (i = 0; i < 50; ++i) open('/plain')</script>"
                        "<script>onclick = () => open('/plain')</script>");
         QTRY_VERIFY(opened > 0);
         QTRY_COMPARE(m_window->visits.size(), 1);
         QCOMPARE(opened, 8);
+        QTest::qWait(1000); // the others load
+        QCOMPARE(status, u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+        m_window->raise();
         click(m_window);
         QTRY_COMPARE(opened, 9);
     }

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QMenu>
 #include <QWebEngineView>
 #include <QtTest>
@@ -69,6 +70,11 @@ private slots:
         visit("<a href='file:///etc/passwd'><p style='height:900px'>x</p></a>");
         QStringList items = menuItems();
         QCOMPARE(items, QStringList{u"mn_CopyLinkAddress"_s});
+        QString status;
+        connect(&m_window->engine(), &EngineControl::StatusTextChange, &m_window->engine(),
+                [&](const QString& text) { status = text; });
+        click(m_window);
+        QTRY_COMPARE(status, u"Seiten aus dem Netz öffnen keine Dateien dieses Rechners."_s);
         const QTemporaryDir folder;
         writeBytes(folder.filePath(u"page.html"_s),
                    "<body style='background:#0000ff'><a href=other.html>"
@@ -95,6 +101,10 @@ private slots:
         check(u"http://\u0430pple.com/%E2%80%AEgpj.exe?a=%20b#\u00f6"_s,
               u"http://xn--pple-43d.com/%E2%80%AEgpj.exe?a=%20b#%C3%B6"_s);
         check(u"data:,"_s + QString(900000, u'x'), u"data:,"_s + QString(4090, u'x') + u'…');
+        QLineEdit other(&m_world.frame);
+        other.show();
+        other.setFocus();
+        QCOMPARE(status, QString());
     }
 
     void soundWaitsForAClick()
