@@ -42,6 +42,11 @@ BrowserToolbar::BrowserToolbar(QWidget* parent) : QToolBar(parent)
     m_progress->setAutoFillBackground(true); // a step paints nothing behind the bar
     m_progress->setFixedSize(90, 12);
     m_progressAction = addWidget(m_progress);
+    // Takes all the room that is left: otherwise the toolbar gives some of it to the buttons,
+    // and those would move by a pixel when the busy sign comes or goes.
+    auto* const rest = new QWidget(this);
+    rest->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(rest);
     showBusy(false);
 }
 

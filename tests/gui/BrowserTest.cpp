@@ -136,6 +136,9 @@ private slots:
     {
         OneWindow w;
         w.page->busy = true;
+        QVERIFY(QTest::qWaitForWindowExposed(&w.frame()));
+        const auto* drives = w.toolbar->findChild<QWidget*>(u"Drive"_s);
+        const QRect place = drives->geometry();
         QString steps;
         for (int i = 0; i < 12; ++i) {
             w.tick();
@@ -151,6 +154,8 @@ private slots:
         QCOMPARE(w.browser->windowTitle(), u"name"_s);
         QTRY_VERIFY(w.bar->isHidden());
         QCOMPARE(w.bar->value(), 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(drives->geometry(), place);
     }
 
     void thePagesMenu()
