@@ -79,7 +79,7 @@ void ProfileServices::deleteData(const BrowserData& data)
                                   u"Die Daten im Webspeicher können nicht entfernt werden."_s,
                                   u"Meldung"_s, Prompt::Icon::Exclamation);
     }
-    m_shell.statusText(done);
+    m_shell.statusText(done.trimmed());
 }
 
 bool ProfileServices::mayEnd()

@@ -77,8 +77,11 @@ void WebEngineControl::connectLoading()
     connect(m_page, &QWebEnginePage::loadStarted, this, [this] {
         if (m_pending == Pending::InEngine)
             m_pending = Pending::Nothing;
+        const QPointer<WebEngineControl> self = this;
         if (std::exchange(m_status, Status::Nothing) != Status::Nothing)
             emit StatusTextChange({});
+        if (!self)
+            return;
         m_visits.loadStarted(pageState());
         emit DownloadBegin();
     });
