@@ -148,6 +148,26 @@ private slots:
                                   m_server->address(u"/Zwei"_s), patience);
     }
 
+    void aPageAsksInTheActiveWindowWhetherItMayClose()
+    {
+        tell("Eins", "white' onbeforeunload='return false");
+        tell("Zwei", "white' onbeforeunload='return false");
+        open(u"/Eins"_s, u"Eins"_s);
+        QVERIFY(reaches(u"Eins"_s));
+        add(u"Zwei"_s);
+        User::press(u"alt+minus x alt+f s"_s);
+        QStringList active;
+        for (int i = 0; i < 2; ++i) { // in which order the engine has them asked is open
+            QTRY_SEES(m_server->address({}));
+            QTest::qWait(500);
+            active << (User::sees(maximised(u"Eins"_s)) ? u"Eins"_s : u"Zwei"_s);
+            User::press(u"Escape"_s);
+            QTest::qWait(1000);
+        }
+        active.sort();
+        QCOMPARE(active, QStringList({u"Eins"_s, u"Zwei"_s}));
+    }
+
     void theHistoryAndTheArchive()
     {
         tell("Eins");
