@@ -11,6 +11,14 @@
 /// fonts and colours, which a program without windows has none of.
 class TestCase : public QObject {
     Q_OBJECT
+public:
+    /// Shows nothing on the screen unless QT_QPA_PLATFORM names a platform.
+    static void initMain()
+    {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+
 protected slots:
     void init()
     {

@@ -13,6 +13,9 @@ using namespace Qt::StringLiterals;
 /// What becomes of files that pages and links hand out.
 class EngineDownloadsTest : public QObject {
     Q_OBJECT
+public:
+    static void initMain() { EngineTest::initMain(); }
+
 private slots:
     void init()
     {
@@ -213,5 +216,5 @@ private:
     QPointer<EngineWindow> m_window;
 };
 
-ENGINE_TEST_MAIN(EngineDownloadsTest)
+QTEST_MAIN(EngineDownloadsTest)
 #include "EngineDownloadsTest.moc"

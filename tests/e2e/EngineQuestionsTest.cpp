@@ -2,7 +2,6 @@
 
 #include <QDesktopServices>
 #include <QDialog>
-#include <QWebEngineView>
 #include <QtTest>
 
 #include <csignal>
@@ -214,5 +213,5 @@ private:
     int m_titles = 0;
 };
 
-ENGINE_TEST_MAIN(EngineQuestionsTest)
+QTEST_MAIN(EngineQuestionsTest)
 #include "EngineQuestionsTest.moc"

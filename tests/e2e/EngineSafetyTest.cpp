@@ -6,7 +6,6 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
-#include <QWebEngineView>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -253,5 +252,5 @@ private:
     }
 };
 
-ENGINE_TEST_MAIN(EngineSafetyTest)
+QTEST_MAIN(EngineSafetyTest)
 #include "EngineSafetyTest.moc"

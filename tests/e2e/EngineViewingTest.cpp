@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QWebEngineView>
 
 #include <csignal>
 
@@ -157,5 +156,5 @@ private:
     QWebEnginePage* m_page = nullptr;
 };
 
-ENGINE_TEST_MAIN(EngineViewingTest)
+QTEST_MAIN(EngineViewingTest)
 #include "EngineViewingTest.moc"

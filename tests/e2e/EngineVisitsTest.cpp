@@ -193,5 +193,5 @@ private:
     QString m_nameWhenBusy;
 };
 
-ENGINE_TEST_MAIN(EngineVisitsTest)
+QTEST_MAIN(EngineVisitsTest)
 #include "EngineVisitsTest.moc"

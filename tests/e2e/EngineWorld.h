@@ -6,15 +6,16 @@
 #include "engine/WebEngineHost.h"
 #include "tests/gui/FakeShell.h"
 
+#include <QHBoxLayout>
 #include <QPointer>
+#include <QScreen>
 #include <QTemporaryDir>
-#include <QWidget>
+#include <QWebEngineView>
+#include <QtTest>
 
 #include <functional>
 #include <memory>
-
-class EngineWorld;
-class QWebEngineView;
+#include <unistd.h>
 
 /// A bare window around one engine, which writes down what the engine tells.
 /// Visits read "title @ address", with "-" for a frame without a document, and
@@ -22,17 +23,48 @@ class QWebEngineView;
 class EngineWindow : public QWidget {
     Q_OBJECT
 public:
-    EngineWindow(EngineWorld& world, const EngineFactory& factory);
+    EngineWindow(QWidget* parent, const LoopbackServer& server, const EngineFactory& factory)
+        : QWidget(parent), m_server(server), m_engine(factory(this))
+    {
+        (new QHBoxLayout(this))->addWidget(m_engine->host());
+        connect(m_engine.get(), &EngineControl::NavigateComplete2, this,
+                [this](const EngineFrame& frame, QString url) {
+                    const QString title =
+                        frame.Document ? frame.Document->Title : QStringLiteral("-");
+                    url.replace(m_server.address({}), QStringLiteral("H"));
+                    visits << title + QStringLiteral(" @ ") + url;
+                });
+        connect(m_engine.get(), &EngineControl::WindowSetHeight, this,
+                [this](int height) { requestedSize.setHeight(height); });
+        connect(m_engine.get(), &EngineControl::WindowSetWidth, this,
+                [this](int width) { requestedSize.setWidth(width); });
+        connect(m_engine.get(), &EngineControl::NewWindow2, this,
+                [this](EngineControl*& engine, bool& cancel) {
+                    EngineWindow* const window = makeWindow ? makeWindow() : nullptr;
+                    cancel = window == nullptr;
+                    engine = cancel ? nullptr : &window->engine();
+                });
+    }
 
     EngineControl& engine() { return *m_engine; }
-    QWebEngineView* view() const;
+    QWebEngineView* view() const { return qobject_cast<QWebEngineView*>(m_engine->host()); }
     /// Goes to a path of the server.
-    void visit(const QString& path);
-    void visitAndWait(const QString& path);
+    void visit(const QString& path) { m_engine->Navigate(m_server.address(path)); }
+    void visitAndWait(const QString& path)
+    {
+        const qsizetype before = visits.size();
+        visit(path);
+        QVERIFY(QTest::qWaitFor([&] { return visits.size() == before + 1; }));
+        QVERIFY(QTest::qWaitFor([this] { return !m_engine->Busy(); }));
+    }
     /// Runs a script in the page.
-    void run(const QString& script);
+    void run(const QString& script) { view()->page()->runJavaScript(script); }
     /// The colour in the middle of the window as it is on the screen.
-    QColor colour() const;
+    QColor colour() const
+    {
+        const QPoint centre = mapTo(window(), rect().center());
+        return screen()->grabWindow(window()->winId()).toImage().pixelColor(centre);
+    }
 
     QStringList visits;
     QSize requestedSize;
@@ -40,20 +72,39 @@ public:
     std::function<EngineWindow*()> makeWindow;
 
 private:
-    EngineWorld& m_world;
+    const LoopbackServer& m_server;
     std::unique_ptr<EngineControl> m_engine;
 };
 
 /// A server, a profile in a folder of its own, and a place for windows.
 class EngineWorld {
 public:
-    EngineWorld();
-    ~EngineWorld();
+    EngineWorld()
+    {
+        m_folder.setAutoRemove(false); // goes with the folder of the whole run
+        m_host.serve(shell, &frame);
+        frame.resize(800, 600);
+        frame.show();
+    }
+    ~EngineWorld() { m_host.endService(); }
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
     /// A new window; with a path it has the page when it is handed out.
-    EngineWindow* open(const QString& path = {});
-    void closeWindows();
+    EngineWindow* open(const QString& path = {})
+    {
+        auto* const window = new EngineWindow(&frame, server, m_host.factory());
+        QObject::connect(&window->engine(), &EngineControl::WindowClosing, window,
+                         [this](bool, bool& cancel) {
+                             cancel = true;
+                             ++closings;
+                         });
+        window->setGeometry(frame.rect());
+        window->show();
+        if (!path.isEmpty())
+            window->visitAndWait(path);
+        return window;
+    }
+    void closeWindows() { qDeleteAll(frame.findChildren<EngineWindow*>()); }
     /// Whether the program may end, for the engines' part.
     bool mayEnd() { return m_host.mayEnd(); }
 
@@ -64,8 +115,14 @@ public:
     int closings = 0;
 
 private:
+    static QUrl resolve(const QString& typed)
+    {
+        return typed.trimmed().isEmpty() ? QUrl() : QUrl(typed, QUrl::StrictMode);
+    }
+
     QTemporaryDir m_folder;
-    WebEngineHost m_host;
+    WebEngineHost m_host{m_folder.filePath(QStringLiteral("data")),
+                         m_folder.filePath(QStringLiteral("cache")), resolve};
 
 public:
     /// All windows are in it, and what the engines open beside them.
@@ -75,16 +132,50 @@ public:
 /// A test with one world for all its functions, and a window for each of them.
 class EngineTest : public QObject {
     Q_OBJECT
+public:
+    /// Prepares the surroundings of an application that can show pages.
+    static void initMain()
+    {
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        if (geteuid() == 0) // the engine's sandbox refuses to run there
+            qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+        // What the engine's threads write last comes after the profile is gone.
+        static const QTemporaryDir folder;
+        qputenv("TMPDIR", folder.path().toUtf8());
+        qputenv("HOME", folder.path().toUtf8()); // where downloads wait for their place
+    }
+
 protected slots:
-    void init();
+    void init()
+    {
+        m_world.prompt.questions.clear();
+        m_world.prompt.onAsk = {};
+        m_world.prompt.onLogIn = {};
+        m_world.closings = 0;
+        m_window = m_world.open(m_start);
+        m_world.frame.activateWindow();
+    }
     void cleanup() { m_world.closeWindows(); }
 
 protected:
     /// The path of a new page, which is blue where it is not covered.
-    QString page(const QByteArray& html);
+    QString page(const QByteArray& html)
+    {
+        const QString path = QStringLiteral("/page%1").arg(++m_pages);
+        m_world.server.page(path, "<body style='background:#0000ff; margin:0'>" + html);
+        return path;
+    }
     void visit(const QByteArray& html) { m_window->visitAndWait(page(html)); }
     /// Clicks in the middle of a window with a blue page.
-    static void click(const EngineWindow* window, Qt::MouseButton button = Qt::LeftButton);
+    static void click(const EngineWindow* window, Qt::MouseButton button = Qt::LeftButton)
+    {
+        // Until it has been painted a page takes no input.
+        QVERIFY(QTest::qWaitFor([window] { return window->colour() == QColor(Qt::blue); }));
+        QTest::qWait(500);
+        const QWidget* const host = window->view();
+        QTest::mouseClick(host->focusProxy(), button, {}, host->rect().center());
+        QTest::qWait(100);
+    }
 
     EngineWorld m_world;
     QPointer<EngineWindow> m_window;
@@ -94,15 +185,3 @@ protected:
 private:
     int m_pages = 0;
 };
-
-/// Runs the tests of `Test` in an application that can show pages.
-int prepareEngineTests(int& argc, char** argv, const std::function<int()>& run);
-
-#define ENGINE_TEST_MAIN(Test)                                                                     \
-    int main(int argc, char** argv)                                                                \
-    {                                                                                              \
-        return prepareEngineTests(argc, argv, [&] {                                                \
-            Test test;                                                                             \
-            return QTest::qExec(&test, argc, argv);                                                \
-        });                                                                                        \
-    }

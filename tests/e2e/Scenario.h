@@ -1,16 +1,76 @@
 #pragma once
 
 #include "tests/Files.h"
-#include "tests/e2e/Installation.h"
 #include "tests/e2e/LoopbackServer.h"
 #include "tests/e2e/User.h"
 
+#include <QDir>
+#include <QTemporaryDir>
+
 #include <memory>
+#include <unistd.h>
+
+/// How long the program may take for anything, in milliseconds.
+constexpr int patience = 20000;
 
 // A caption comes and goes while a page is loading: once is enough.
 #define QTRY_SEES(what) QVERIFY(QTest::qWaitFor([&] { return User::sees(what); }, patience))
 #define QTRY_COLOUR(place, colour)                                                                 \
     QTRY_COMPARE_WITH_TIMEOUT(User::colourAt(place), QColor(colour), patience)
+
+/// A copy of the program in a folder of its own, with a home of its own.
+class Installation {
+public:
+    Installation()
+    {
+        for (const char* name : {"tessera", "tessera-shell", "Lizenz.txt"})
+            QFile::copy(QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name)),
+                        file(QLatin1String(name)));
+        m_environment.remove(QStringLiteral("XDG_DATA_HOME"));
+        m_environment.remove(QStringLiteral("XDG_CACHE_HOME"));
+        variable("HOME", home());
+        variable("XDG_RUNTIME_DIR", home());
+        // Some versions of the engine describe their graphics at every start.
+        variable("QT_LOGGING_RULES",
+                 QStringLiteral("qt.webenginecontext=false;qt.qpa.theme.dbus=false"));
+        if (::geteuid() == 0)
+            variable("QTWEBENGINE_DISABLE_SANDBOX", QStringLiteral("1"));
+    }
+
+    QString file(const QString& name) const { return m_folder.filePath(name); }
+    QString home() const { return m_home.path(); }
+    /// Gives the programs that are started from now on an environment variable.
+    void variable(const char* name, const QString& value)
+    {
+        m_environment.insert(QLatin1String(name), value);
+    }
+    /// Gives the process the surroundings of the program.
+    void prepare(QProcess& process) const
+    {
+        process.setProcessEnvironment(m_environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.setWorkingDirectory(QDir::rootPath());
+    }
+    void start(QProcess& process, const QStringList& arguments) const
+    {
+        prepare(process);
+        process.start(file(QStringLiteral("tessera")), arguments);
+    }
+    /// Starts another copy and waits for its end: its exit code, or below 0.
+    int startAndWait(const QStringList& arguments) const
+    {
+        QProcess process;
+        start(process, arguments);
+        if (!process.waitForFinished(patience))
+            return -1;
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QTemporaryDir m_home;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+};
 
 /// What a user does with the real program, by keys, clicks and drags, and what the
 /// display shows then. Fails on every warning that the program writes, but the
@@ -18,20 +78,52 @@
 class Scenario : public QObject {
     Q_OBJECT
 protected slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        m_server = std::make_unique<LoopbackServer>();
+        m_server->page(QStringLiteral("/red"), coloured("Rot", "#ff0000"));
+        m_server->page(QStringLiteral("/blue"), coloured("Blau", "#0000ff"));
+        m_program = std::make_unique<Installation>();
+        m_run = std::make_unique<QProcess>();
+        m_output.clear();
+    }
+    void cleanup()
+    {
+        User::keepPictureOfFailure();
+        if (m_run->state() != QProcess::NotRunning) {
+            m_run->kill();
+            m_run->waitForFinished();
+        }
+        // Of the engine: its log, and what it says of its sandbox.
+        static const QRegularExpression excused(
+            QStringLiteral("^(\\[\\d+:|Sandboxing disabled|$)"));
+        const QStringList lines = QString::fromUtf8(output()).split(u'\n');
+        for (const QString& line : lines)
+            QVERIFY2(excused.match(line).hasMatch(), qPrintable(line));
+    }
 
 protected:
     /// The caption of the frame while no browser window fills it.
     static QString title() { return QStringLiteral("Tessera 5.3.5"); }
     /// The caption of the frame while the window with this page fills it.
-    static QString maximised(const QString& page);
-    static QByteArray coloured(const char* name, const char* colour);
+    static QString maximised(const QString& page)
+    {
+        return title() + QStringLiteral(" - [%1]").arg(page);
+    }
+    static QByteArray coloured(const QByteArray& name, const QByteArray& colour)
+    {
+        return "<title>" + name + "</title><body style='background:" + colour + "'>";
+    }
 
     /// Starts the program with a page and waits until it is there.
-    void open(const QString& path, const QString& pageTitle);
+    void open(const QString& path, const QString& pageTitle)
+    {
+        m_program->start(*m_run, {m_server->address(path)});
+        QTRY_SEES(maximised(pageTitle));
+        QTest::qWait(700); // the engine drops clicks on a page that has just come up
+    }
     /// What the program has written since it was started.
-    const QByteArray& output();
+    const QByteArray& output() { return m_output += m_run->readAll(); }
 
     std::unique_ptr<LoopbackServer> m_server;
     std::unique_ptr<Installation> m_program;

@@ -42,20 +42,20 @@ private slots:
 
     void theDesktopHearsThatAStartIsOver()
     {
-        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"first"_s));
+        m_program->variable("DESKTOP_STARTUP_ID", startupId(u"first"_s));
         open(u"/red"_s, u"Rot"_s);
         QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=first_TIME"), patience);
 
         QWidget other;
         cover(other);
-        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"second"_s));
+        m_program->variable("DESKTOP_STARTUP_ID", startupId(u"second"_s));
         QCOMPARE(m_program->startAndWait({}), 0);
         QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=second_TIME"), patience);
         QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience);
         User::press(u"F5"_s); // the keys are the frame's
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/red"_s), 2, patience);
 
-        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"third"_s));
+        m_program->variable("DESKTOP_STARTUP_ID", startupId(u"third"_s));
         QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
         QTRY_VERIFY_WITH_TIMEOUT(m_heard.contains("remove: ID=third_TIME"), patience);
     }
@@ -70,7 +70,7 @@ private slots:
         QTRY_SEES(u"Meldung"_s);
         QWidget other;
         cover(other);
-        m_program->variable(u"DESKTOP_STARTUP_ID"_s, startupId(u"next"_s));
+        m_program->variable("DESKTOP_STARTUP_ID", startupId(u"next"_s));
         QProcess next;
         m_program->start(next, {m_server->address(u"/blue"_s)});
         QTRY_VERIFY_WITH_TIMEOUT(!other.isActiveWindow(), patience); // the question is shown
@@ -119,8 +119,8 @@ private slots:
         writeBytes(m_program->home() + u"/.config/kdeglobals"_s,
                    "[Colors:Window]\nBackgroundNormal=40,40,40\nForegroundNormal=250,250,250\n"
                    "[Colors:Button]\nBackgroundNormal=50,50,50\nForegroundNormal=250,250,250\n");
-        m_program->variable(u"QT_QPA_PLATFORMTHEME"_s, u"kde"_s);
-        m_program->variable(u"KDE_SESSION_VERSION"_s, u"5"_s);
+        m_program->variable("QT_QPA_PLATFORMTHEME", u"kde"_s);
+        m_program->variable("KDE_SESSION_VERSION", u"5"_s);
         open(u"/scheme"_s, u"dunkel"_s);
     }
 

@@ -1,40 +1,124 @@
 #pragma once
 
-#include <QColor>
-#include <QPoint>
-#include <QRect>
-#include <QString>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QtTest>
 
 /// Somebody in front of the display: looks at windows and pixels, and works with
 /// real keys and clicks. Sees every program on the display, so one runs at a time.
 class User {
 public:
     /// Whether a window with exactly this title is to be seen.
-    static bool sees(const QString& title);
+    static bool sees(const QString& title) { return count(title) > 0; }
     /// How many windows have exactly this title.
-    static int count(const QString& title);
+    static int count(const QString& title) { return int(windows(title).size()); }
     /// The place of that window's content on the display, in pixels; empty if there is none.
-    static QRect place(const QString& title);
-    static QColor colourAt(const QPoint& place);
+    static QRect place(const QString& title)
+    {
+        QString id;
+        if (!QTest::qWaitFor([&] { return !(id = window(title)).isEmpty(); }))
+            return {};
+        QHash<QString, int> values;
+        const QString geometry = tool("getwindowgeometry --shell", {id});
+        for (const QString& line : geometry.split(u'\n'))
+            values.insert(line.section(u'=', 0, 0), line.section(u'=', 1).toInt());
+        return {values[QStringLiteral("X")], values[QStringLiteral("Y")],
+                values[QStringLiteral("WIDTH")], values[QStringLiteral("HEIGHT")]};
+    }
+    static QColor colourAt(const QPoint& place) { return picture().toImage().pixelColor(place); }
     /// What the display says of the window with exactly this title, as "_NET_WM_STATE"
     /// or "WM_CLASS"; its number where `name` is empty.
-    static QString property(const QString& title, const QString& name);
+    static QString property(const QString& title, const QString& name)
+    {
+        const QString id = window(title);
+        if (name.isEmpty() || id.isEmpty())
+            return id;
+        return outputOf("xprop -id", {id, name}).section(u'=', 1).trimmed();
+    }
 
     /// Presses keys one after the other, as "ctrl+l Tab Return", so slowly that a menu
     /// has opened before its next key comes.
-    static void press(const QString& keys);
+    static void press(const QString& keys) { tool("key --delay 250", keys.split(u' ')); }
     /// Types a text and ends it with Enter.
-    static void enter(const QString& text);
-    static void click(const QPoint& place, int times = 1);
-    static void moveTo(const QPoint& place);
+    static void enter(const QString& text)
+    {
+        tool("type --delay 15", {text});
+        press(QStringLiteral("Return"));
+    }
+    static void click(const QPoint& place, int times = 1)
+    {
+        moveTo(place);
+        tool("click --delay 80 --repeat", {QString::number(times), QStringLiteral("1")});
+    }
+    static void moveTo(const QPoint& place)
+    {
+        // Not to be waited for: a pointer that is there already never moves.
+        tool("mousemove", numbers(place.x(), place.y()));
+    }
     /// Drags with the left button held, slowly enough for every window underway to
     /// answer; rests for a moment before it lets go.
-    static void drag(const QPoint& from, const QPoint& to);
-    static void minimise(const QString& title);
-    static void resize(const QString& title, const QSize& size);
-    static void move(const QString& title, const QPoint& place);
+    static void drag(const QPoint& from, const QPoint& to)
+    {
+        constexpr int steps = 12;
+        moveTo(from);
+        tool("mousedown 1");
+        for (int i = 1; i <= steps; ++i) {
+            moveTo(from + (to - from) * i / steps);
+            QTest::qWait(60);
+        }
+        QTest::qWait(300);
+        tool("mouseup 1");
+    }
+    static void minimise(const QString& title) { tool("windowminimize --sync", {window(title)}); }
+    static void resize(const QString& title, const QSize& size)
+    {
+        tool("windowsize --sync",
+             QStringList(window(title)) + numbers(size.width(), size.height()));
+    }
+    static void move(const QString& title, const QPoint& place)
+    {
+        tool("windowmove", QStringList(window(title)) + numbers(place.x(), place.y()));
+    }
 
     /// Saves a picture of the display beside the test programs when the running
     /// test has failed.
-    static void keepPictureOfFailure();
+    static void keepPictureOfFailure()
+    {
+        if (!QTest::currentTestFailed())
+            return;
+        const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/failures"));
+        const QString file =
+            folder.filePath(QLatin1String(QTest::currentTestFunction()) + QStringLiteral(".png"));
+        if (folder.mkpath(QStringLiteral(".")) &&
+            picture().save(file, nullptr, 100)) // the quickest
+            qInfo("The display as it was: %s", qPrintable(file));
+    }
+
+private:
+    static QString outputOf(const char* command, const QStringList& further)
+    {
+        const QStringList words = QString::fromLatin1(command).split(u' ');
+        QProcess process;
+        process.start(words.first(), words.mid(1) + further);
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    }
+    static QString tool(const QByteArray& command, const QStringList& further = {})
+    {
+        return outputOf("xdotool " + command, further);
+    }
+    static QStringList numbers(int first, int second)
+    {
+        return {QString::number(first), QString::number(second)};
+    }
+    static QStringList windows(const QString& title)
+    {
+        const QString pattern = u'^' + QRegularExpression::escape(title) + u'$';
+        return tool("search --onlyvisible --name", {pattern}).split(u'\n', Qt::SkipEmptyParts);
+    }
+    static QString window(const QString& title) { return windows(title).value(0); }
+    static QPixmap picture() { return QGuiApplication::primaryScreen()->grabWindow(0); }
 };

@@ -54,5 +54,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(AccessibleNamesTest)
+QTEST_MAIN(AccessibleNamesTest)
 #include "AccessibleNamesTest.moc"

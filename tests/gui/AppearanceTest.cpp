@@ -93,5 +93,5 @@ private:
     QFont m_usual;
 };
 
-GUI_TEST_MAIN(AppearanceTest)
+QTEST_MAIN(AppearanceTest)
 #include "AppearanceTest.moc"

@@ -91,5 +91,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(ArchiveFilesTest)
+QTEST_MAIN(ArchiveFilesTest)
 #include "ArchiveFilesTest.moc"

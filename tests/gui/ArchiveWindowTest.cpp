@@ -177,5 +177,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(ArchiveWindowTest)
+QTEST_MAIN(ArchiveWindowTest)
 #include "ArchiveWindowTest.moc"

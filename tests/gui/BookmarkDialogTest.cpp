@@ -53,5 +53,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(BookmarkDialogTest)
+QTEST_MAIN(BookmarkDialogTest)
 #include "BookmarkDialogTest.moc"

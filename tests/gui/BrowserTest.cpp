@@ -175,5 +175,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(BrowserTest)
+QTEST_MAIN(BrowserTest)
 #include "BrowserTest.moc"

@@ -199,5 +199,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(CommandsTest)
+QTEST_MAIN(CommandsTest)
 #include "CommandsTest.moc"

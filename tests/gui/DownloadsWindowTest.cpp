@@ -89,5 +89,5 @@ private:
     bool m_canOpen = true;
 };
 
-GUI_TEST_MAIN(DownloadsWindowTest)
+QTEST_MAIN(DownloadsWindowTest)
 #include "DownloadsWindowTest.moc"

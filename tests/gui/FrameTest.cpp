@@ -152,5 +152,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(FrameTest)
+QTEST_MAIN(FrameTest)
 #include "FrameTest.moc"

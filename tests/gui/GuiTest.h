@@ -40,15 +40,3 @@ inline bool dropOn(QWidget* widget, const QPoint& place, const QMimeData& offere
         QCoreApplication::sendEvent(widget, &drop);
     return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
 }
-
-/// The main function of a test with windows. It shows nothing on the screen
-/// unless QT_QPA_PLATFORM names a platform.
-#define GUI_TEST_MAIN(TestClass)                                                                   \
-    int main(int argc, char** argv)                                                                \
-    {                                                                                              \
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))                                        \
-            qputenv("QT_QPA_PLATFORM", "offscreen");                                               \
-        const QApplication application(argc, argv);                                                \
-        TestClass test;                                                                            \
-        return QTest::qExec(&test, argc, argv);                                                    \
-    }

@@ -43,5 +43,5 @@ private slots:
     }
 };
 
-GUI_TEST_MAIN(HistoryWindowTest)
+QTEST_MAIN(HistoryWindowTest)
 #include "HistoryWindowTest.moc"

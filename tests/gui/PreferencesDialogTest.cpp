@@ -90,5 +90,5 @@ private:
     std::unique_ptr<frmEinstell> m_dialog;
 };
 
-GUI_TEST_MAIN(PreferencesDialogTest)
+QTEST_MAIN(PreferencesDialogTest)
 #include "PreferencesDialogTest.moc"

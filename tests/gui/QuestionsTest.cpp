@@ -118,5 +118,5 @@ private:
     DialogPrompt m_prompt;
 };
 
-GUI_TEST_MAIN(QuestionsTest)
+QTEST_MAIN(QuestionsTest)
 #include "QuestionsTest.moc"
