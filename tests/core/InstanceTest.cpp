@@ -1,14 +1,18 @@
 #include "app/InstanceServer.h"
+#include "launcher/CommandLine.h"
 #include "launcher/InstanceClient.h"
 #include "launcher/InstanceMessage.h"
+#include "launcher/InstancePlace.h"
 #include "tests/TestCase.h"
 
 #include <QLocalSocket>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <future>
 #include <memory>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,23 +32,23 @@ const QByteArray acknowledgement = bytesOf({});
 
 } // namespace
 
+/// The start of the program, beside a copy that runs already or has just ended.
 class InstanceTest : public TestCase {
     Q_OBJECT
 private slots:
     void init()
     {
         TestCase::init();
-        m_place = {path().toStdString(), {}};
+        m_place = {path(), {}};
         QCOMPARE(m_lock.acquire(m_place.lockPath()), InstanceLock::State::Held);
         m_got.clear();
         m_onMessage = [] {};
-        m_takes = true;
         m_server =
             std::make_unique<InstanceServer>([] { return QStringLiteral("Tessera 5.3.5 - [ä]"); },
                                              [this](const SecondStart& what) {
                                                  m_got.append(what);
                                                  m_onMessage();
-                                                 return m_takes;
+                                                 return true;
                                              });
     }
     void cleanup()
@@ -74,10 +78,16 @@ private slots:
     void badCallersAreDropped()
     {
         using Bad = std::pair<QByteArray, std::chrono::milliseconds>;
+        const auto with = [](qsizetype place, char byte) {
+            return Bad(QByteArray(goodBytes).replace(place, 1, &byte, 1), 1h);
+        };
+        const char more = static_cast<char>(goodBytes.at(4) + 1);
+        const Bad leftOver(with(4, more).first + 'x', 1h);
         QVERIFY(listen());
         for (const auto& [bytes, patience] :
              {Bad(goodBytes.left(20), 50ms), Bad("GET / HTTP/1.1\r\n\r\n", 1h),
-              Bad(acknowledgement, 1h)}) {
+              Bad(acknowledgement, 1h), leftOver, with(6, ' '), // too long announced
+              with(13, '\xFF')}) {                              // a text past the end
             m_server->patience(patience);
             QLocalSocket caller;
             call(caller, bytes);
@@ -154,7 +164,45 @@ private slots:
         handsOver("http://y/");
     }
 
+    void folderIsOursAlone()
+    {
+        const FolderCandidates both{{path("missing"), path("runtime")}, path("fallback")};
+        makeFolder("runtime", 0755);
+        QCOMPARE(instanceFolder(both).path, path("runtime"));
+        QCOMPARE(::chmod(path("runtime").c_str(), 0770), 0);
+        QCOMPARE(instanceFolder(both).path, path("fallback"));
+        QCOMPARE(::chmod(path("fallback").c_str(), 0750), 0);
+        QVERIFY(!instanceFolder(both).error.empty());
+        QVERIFY(::symlink("runtime", path("link").c_str()) == 0);
+        QVERIFY(instanceFolder({{}, path("link")}).path.empty());
+    }
+
+    void commandLine()
+    {
+        const std::array<const char*, 4> words = {"tessera", "http://a/b", "", "--help"};
+        QCOMPARE(commandLineText(4, words.data()), std::string("http://a/b  --help"));
+        QCOMPARE(questionOf(2, words.data() + 2), Question::Help);
+    }
+
+    void filesBecomeAbsolute()
+    {
+        writeBytes(TestCase::path(QStringLiteral("ä b%20#?.htm")), {});
+        makeFolder("localhost", 0700);
+        QCOMPARE(absoluteIfFile("ä b%20#?.htm", path()), path("ä b%20#?.htm"));
+        for (const std::string same : {"missing", "localhost", "http://x/"})
+            QCOMPARE(absoluteIfFile(same, path()), same);
+    }
+
 private:
+    std::string path(const std::string& name = {}) const
+    {
+        return TestCase::path().toStdString() + (name.empty() ? "" : "/") + name;
+    }
+    void makeFolder(const std::string& name, int mode) const
+    {
+        QCOMPARE(::mkdir(path(name).c_str(), 0700), 0);
+        QCOMPARE(::chmod(path(name).c_str(), static_cast<mode_t>(mode)), 0);
+    }
     bool listen() { return m_server->listen(m_place.socketPath()); }
     QString socketPath() const { return QString::fromStdString(m_place.socketPath()); }
     void call(QLocalSocket& caller, const QByteArray& bytes) const
@@ -185,7 +233,6 @@ private:
     InstanceLock m_lock;
     QList<SecondStart> m_got;
     std::function<void()> m_onMessage;
-    bool m_takes = true;
     std::unique_ptr<InstanceServer> m_server;
 };
 

@@ -5,13 +5,16 @@
 #include "pages/asking/SiteText.h"
 #include "pages/asking/UrlSchemes.h"
 #include "pages/downloads/FileNames.h"
+#include "pages/viewing/PageMenuItems.h"
+#include "pages/viewing/SpellDictionaries.h"
+#include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
 
 #include <ctime>
 
 using namespace Qt::StringLiterals;
 
-/// The rules about what pages may say, ask and open.
+/// The rules about what pages may say, ask and open, and what can be done with them.
 class PageRulesTest : public TestCase {
     Q_OBJECT
 private slots:
@@ -133,6 +136,61 @@ private slots:
         limit.navigationStarting(other); // and stays, or only begins to step back to it
         QVERIFY(isSilent(page, page) && isSilent(other, page) && isSilent(page, other));
         QVERIFY(!isSilent(other, other));
+    }
+
+    void zoom()
+    {
+        QCOMPARE(zoomedBy(100, -1), 90);
+        QCOMPARE(zoomedBy(400, 5), 500); // there and no further
+        QCOMPARE(zoomedBy(120, 1), 125); // beside the steps
+        QCOMPARE(zoomedBy(120, -1), 110);
+    }
+
+    void menu()
+    {
+        using enum PageMenuItem;
+        using Items = QList<PageMenuItem>;
+        using Media = PageMenuTarget::Media;
+        const Items link{OpenLink, OpenLinkInWindow, CopyLinkAddress, SaveLink};
+        const Items image{OpenImageInWindow, SaveImage, CopyImage, CopyImageAddress};
+        const auto items = [](const PageMenuTarget& target) {
+            return offeredItems(pageMenuItems(target), [](PageMenuItem) { return true; });
+        };
+        PageMenuTarget target{.isLink = true, .isLinkOpenable = true};
+        QCOMPARE(items(target), (Items{OpenLink, CopyLinkAddress})); // a script
+        target.isLinkForWindow = true;
+        QCOMPARE(items(target), link);
+        target.hasSelection = true;
+        QCOMPARE(items(target), (link + Items{Separator, Copy, SelectAll}));
+        target.hasSelection = false;
+        target.media = Media::Image;
+        target.isImageForWindow = true;
+        target.isMediaSavable = true;
+        QCOMPARE(items(target), link + Items{Separator} + image);
+        QCOMPARE(items({.media = Media::Image}), image.mid(2)); // of the page's own making
+        QCOMPARE((items({.hasSelection = true, .isEditable = true})),
+                 (Items{Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll}));
+    }
+
+    void spelling()
+    {
+        const QStringList german{u"de_AT"_s, u"de_BE"_s, u"de_DE"_s};
+        QCOMPARE(spellLanguages({}, {u"de-DE"_s}), QStringList());
+        QCOMPARE(spellLanguages(german, {u"C"_s}), QStringList{u"de_DE"_s}); // home country
+        QCOMPARE((spellLanguages(german, {u"de-AT"_s, u"de"_s})), QStringList{u"de_AT"_s});
+        QCOMPARE(spellLanguages({u"en-GB"_s}, {u"en-US"_s}), QStringList{u"en-GB"_s});
+        QCOMPARE((spellLanguages(german + QStringList{u"en-US"_s, u"fr-FR"_s, u"it_IT"_s},
+                                 {u"fr-CH"_s})), // one of each, the own one first
+                 (QStringList{u"fr-FR"_s, u"de_DE"_s, u"en-US"_s}));
+    }
+
+    void pdfName()
+    {
+        QCOMPARE(pdfFileName(u"Größe (1)"_s), u"Größe (1).pdf"_s);
+        QCOMPARE(pdfFileName(u"../a\\b:\n\"c\" \u202e"_s), u"a b_ _c_.pdf"_s);
+        QCOMPARE(pdfFileName(u"-.-x"_s), u"x.pdf"_s); // hidden, or an option
+        QCOMPARE(pdfFileName(u" / "_s), u"Seite.pdf"_s);
+        QCOMPARE(pdfFileName(QString(59, u'a') + u"\U0001F600"_s), QString(59, u'a') + u".pdf"_s);
     }
 };
 

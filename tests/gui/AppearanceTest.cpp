@@ -1,12 +1,18 @@
 #include "app/DarkTitles.h"
+#include "app/frmEinstell.h"
+#include "base/QuestionDialogs.h"
+#include "bookmarks/frmBook.h"
 #include "browser/BrowserToolbar.h"
 #include "history/HistoryList.h"
 #include "history/frmHistory.h"
 #include "pages/downloads/DownloadTable.h"
 #include "pages/downloads/frmDownloads.h"
+#include "pages/viewing/FindBar.h"
+#include "pages/viewing/frmBrowserData.h"
 #include "tests/gui/FakeShell.h"
-#include "tests/gui/GuiTest.h"
+#include "tests/gui/FrameFixture.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QProxyStyle>
 #include <QTableView>
@@ -22,7 +28,8 @@ QFont sized(int points)
 }
 } // namespace
 
-/// What the windows make of the desktop's letters and colours.
+/// What the windows make of the desktop's letters and colours, and tell its
+/// assistive tools.
 class AppearanceTest : public TestCase {
     Q_OBJECT
 private slots:
@@ -81,6 +88,43 @@ private slots:
             QVERIFY(dynamic_cast<DarkTitles*>(QApplication::style()) != nullptr);
         }
         QApplication::setPalette(usual);
+    }
+
+    /// Whoever cannot see a window is told what each of its controls is for.
+    void everyControlHasAName()
+    {
+        const StartedFrame frame(u"a"_s);
+        FakeShell shell;
+        DownloadTable downloads;
+        const frmEinstell preferences(shell, nullptr);
+        const frmHistory history(shell, shell.history, nullptr);
+        const frmBook archive(shell, shell.history, nullptr);
+        const frmDownloads list(shell, nullptr, downloads, [](const QUrl&) { return true; });
+        const frmBrowserData data(nullptr);
+        const LogInDialog logIn({}, nullptr);
+        QWidget page;
+        const FindBar find(&page);
+        QStringList nameless;
+        const QWidgetList controls = QApplication::allWidgets();
+        for (QWidget* control : controls) {
+            const bool isNamedElsewhere = control->isWindow() ||
+                                          control->inherits("QMdiSubWindow") ||
+                                          control->inherits("QComboBoxListView");
+            // Not reached by Tab, for all that without letters.
+            const bool isDrawn = control->inherits("QToolBarExtension") ||
+                                 control->inherits("QStatusBar") ||
+                                 control->objectName() == u"Drives"_s;
+            const bool isReached =
+                (control->focusPolicy() & Qt::TabFocus) != 0 && !isNamedElsewhere;
+            if (!isDrawn && !isReached)
+                continue;
+            QAccessibleInterface* face = QAccessible::queryAccessibleInterface(control);
+            if (face != nullptr && face->text(QAccessible::Name).isEmpty())
+                nameless << control->objectName() + u' ' +
+                                QString::fromLatin1(control->metaObject()->className());
+        }
+        QVERIFY(controls.size() > 100);
+        QCOMPARE(nameless.join(u", "_s), QString());
     }
 
 private:

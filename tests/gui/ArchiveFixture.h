@@ -18,10 +18,8 @@ struct ArchiveFixture {
     FakeShell shell;
     QPointer<frmBook> window;
 
-    explicit ArchiveFixture(bool sample = true)
+    ArchiveFixture()
     {
-        if (!sample)
-            return;
         Book book(shell.programFolder());
         auto bookmarks = std::make_shared<BookmarkCollection>();
         for (const QString& title : {QStringLiteral("a1"), QStringLiteral("a2")})
@@ -88,4 +86,9 @@ struct ArchiveFixture {
     bool isChanged() { return window->Buch().IsEdit(); }
     QString path(const QString& name) { return shell.programFolder() + u'/' + name; }
     QByteArray bytes(const QString& name) { return bytesOf(path(name)); }
+};
+
+/// The same, with the window open.
+struct OpenArchive : ArchiveFixture {
+    OpenArchive() { open(); }
 };

@@ -1,20 +1,21 @@
 #include "ArchiveFixture.h"
+#include "bookmarks/frmBMProperty.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
 
-class ArchiveWindowTest : public TestCase {
+class ArchiveWindowTest : public WindowTest {
     Q_OBJECT
 private slots:
     void keysReachNodes()
     {
         for (const Qt::Key first : {Qt::Key_Down, Qt::Key_Home}) {
-            ArchiveFixture f;
-            f.open();
+            OpenArchive f;
             QTest::keyClick(&f.view(), first);
             QCOMPARE(f.view().selectedNode(), f.root());
             f.select(u"A"_s);
@@ -34,8 +35,7 @@ private slots:
 
     void newFolders()
     {
-        ArchiveFixture f;
-        f.open();
+        OpenArchive f;
         f.select(u"Archiv"_s);
         f.choose(u"mn_AddOrdner");
         f.choose(u"mn_AddOrdner"); // takes the first label over and goes on behind it
@@ -52,8 +52,7 @@ private slots:
 
     void labels()
     {
-        ArchiveFixture f;
-        f.open();
+        OpenArchive f;
         f.select(u"A"_s);
         QTest::keyClick(&f.view(), Qt::Key_F2);
         f.editor()->setText(u"a2"_s);
@@ -77,8 +76,7 @@ private slots:
 
     void deletedFolders()
     {
-        ArchiveFixture f;
-        f.open();
+        OpenArchive f;
         f.select(u"A"_s);
         f.shell.fakePrompt.answerYesNo(false);
         f.choose(u"mn_DelOrdner");
@@ -93,8 +91,7 @@ private slots:
 
     void bookmarks()
     {
-        ArchiveFixture f;
-        f.open();
+        OpenArchive f;
         f.select(u"A"_s);
         f.window->AddBkmToArchive(u"n1"_s, u"u"_s, {});
         QCOMPARE(f.shown(), u"A(n1 a1 a2) B()"_s);
@@ -125,8 +122,7 @@ private slots:
 
     void menus()
     {
-        ArchiveFixture f;
-        f.open();
+        OpenArchive f;
         const auto place = [&f](const QString& text) {
             return f.view().visualRect(f.node(text)).center();
         };
@@ -159,8 +155,7 @@ private slots:
     {
         for (const auto& [bookChanged, yes] :
              {std::pair{true, false}, {true, true}, {false, true}}) { // a folder alone is not saved
-            ArchiveFixture f;
-            f.open();
+            OpenArchive f;
             const QByteArray before = f.bytes(u"1.bkm"_s);
             f.select(u"a1"_s);
             f.window->selectedBookmark()->Titel(u"x"_s);
@@ -174,6 +169,47 @@ private slots:
                      QStringList(u"Meldung|Question|Änderungen am Archiv speichern ?"_s));
             QCOMPARE(f.bytes(u"1.bkm"_s) != before, bookChanged && yes);
         }
+    }
+
+    void theDialogChangesAndAdds()
+    {
+        OpenArchive f;
+        f.select(u"a1"_s);
+        FakePrompt& prompt = f.shell.fakePrompt;
+        frmBMProperty dialog(*f.window, prompt, QIcon(), nullptr);
+        const auto setFields = [this](const QString& name, const QString& url) {
+            find<QLineEdit>(u"Text1"_s)->setText(name);
+            find<QLineEdit>(u"Text2"_s)->setText(url);
+            find<QPlainTextEdit>(u"Text3"_s)->setPlainText(u"x\ny"_s);
+        };
+        const auto stored = [&f](int position) {
+            const Bookmark& its = *f.window->selectedFolder()->colBookmark()->Item(position);
+            return its.Titel() + u'|' + its.Url() + u'|' + its.Info();
+        };
+        show(dialog);
+        QCOMPARE(find<QLineEdit>(u"Text1"_s)->text(), u"a1"_s);
+        setFields(u"n"_s, u"http://a1"_s);
+        press(u"Ok"_s); // its own address is no question
+        QCOMPARE(stored(1), u"n|http://a1|x\r\ny"_s);
+        f.window->Buch().IsEdit(false);
+
+        frmBMProperty another(*f.window, prompt, QIcon(), nullptr);
+        another.bNewBkm(true);
+        show(another);
+        setFields(u"m"_s, u""_s);
+        press(u"Ok"_s);
+        QCOMPARE(prompt.takeTexts(), QStringList(u"Meldung|Critical|Feld darf nicht leer sein."_s));
+        setFields(u"m"_s, u"http://a2"_s);
+        prompt.answerYesNo(false);
+        press(u"Ok"_s);
+        const QStringList question(u"Meldung|Question|Die Url: http://a2 existiert bereits, "
+                                   "trotzdem übernehmen ?"_s);
+        QCOMPARE(prompt.takeTexts(), question);
+        QVERIFY(another.isVisible() && !f.isChanged());
+        prompt.answerYesNo(true);
+        QTest::keyClick(find(u"Text1"_s), Qt::Key_Return);
+        QCOMPARE(prompt.takeTexts(), question);
+        QCOMPARE(stored(2), u"m|http://a2|x\r\ny"_s);
     }
 };
 

@@ -1,14 +1,16 @@
+#include "history/frmHistory.h"
 #include "pages/downloads/frmDownloads.h"
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
+#include <QHeaderView>
 #include <QTableView>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
 
-/// The list of the downloads and its buttons.
-class DownloadsWindowTest : public WindowTest {
+/// The list of the downloads with its buttons, and that of the visits.
+class ListWindowsTest : public WindowTest {
     Q_OBJECT
 private slots:
     void init()
@@ -28,7 +30,7 @@ private slots:
     }
     void cleanup() { m_window.reset(); }
 
-    void buttonsFollowTheSelection()
+    void downloadButtonsFollowTheSelection()
     {
         QCOMPARE(enabled(), QString());
         int cancelled = 0;
@@ -46,7 +48,7 @@ private slots:
         QCOMPARE(enabled(), u"cmdCancel cmdFolder"_s);
     }
 
-    void opens()
+    void downloadsAreOpened()
     {
         const QString none = u"Für die Datei „a.txt“ wurde kein Programm gefunden."_s;
         const QString gone = u"Die Datei „a.txt“ ist nicht mehr da."_s;
@@ -72,6 +74,38 @@ private slots:
         }
     }
 
+    /// What Enter marks is opened later; a sorting header takes the Enter itself.
+    void historySortsAndMarks()
+    {
+        for (const auto& [isSorting, key, marked] :
+             {std::tuple{false, Qt::Key_Return, u"http://a"_s},
+              {false, Qt::Key_Escape, u""_s},
+              {true, Qt::Key_Return, u""_s}}) {
+            FakeShell shell;
+            for (const auto& [url, day] : {std::pair{u"http://b"_s, QDate(2000, 1, 31)},
+                                           {u"http://a"_s, QDate(2000, 2, 15)},
+                                           {u"http://c"_s, QDate(2000, 3, 1)}})
+                addVisit(shell.history, url, u"t"_s, day.startOfDay(), 3);
+            const QPointer<frmHistory> window = new frmHistory(shell, shell.history, nullptr);
+            show(*window);
+            auto* grid = find<QTableView>();
+            const auto first = [grid] { return grid->model()->index(0, 0).data().toString(); };
+            QCOMPARE(first(), u"http://b"_s); // dates as texts, downwards
+            QCOMPARE(grid->currentIndex().row(), 0);
+            if (isSorting) {
+                QTest::mousePress(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, {3, 0});
+                QCOMPARE(first(), u"http://a"_s);
+            } else {
+                QTest::keyClick(grid, Qt::Key_Down);
+            }
+            QTest::keyClick(grid, key);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(!window && !shell.isOpenHistory);
+            QCOMPARE(shell.historyUrl, marked);
+            QVERIFY(shell.visited.isEmpty());
+        }
+    }
+
 private:
     QString enabled() const
     {
@@ -89,5 +123,5 @@ private:
     bool m_canOpen = true;
 };
 
-QTEST_MAIN(DownloadsWindowTest)
-#include "DownloadsWindowTest.moc"
+QTEST_MAIN(ListWindowsTest)
+#include "ListWindowsTest.moc"
