@@ -79,16 +79,6 @@ private slots:
         QTRY_COLOUR(part(3), Qt::red);
     }
 
-    void secondStartRestoresTheFrame()
-    {
-        open(u"/red"_s, u"Rot"_s);
-        User::minimise(maximised(u"Rot"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(maximised(u"Rot"_s)), patience);
-        QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
-        QTRY_SEES(title());
-        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/blue"_s), 1, patience);
-    }
-
     void downloadIsSaved()
     {
         m_server->page(u"/link"_s, "<title>Link</title><a href=/file style='position:fixed;"

@@ -72,7 +72,6 @@ public:
         QTest::qWait(300);
         tool("mouseup 1");
     }
-    static void minimise(const QString& title) { tool("windowminimize --sync", {window(title)}); }
     static void resize(const QString& title, const QSize& size)
     {
         tool("windowsize --sync",

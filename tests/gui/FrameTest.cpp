@@ -59,18 +59,6 @@ private slots:
         QTRY_COMPARE(window.painted, window.windowTitle()); // the last change is not lost
     }
 
-    void numbersAreNeverUsedAgain()
-    {
-        StartedFrame f;
-        f.frame().VisitUrl(u"b"_s);
-        f.frame().VisitUrl({}); // opens nothing
-        QCOMPARE(f.keys(), u"1 2"_s);
-        f.window(1)->close();
-        f.frame().NewBrowser();
-        QCOMPARE(f.keys(), u"2 3"_s);
-        QCOMPARE(f.window(2)->windowKey(), 3);
-    }
-
     void aWaitingAddressIsOpenedUntilAVisit()
     {
         StartedFrame f;
