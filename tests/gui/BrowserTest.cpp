@@ -144,7 +144,8 @@ private slots:
             w.tick();
             steps += QString::number(w.bar->value());
         }
-        QCOMPARE(steps, u"012345678901"_s);
+        // The timer may have ticked while the window appeared.
+        QVERIFY2(u"0123456789012345678901"_s.contains(steps), qPrintable(steps));
         w.click("Stop"); // keeps the caption of a nameless page
         QCOMPARE(w.browser->windowTitle(), u"In Bearbeitung..."_s);
         QVERIFY(!w.busy());
