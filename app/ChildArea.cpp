@@ -21,6 +21,15 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
     connect(this, &QMdiArea::subWindowActivated, this, &ChildArea::stackIcons);
 }
 
+ChildArea::~ChildArea()
+{
+    // The base class activates and restores children while it takes them along.
+    disconnect(this, nullptr, this, nullptr);
+    const QList<QMdiSubWindow*> all = subWindowList();
+    for (QMdiSubWindow* child : all)
+        child->disconnect(this);
+}
+
 void ChildArea::addChild(frmBrowser* child)
 {
     const ChildSizes sizes = sizesOf({child});

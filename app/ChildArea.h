@@ -15,6 +15,7 @@ class ChildArea : public QMdiArea {
     Q_OBJECT
 public:
     explicit ChildArea(QWidget* parent);
+    ~ChildArea() override;
 
     /// Restores maximised children and lays out all but the minimised ones. None leaves
     /// the children as they are from now on.
