@@ -247,7 +247,8 @@ bool WebEngineControl::AskToClose()
 
 bool WebEngineControl::Busy() const
 {
-    // While the page asks whether to leave it, what is pending waits for the answer.
+    // While the page has the user asked something, be it whether to leave it, a navigation
+    // may wait for the answer.
     return m_pending != Pending::Nothing || m_page->isLoading() || m_page->isAsking();
 }
 

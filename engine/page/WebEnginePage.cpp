@@ -189,7 +189,8 @@ void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*lev
                                              const QString& message, int /*lineNumber*/,
                                              const QString& /*sourceId*/)
 {
-    // Everything else is dropped: a page could fill the program's own output with it.
+    // Everything else is dropped: a page could fill the program's own output with it. A page
+    // that forges the engine's line about a file gets a status text, and no more.
     if (const std::optional<FrameReport> report = m_reports.read(message))
         emit frameReported(*report);
     else if (message.startsWith("Not allowed to load local resource:"_L1)) // Qt 6.4 and 6.8
