@@ -6,6 +6,7 @@
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
 #include "app/StartupNotice.h"
+#include "base/GlyphIcon.h"
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "base/Twips.h"
@@ -27,8 +28,8 @@ AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& s
                  BrowserParts parts)
     : m_prefer(programFolder),
       m_frame(std::make_unique<MDIForm1>(FrameParts{
-          programFolder, QStringLiteral("Tessera " TESSERA_VERSION), QIcon(u":/icons/frame.svg"_s),
-          QIcon(u":/icons/child.svg"_s), m_prefer, prompt, std::move(parts)}))
+          programFolder, QStringLiteral("Tessera " TESSERA_VERSION), colouredIcon(u"frame"_s),
+          colouredIcon(u"child"_s), m_prefer, prompt, std::move(parts)}))
 {
     new FrameCommands(*m_frame, starter); // belongs to the frame
 }

@@ -9,6 +9,7 @@
 #include "app/ProgramStarter.h"
 #include "app/StartupNotice.h"
 #include "base/DialogPrompt.h"
+#include "base/GlyphIcon.h"
 #include "base/ShownText.h"
 #include "engine/WebEngineHost.h"
 #include "launcher/ShellStart.h"
@@ -193,7 +194,7 @@ int run(QApplication& application, const ShellStart& start)
 
 int show(const QString& complaint)
 {
-    QApplication::setWindowIcon(QIcon(u":/icons/frame.svg"_s));
+    QApplication::setWindowIcon(colouredIcon(u"frame"_s));
     DialogPrompt().tell(nullptr, complaint, QApplication::applicationName(),
                         Prompt::Icon::Exclamation);
     return EXIT_FAILURE;

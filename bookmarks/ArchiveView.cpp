@@ -1,5 +1,6 @@
 #include "bookmarks/ArchiveView.h"
 
+#include "base/GlyphIcon.h"
 #include "base/ShownText.h"
 
 #include <QContextMenuEvent>
@@ -28,7 +29,7 @@ public:
         : QStyledItemDelegate(parent), m_edited(edited)
     {
         for (const QString& image : {u"Archiv"_s, u"Dir"_s, u"OpenDir"_s, u"Url"_s})
-            m_images.insert(image, QIcon(u":/icons/archive/%1.svg"_s.arg(image)));
+            m_images.insert(image, colouredIcon(u"archive/"_s + image));
     }
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,

@@ -23,10 +23,8 @@ check_packages=(git clang libclang-rt-dev desktop-file-utils appstream libglib2.
 suite=$(. /etc/os-release 2>/dev/null && echo "${VERSION_CODENAME:-}") || suite=
 case $suite in
 bookworm)
-    program_packages+=(libqt6svg6)
     check_packages+=(clang-format-14 clang-tidy-14)
     ;;
-*) program_packages+=(qt6-svg-plugins) ;;
 esac
 
 say() { printf '==> %s\n' "$*"; }
