@@ -57,7 +57,12 @@ void AppInit::Main(const QString& startAddress)
         if (frmBrowser* active = m_frame->activeBrowser())
             active->showMaximized();
     }
-    m_frame->show();
+    // The navigation was asked for before, so it comes first: the process that draws the page
+    // starts while the frame's window is made.
+    QTimer::singleShot(0, m_frame.get(), [this] {
+        if (!m_frame->isUnloading())
+            m_frame->show();
+    });
     if (!fault.isEmpty())
         QTimer::singleShot(0, m_frame.get(), [this, fault] { tellOfDefaults(fault); });
 }

@@ -23,8 +23,8 @@ public:
     ~AppInit();
     Q_DISABLE_COPY_MOVE(AppInit)
 
-    /// Brings the frame up; `startAddress` is the command line, neither split
-    /// nor unquoted.
+    /// Brings the frame up, which is shown from the event loop; `startAddress` is the command
+    /// line, neither split nor unquoted.
     void Main(const QString& startAddress);
     MDIForm1& frame() const { return *m_frame; }
 

@@ -99,6 +99,7 @@ void openWindows(BenchShell& shell, const QString& page)
 {
     const QString address = QUrl::fromLocalFile(page).toString();
     shell.module().Main(address);
+    runUntil([&] { return shell.frame().isVisible(); }, patience);
     shell.frame().VisitUrl(address);
     shell.frame().VisitUrl(address);
     if (!runUntil([&] { return !isBusy(shell.frame()); }, patience))

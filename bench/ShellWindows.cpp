@@ -6,6 +6,7 @@
 #include "bench/BenchShell.h"
 
 #include <QApplication>
+#include <QTimer>
 
 int main(int argc, char** argv)
 {
@@ -16,7 +17,9 @@ int main(int argc, char** argv)
     if (arguments.value(4) == QStringLiteral("unpaced"))
         delete shell.frame().findChild<PaintPacer*>();
     shell.module().Main(arguments.value(1));
-    for (int i = arguments.value(3).toInt(); i > 1; --i)
-        shell.frame().VisitUrl(arguments.value(1));
+    QTimer::singleShot(0, &shell.frame(), [&] { // when the frame has been shown
+        for (int i = arguments.value(3).toInt(); i > 1; --i)
+            shell.frame().VisitUrl(arguments.value(1));
+    });
     return QApplication::exec();
 }

@@ -71,5 +71,9 @@ struct FrameFixture {
 
 /// The same, brought up with a start address.
 struct StartedFrame : FrameFixture {
-    explicit StartedFrame(const QString& address = {}) { start.Main(address); }
+    explicit StartedFrame(const QString& address = {})
+    {
+        start.Main(address);
+        QCoreApplication::processEvents(); // which show the frame
+    }
 };
