@@ -2,6 +2,7 @@
 
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
+#include "app/FrameFullScreen.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
@@ -21,7 +22,7 @@
 using namespace Qt::StringLiterals;
 
 FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
-    : QObject(&frame), m_frame(frame), m_starter(starter)
+    : QObject(&frame), m_frame(frame), m_starter(starter), m_fullScreen(new FrameFullScreen(frame))
 {
     buildTable();
     FrameMenus& menus = frame.menus();
@@ -58,19 +59,26 @@ void FrameCommands::buildTable()
 
 void FrameCommands::addKeys()
 {
-    addItemKeys(u"mn_Browser"_s, {Qt::CTRL | Qt::Key_N});
+    addItemKeys(u"mn_Browser"_s, {Qt::CTRL | Qt::Key_N, Qt::CTRL | Qt::Key_T});
+    addItemKeys(u"mn_Historie"_s, {Qt::CTRL | Qt::Key_H});
+    addItemKeys(u"mn_Bookmarks"_s, {Qt::CTRL | Qt::SHIFT | Qt::Key_O});
     addItemKeys(u"mn_Aktivschließen"_s, {Qt::CTRL | Qt::Key_W, Qt::CTRL | Qt::Key_F4});
     addItemKeys(u"mn_Exit"_s, {Qt::CTRL | Qt::Key_Q});
     addButtonKey(Qt::Key_F5, u"Refresh"_s);
+    addButtonKey(Qt::CTRL | Qt::Key_R, u"Refresh"_s);
     addButtonKey(Qt::ALT | Qt::Key_Left, u"Back"_s);
     addButtonKey(Qt::ALT | Qt::Key_Right, u"Forward"_s);
     addButtonKey(Qt::ALT | Qt::Key_Home, u"Home"_s);
     for (const QKeySequence& key : {QKeySequence(Qt::CTRL | Qt::Key_L), QKeySequence(Qt::Key_F6)}) {
         addKey(key, [this] {
+            m_fullScreen->reveal();
             if (frmBrowser* active = m_frame.activeBrowser())
                 active->focusAddress();
         });
     }
+    for (int number = 1; number <= 9; ++number)
+        addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
+    addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });
     addKey(Qt::CTRL | Qt::Key_F5, [this] {
         if (frmBrowser* active = m_frame.activeBrowser())
             active->refreshPastCache();
@@ -82,6 +90,7 @@ void FrameCommands::addKeys()
             active->showSystemMenu();
     });
     addKey(Qt::Key_F10, [this] {
+        m_fullScreen->reveal();
         QMenuBar& bar = *m_frame.menuBar();
         bar.setActiveAction(bar.actions().constFirst());
     });
@@ -170,6 +179,13 @@ void FrameCommands::rebuildWindowList()
         menu->addAction(entry);
         m_windowList.append(entry);
     }
+}
+
+void FrameCommands::chooseWindow(int number)
+{
+    for (frmBrowser* window : m_frame.Browser())
+        if (--number == 0)
+            m_frame.activeChild().choose(*window);
 }
 
 void FrameCommands::openDropped(const DroppedAddress& address)

@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class FrameFullScreen;
 class ProgramStarter;
 class MDIForm1;
 class QAction;
@@ -43,6 +44,8 @@ private:
     void prepareExtrasMenu();
     void prepareWindowMenu();
     void rebuildWindowList();
+    /// Chooses the browser window with this number in the list, 1-based, if there is one.
+    void chooseWindow(int number);
     void openDropped(const DroppedAddress& address);
 
     void showPreferences();
@@ -62,6 +65,7 @@ private:
 
     MDIForm1& m_frame;
     ProgramStarter& m_starter;
+    FrameFullScreen* m_fullScreen;
     QHash<QString, std::function<void()>> m_commands;
     QPointer<QWidget> m_archive;
     QPointer<QWidget> m_history;

@@ -1,9 +1,10 @@
 #include "app/FrameMenus.h"
 
+#include "app/FoldingMenuBar.h"
+
 #include <QAction>
 #include <QMainWindow>
 #include <QMenu>
-#include <QMenuBar>
 
 #include <array>
 
@@ -96,19 +97,26 @@ QString windowListEntry(int number, const QString& title)
     return (number <= lastKey ? u"&%1 %2"_s : u"%1 %2"_s).arg(number).arg(shown);
 }
 
-FrameMenus::FrameMenus(QMainWindow* frame, const QString& makerAddress) : NamedMenus(frame)
+FrameMenus::FrameMenus(QMainWindow* frame, const QString& makerAddress)
+    : NamedMenus(frame), m_bar(new FoldingMenuBar(frame))
 {
+    frame->setMenuBar(m_bar);
     const auto addAll = [this](const auto& entries, QWidget* top) {
         for (const MenuEntry& entry : entries)
             m_byRole.insert(entry.reportedRole(), add(entry, top));
     };
-    addAll(menuBarEntries, frame->menuBar());
-    add({u"mn_loomwork", makerAddress, u"mn_Info", Kind::Item}, frame->menuBar());
+    addAll(menuBarEntries, m_bar);
+    add({u"mn_loomwork", makerAddress, u"mn_Info", Kind::Item}, m_bar);
 
     m_context = new QMenu(u"CtxtMenu"_s, frame);
     m_context->setObjectName(u"mn_ctxt"_s);
     connect(m_context, &QMenu::aboutToShow, this, [this] { emit opening(u"mn_Fenster"_s); });
     addAll(contextEntries, m_context);
+}
+
+void FrameMenus::foldBar(bool isFolded)
+{
+    m_bar->fold(isFolded);
 }
 
 void FrameMenus::check(const QString& role, bool checked)

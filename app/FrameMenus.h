@@ -3,6 +3,7 @@
 #include "app/Arrangement.h"
 #include "base/NamedMenus.h"
 
+class FoldingMenuBar;
 class QMenu;
 
 /// The caption of a browser window's entry in the window list, counted from 1. The
@@ -19,6 +20,8 @@ public:
     FrameMenus(QMainWindow* frame, const QString& makerAddress);
 
     QMenu* contextMenu() const { return m_context; }
+    /// Folds the menu bar away or brings it back; its keys work all the time.
+    void foldBar(bool isFolded);
 
     /// Sets the check mark, or the enabled state, of both items of a role.
     void check(const QString& role, bool checked);
@@ -30,6 +33,7 @@ public:
     void checkArrangement(Arrangement mode);
 
 private:
+    FoldingMenuBar* m_bar;
     QMenu* m_context = nullptr;
     QMultiHash<QString, QAction*> m_byRole;
 };

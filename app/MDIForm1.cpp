@@ -110,6 +110,7 @@ frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
     window->StartingAddress(m_historyUrl.isEmpty() ? preferences().HomeUrl() : m_historyUrl);
     window->showAddressBar(preferences().Adresszeile() != 0);
     window->showToolbar(preferences().Toolbar() != 0);
+    window->hideBars(!m_areBarsShown);
     m_area->addChild(window);
     m_activeChild->watch(*window);
     window->opener(opener);
@@ -162,8 +163,17 @@ void MDIForm1::applyArrangement()
 
 void MDIForm1::showStatusBar()
 {
-    statusBar()->setVisible(m_statusBarCurr);
-    m_menus->check(u"mn_Toggle"_s, !statusBar()->isHidden());
+    statusBar()->setVisible(m_statusBarCurr && m_areBarsShown);
+    m_menus->check(u"mn_Toggle"_s, m_statusBarCurr);
+}
+
+void MDIForm1::showBars(bool shown)
+{
+    m_areBarsShown = shown;
+    m_menus->foldBar(!shown);
+    showStatusBar();
+    for (frmBrowser* window : m_browser)
+        window->hideBars(!shown);
 }
 
 void MDIForm1::openAt(const QSize& size)
@@ -287,9 +297,10 @@ void MDIForm1::storeSizeAndState()
 {
     Prefer& stored = preferences();
     const qint16 state = isMinimized() ? 1 : isMaximized() ? 2 : 0;
-    if (state == 0 && height() != m_bounded.height())
-        stored.MdiHeight(toStoredTwips(height()));
-    if (state == 0 && width() != m_bounded.width())
-        stored.MdiWidth(toStoredTwips(width()));
+    const QSize own = isFullScreen() ? normalGeometry().size() : size();
+    if (state == 0 && own.height() != m_bounded.height())
+        stored.MdiHeight(toStoredTwips(own.height()));
+    if (state == 0 && own.width() != m_bounded.width())
+        stored.MdiWidth(toStoredTwips(own.width()));
     stored.MdiState(state);
 }

@@ -94,6 +94,9 @@ public:
     void applyArrangement();
     /// Shows or hides the status bar by `StatusBarCurr`, with its check marks.
     void showStatusBar();
+    /// Hides the menu bar, the status bar and the bars of all browser windows for a while, or
+    /// shows again those that are to be shown.
+    void showBars(bool shown);
     /// Sizes the frame, bounded by what the screen has room for. A side that is as it was
     /// bounded when the frame closes is not stored.
     void openAt(const QSize& size);
@@ -158,6 +161,7 @@ private:
     bool m_openNewWindow = false;
     bool m_unloading = false;
     bool m_isPlaced = false;
+    bool m_areBarsShown = true;
     /// Sides that the screen had no room for, as they are shown instead; else -1.
     QSize m_bounded;
     QList<std::function<bool()>> m_endChecks;

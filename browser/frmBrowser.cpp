@@ -110,22 +110,32 @@ void frmBrowser::connectEngine()
 
 bool frmBrowser::isAddressBarShown() const
 {
-    return !m_addressBar->isHidden();
+    return m_isAddressBarShown;
 }
 
 void frmBrowser::showAddressBar(bool shown)
 {
-    m_addressBar->setVisible(shown);
+    m_isAddressBarShown = shown;
+    m_addressBar->setVisible(shown && !m_areBarsHidden);
 }
 
 bool frmBrowser::isToolbarShown() const
 {
-    return !m_toolbar->isHidden();
+    return m_isToolbarShown;
 }
 
 void frmBrowser::showToolbar(bool shown)
 {
-    m_toolbar->setVisible(shown);
+    m_isToolbarShown = shown;
+    m_toolbar->setVisible(shown && !m_areBarsHidden);
+}
+
+void frmBrowser::hideBars(bool hidden)
+{
+    m_areBarsHidden = hidden;
+    showAddressBar(m_isAddressBarShown);
+    showToolbar(m_isToolbarShown);
+    PubResize();
 }
 
 void frmBrowser::load()
@@ -323,8 +333,8 @@ int frmBrowser::barsHeight() const
 
 BrowserBars frmBrowser::bars() const
 {
-    return {m_toolbar->sizeHint().height(), m_addressBar->panelHeight(), isToolbarShown(),
-            isAddressBarShown()};
+    return {m_toolbar->sizeHint().height(), m_addressBar->panelHeight(), !m_toolbar->isHidden(),
+            !m_addressBar->isHidden()};
 }
 
 void frmBrowser::PubResize()

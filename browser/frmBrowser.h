@@ -48,6 +48,8 @@ public:
     void showAddressBar(bool shown);
     bool isToolbarShown() const;
     void showToolbar(bool shown);
+    /// Hides both bars for a while, whether they are to be shown or not.
+    void hideBars(bool hidden);
 
     /// The window's load: shows the window and opens its start address.
     void load();
@@ -119,6 +121,9 @@ private:
     qint32 m_windowKey = 0;
     bool m_newWindow = false;
     QPointer<frmBrowser> m_opener;
+    bool m_isAddressBarShown = true;
+    bool m_isToolbarShown = true;
+    bool m_areBarsHidden = false;
     bool m_updatingList = false;
     bool m_unloaded = false;
     bool m_mayClose = false;

@@ -11,15 +11,19 @@
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
 #include "engine/viewing/PageFullScreen.h"
+#include "engine/viewing/PageInspector.h"
 #include "engine/viewing/PagePrinter.h"
 #include "engine/viewing/PageZoom.h"
 #include "engine/viewing/PdfWatch.h"
 #include "pages/viewing/CrashOverlay.h"
 #include "pages/viewing/PageKeys.h"
 
+#include <QAction>
 #include <QTimer>
 #include <QWebEngineSettings>
 #include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -46,6 +50,13 @@ void allowClipboardAfterInput(QWebEnginePage& page, const PageInput& input)
     };
     QObject::connect(&input, &PageInput::pressed, timer, begin);
     QObject::connect(&input, &PageInput::used, timer, begin);
+}
+
+/// Where the engine shows the source of `page`; empty if it has none to show.
+QString sourceAddress(const QWebEnginePage& page)
+{
+    const bool hasSource = page.action(QWebEnginePage::ViewSource)->isEnabled();
+    return hasSource ? u"view-source:"_s + page.url().toString(QUrl::FullyEncoded) : QString();
 }
 
 } // namespace
@@ -111,6 +122,12 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
     };
     auto* const menu = new PageContextMenu(shell, m_page, commands);
 
+    auto* const inspector = new PageInspector(shell, m_page);
+    addPageKeys(window, {Qt::Key_F12}, inspector, [inspector] { inspector->toggle(); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_S}, m_page,
+                [page = m_page] { page->triggerAction(QWebEnginePage::SavePage); });
+    addPageKeys(window, {Qt::CTRL | Qt::Key_U}, m_page,
+                [&shell, page = m_page] { shell.VisitUrl(sourceAddress(*page)); });
     find->addKeys(window);
     zoom->attachTo(window, view);
     menu->attachTo(view);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QShortcut>
+#include <QWidget>
 
 /// Makes each of `keys` call `action` while the focus is in `widget` or below it. The keys go
 /// with the widget or with `receiver`, whichever goes first.

@@ -200,6 +200,71 @@ private slots:
         QVERIFY(!bytesOf(m_program->file(u"Book.bkm"_s)).contains("Neuer Ordner"));
     }
 
+    void furtherKeysOfTheFrame()
+    {
+        tell("Eins");
+        tell("Zwei");
+        open(u"/Eins"_s, u"Eins"_s);
+        const int loads = m_server->requests(u"/Eins"_s);
+        User::press(u"ctrl+r"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/Eins"_s), loads + 1, patience);
+        add(u"Zwei"_s);
+        User::press(u"ctrl+1"_s);
+        QVERIFY(reaches(u"Eins"_s));
+        User::press(u"ctrl+9 ctrl+2"_s);
+        QVERIFY(reaches(u"Zwei"_s));
+        for (const auto& [key, window] : {std::pair{u"ctrl+h"_s, u"Historie"_s},
+                                          {u"ctrl+shift+o"_s, u"Bookmark Archiv"_s},
+                                          {u"F12"_s, u"Entwicklerwerkzeuge: Zwei"_s}}) {
+            User::press(key);
+            QTRY_SEES(window);
+            User::press(key == "F12"_L1 ? key : u"Escape"_s);
+            QTRY_VERIFY_WITH_TIMEOUT(!User::sees(window), patience);
+        }
+        User::press(u"ctrl+u alt+minus x"_s);
+        const QString source = m_server->address(u"/Zwei"_s).replace(u"http"_s, u"view-source"_s);
+        QTRY_SEES(maximised(source.section(u"//"_s, 0, 0) + source.section(u"//"_s, 1)));
+        User::press(u"ctrl+w ctrl+s"_s);
+        QTRY_SEES(u"Datei speichern unter"_s);
+    }
+
+    void theFrameFillsTheScreen()
+    {
+        open(u"/red"_s, u"Rot"_s);
+        const QRect before = User::place(maximised(u"Rot"_s));
+        const QPoint bottom = QGuiApplication::primaryScreen()->geometry().bottomLeft();
+        const QPoint upper(20, 60); // a page without bars, or a bar
+        const auto full = [&](const char* colour) {
+            return QTest::qWaitFor(
+                [&] {
+                    return User::colourAt(upper) == QColor(colour) &&
+                           User::colourAt(bottom + QPoint(9, -9)) == QColor(colour);
+                },
+                patience);
+        };
+        User::press(u"F11"_s);
+        QVERIFY(full("#ff0000"));
+        User::moveTo({300, 0});
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(upper) != QColor(u"#ff0000"_s), patience);
+        User::moveTo({300, 600});
+        QVERIFY(full("#ff0000"));
+        User::press(u"ctrl+l"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(upper) != QColor(u"#ff0000"_s), patience);
+        User::enter(m_server->address(u"/blue"_s));
+        QVERIFY(full("#0000ff"));
+        User::press(u"ctrl+n ctrl+w alt+minus x"_s);
+        QVERIFY(full("#0000ff"));
+        User::press(u"F11"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(User::place(maximised(u"Blau"_s)), before, patience);
+        // The size beneath the full screen is the one that is kept.
+        User::press(u"F11"_s);
+        QVERIFY(full("#0000ff"));
+        User::press(u"ctrl+q"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        open(u"/red"_s, u"Rot"_s);
+        QCOMPARE(User::place(maximised(u"Rot"_s)).size(), before.size());
+    }
+
 private:
     void add(const QString& page)
     {

@@ -1,0 +1,75 @@
+#include "engine/viewing/PageInspector.h"
+
+#include "base/Shell.h"
+#include "browser/PageTexts.h"
+#include "pages/viewing/PageKeys.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QWebEnginePage>
+#include <QWebEngineView>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// The window of the tools. They are detached when it closes, as its page is then discarded,
+/// which tools that are at work refuse with a warning (seen with Qt 6.4).
+class InspectorView : public QWebEngineView {
+public:
+    explicit InspectorView(QWebEnginePage& inspected) : m_inspected(&inspected) {}
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        m_inspected->setDevToolsPage(nullptr);
+        QWebEngineView::closeEvent(event);
+    }
+
+private:
+    QWebEnginePage* m_inspected;
+};
+
+} // namespace
+
+PageInspector::PageInspector(Shell& shell, QWebEnginePage* page)
+    : QObject(page), m_shell(shell), m_page(page)
+{
+    connect(page, &QWebEnginePage::titleChanged, this, &PageInspector::nameWindow);
+}
+
+PageInspector::~PageInspector()
+{
+    delete m_window; // the page has detached the tools itself
+}
+
+void PageInspector::toggle()
+{
+    if (m_window)
+        m_window->close();
+    else
+        open();
+}
+
+void PageInspector::open()
+{
+    m_window = new InspectorView(*m_page);
+    QWidget* const window = m_window;
+    window->setObjectName(u"Inspector"_s);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWindowIcon(m_shell.frameIcon());
+    // The tools bring a menu of their own; the toolkit's would be in English.
+    window->setContextMenuPolicy(Qt::PreventContextMenu);
+    m_window->setPage(new QWebEnginePage(m_page->profile(), window));
+    connect(m_window->page(), &QWebEnginePage::windowCloseRequested, window, &QWidget::close);
+    addPageKeys(window, {Qt::Key_F12, Qt::CTRL | Qt::Key_W}, this, [window] { window->close(); });
+    m_page->setDevToolsPage(m_window->page());
+    nameWindow();
+    window->resize(900, 600);
+    window->show();
+}
+
+void PageInspector::nameWindow()
+{
+    if (m_window)
+        m_window->setWindowTitle(u"Entwicklerwerkzeuge: "_s + windowCaption(m_page->title()));
+}
