@@ -1,19 +1,21 @@
 #include "base/SafeFile.h"
 
 #include "base/Errors.h"
+#include "base/NewFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
+#include <atomic>
+#include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
+#include <system_error>
+#include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -33,15 +35,6 @@ void setAside(const QString& path)
     QFile::rename(path, backupOf(path));
 }
 
-/// Where `path` leads in the end when it is a symbolic link, whether or not a file is there.
-QString linkTarget(QString path)
-{
-    constexpr int linksAtMost = 40; // as many as Linux follows
-    for (int i = 0; i < linksAtMost && QFileInfo(path).isSymLink(); ++i)
-        path = QFileInfo(path).symLinkTarget();
-    return path;
-}
-
 /// How many names the file has in its file system.
 nlink_t namesOf(const QString& path)
 {
@@ -49,40 +42,12 @@ nlink_t namesOf(const QString& path)
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_nlink : 1;
 }
 
-/// Writes all of `bytes` to the disk. Returns why that failed, else an empty text.
-QString written(QFile& file, const QByteArray& bytes)
-{
-    if (file.write(bytes) != bytes.size())
-        return file.errorString();
-    // A pipe or a device cannot be synced.
-    if (::fsync(file.handle()) != 0 && errno != EINVAL)
-        return qt_error_string(errno);
-    return {};
-}
-
-/// Writes a new file beside the old one and then renames it over that. It is locked until it
-/// is renamed, so that `removeAbandonedFiles` leaves it alone.
+/// Writes a new file beside the old one and then renames it over that.
 void putNewInPlace(const QString& path, const QByteArray& bytes)
 {
-    const QString target = linkTarget(path);
-    const QFileInfo old(target);
-    if (old.exists() && !old.isWritable())
-        throw FileError(path, qt_error_string(EACCES));
-    const auto number = QRandomGenerator::global()->generate();
-    QFile file(old.path() + u"/tessera-%1.neu"_s.arg(number, 8, 16, QChar(u'0')));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        throw FileError(path, file.errorString());
-    ::flock(file.handle(), LOCK_EX | LOCK_NB);
-    if (old.exists())
-        file.setPermissions(old.permissions());
-    QString reason = written(file, bytes);
-    if (reason.isEmpty() && std::rename(QFile::encodeName(file.fileName()).constData(),
-                                        QFile::encodeName(target).constData()) != 0)
-        reason = qt_error_string(errno);
-    if (reason.isEmpty())
-        return;
-    file.remove();
-    throw FileError(path, reason);
+    NewFile file(path, bytes);
+    file.sync();
+    file.putInPlace();
 }
 
 /// Writes into a device or a pipe.
@@ -91,7 +56,7 @@ void writeInto(const QString& path, const QByteArray& bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw FileError(path, file.errorString());
-    if (const QString reason = written(file, bytes); !reason.isEmpty())
+    if (const QString reason = writtenAndSynced(file, bytes); !reason.isEmpty())
         throw FileError(path, reason);
 }
 
@@ -104,7 +69,7 @@ void writeOver(const QString& path, const QByteArray& bytes)
         throw FileError(path, file.errorString());
     const QByteArray old = file.readAll();
     file.seek(0);
-    if (const QString reason = written(file, bytes); !reason.isEmpty()) {
+    if (const QString reason = writtenAndSynced(file, bytes); !reason.isEmpty()) {
         file.seek(0);
         file.write(old);
         file.resize(old.size());
@@ -123,6 +88,83 @@ void replaceFile(const QString& path, const QByteArray& bytes)
         throw;
     }
     QFile::remove(backupOf(path));
+}
+
+struct FileReplacer::Begun {
+    QString path;
+    QByteArray bytes;
+    Failed failed;
+    std::unique_ptr<NewFile> file;
+};
+
+FileReplacer::FileReplacer() = default;
+FileReplacer::~FileReplacer() = default;
+
+void FileReplacer::replace(const QString& path, const QByteArray& bytes, const Failed& failed)
+{
+    constexpr std::size_t filesAtOnce = 128;
+    constexpr qsizetype bytesAtOnce = 16'000'000;
+    if (m_begun.size() == filesAtOnce || m_bytes > bytesAtOnce)
+        finish();
+    Begun begun{path, bytes, failed, nullptr};
+    try {
+        begun.file = std::make_unique<NewFile>(path, bytes);
+        begun.file->startSync();
+        m_begun.push_back(std::move(begun));
+        m_bytes += bytes.size();
+    } catch (const FileError&) {
+        finish();
+        replaceAlone(begun);
+    }
+}
+
+void FileReplacer::finish()
+{
+    m_bytes = 0;
+    std::vector<Begun> begun = std::exchange(m_begun, {});
+    syncAll(begun);
+    for (Begun& one : begun) {
+        try {
+            one.file->putInPlace();
+            QFile::remove(backupOf(one.path));
+            one.failed = nullptr;
+        } catch (const FileError&) {
+            one.file.reset();
+        }
+    }
+    for (const Begun& one : begun)
+        if (one.failed)
+            replaceAlone(one);
+}
+
+// In several threads, so that the file system has more than one file to end at a time.
+void FileReplacer::syncAll(const std::vector<Begun>& begun)
+{
+    constexpr std::size_t threadsAtMost = 8;
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&begun, &next] {
+        for (std::size_t i = next++; i < begun.size(); i = next++)
+            begun[i].file->sync();
+    };
+    std::vector<std::jthread> others;
+    try {
+        while (others.size() + 1 < std::min(threadsAtMost, begun.size()))
+            others.emplace_back(work);
+    } catch (const std::system_error&) {
+        // There are no more threads: those that are there do it all.
+    }
+    work();
+}
+
+// Several files begun take room on the disk and descriptors: what failed among them may
+// succeed alone.
+void FileReplacer::replaceAlone(const Begun& begun)
+{
+    try {
+        replaceFile(begun.path, begun.bytes);
+    } catch (const FileError& error) {
+        begun.failed(error);
+    }
 }
 
 void removeFile(const QString& path)

@@ -3,6 +3,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+#include <vector>
+
+class FileError;
+
 /// Whole files that survive a kill or a full disk: each is replaced in one step,
 /// and what could not be replaced waits beside it under its name and ".bak".
 
@@ -10,6 +15,32 @@
 /// over it; a ".bak" is then removed. When that fails the old content becomes
 /// the ".bak", no file of the name remains, and FileError is thrown.
 void replaceFile(const QString& path, const QByteArray& bytes);
+
+/// Replaces many files, each as `replaceFile` does and in the order in which they come, but
+/// much sooner: a disk that gets several files at once writes them together. A file is in its
+/// place after `finish` at the latest; those that wait when the object goes are dropped.
+class FileReplacer {
+public:
+    /// Told instead of a throw, maybe only by a later call.
+    using Failed = std::function<void(const FileError& error)>;
+
+    FileReplacer();
+    FileReplacer(const FileReplacer&) = delete;
+    FileReplacer& operator=(const FileReplacer&) = delete;
+    ~FileReplacer();
+
+    void replace(const QString& path, const QByteArray& bytes, const Failed& failed);
+    void finish();
+
+private:
+    struct Begun;
+
+    static void syncAll(const std::vector<Begun>& begun);
+    static void replaceAlone(const Begun& begun);
+
+    std::vector<Begun> m_begun;
+    qsizetype m_bytes = 0; ///< of the files begun
+};
 
 /// Removes the file and its ".bak". Throws FileError when the file is still there.
 void removeFile(const QString& path);

@@ -21,11 +21,18 @@ char toByte(char16_t unit)
 }
 } // namespace
 
-void appendWindows1252(QByteArray& bytes, QStringView text)
+qsizetype toWindows1252(char* out, QStringView text)
 {
-    const qsizetype start = bytes.size();
-    bytes.resize(start + text.size());
-    char* out = bytes.data() + start;
+    // Most texts hold nothing but what has the same number in both, and need no second look.
+    bool isPlain = true;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t unit = text.utf16()[i];
+        isPlain = isPlain & (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF));
+        out[i] = static_cast<char>(unit);
+    }
+    if (isPlain)
+        return text.size();
+    const char* const begin = out;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair =
             text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
@@ -33,7 +40,14 @@ void appendWindows1252(QByteArray& bytes, QStringView text)
         if (pair)
             ++i;
     }
-    bytes.truncate(out - bytes.constData());
+    return out - begin;
+}
+
+void appendWindows1252(QByteArray& bytes, QStringView text)
+{
+    const qsizetype start = bytes.size();
+    bytes.resize(start + text.size());
+    bytes.truncate(start + toWindows1252(bytes.data() + start, text));
 }
 
 QString fromWindows1252(QByteArrayView bytes)

@@ -48,10 +48,7 @@ void Book::SaveAllThema()
     m_saveError = m_loadError;
     if (m_loadError.isEmpty()) {
         // The index comes last, so that it never lists a file that is not written yet.
-        if (m_colThema)
-            for (const auto& folder : *m_colThema)
-                if (folder->IsEdit())
-                    folder->SaveBookmarks();
+        saveFolders();
         try {
             writeIndex();
         } catch (const Error& error) {
@@ -116,6 +113,17 @@ void Book::markUnwrittenChanged()
         for (const auto& folder : *m_colThema)
             if (!folder->saveError().isEmpty())
                 folder->IsEdit(true);
+}
+
+void Book::saveFolders()
+{
+    if (!m_colThema)
+        return;
+    FileReplacer files;
+    for (const auto& folder : *m_colThema)
+        if (folder->IsEdit())
+            folder->SaveBookmarks(files);
+    files.finish();
 }
 
 void Book::readIndex(ThemaCollection& folders)

@@ -61,6 +61,7 @@ public:
     void markUnwrittenChanged();
 
 private:
+    void saveFolders();
     void readIndex(ThemaCollection& folders);
     void writeIndex() const;
     QString indexPath() const;

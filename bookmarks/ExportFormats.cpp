@@ -7,27 +7,47 @@
 #include <QByteArrayView>
 #include <QStringView>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 /// The content of an export file, built piece by piece.
 class ExportLines {
 public:
     ExportLines& add(QByteArrayView bytes)
     {
-        m_bytes.append(bytes);
+        std::copy(bytes.begin(), bytes.end(), roomFor(bytes.size()));
+        m_size += bytes.size();
         return *this;
     }
     ExportLines& add(QStringView text)
     {
-        appendWindows1252(m_bytes, text);
+        m_size += toWindows1252(roomFor(text.size()), text);
         return *this;
     }
     ExportLines& endLine() { return add("\r\n"); }
     ExportLines& line(QByteArrayView bytes) { return add(bytes).endLine(); }
 
-    const QByteArray& bytes() const { return m_bytes; }
+    QByteArray take()
+    {
+        m_bytes.truncate(m_size);
+        return std::move(m_bytes);
+    }
 
 private:
-    QByteArray m_bytes;
+    /// The place behind what is there; the pieces are many and small, so most calls only
+    /// compare.
+    char* roomFor(qsizetype more)
+    {
+        if (m_size + more > m_bytes.size())
+            m_bytes.resize(std::max(2 * m_bytes.size(), m_size + more + firstRoom));
+        return m_bytes.data() + m_size;
+    }
+
+    static constexpr qsizetype firstRoom = 4096;
+
+    QByteArray m_bytes; ///< longer than its content
+    qsizetype m_size = 0;
 };
 
 /// Calls `each` with every bookmark of the folder, in order.
@@ -123,13 +143,14 @@ void addNetscapeHead(ExportLines& out, const ExportTime& time, QByteArrayView en
     out.add("<H1>Bookmarks (").add(dateAndTime(time)).line(end);
 }
 
-void addNetscapeFolder(ExportLines& out, const Thema& folder, QByteArrayView stamp)
+void addNetscapeFolder(ExportLines& out, const Thema& folder, const QByteArray& stamp)
 {
     out.add("<DT><H3 FOLDED ADD_DATE=").add(stamp).add(">");
     out.add(folder.DirName()).line("</H3><DL><P>");
-    forEachBookmark(folder, [&out, stamp](const Bookmark& bookmark) {
-        out.add("<DT><A HREF=\"").add(bookmark.Url()).add("\" ADD_DATE=").add(stamp);
-        out.add(" LAST_VISIT=").add(stamp).add(" LAST_MODIFIED=").add(stamp).add(">");
+    const QByteArray dates =
+        "\" ADD_DATE=" + stamp + " LAST_VISIT=" + stamp + " LAST_MODIFIED=" + stamp + '>';
+    forEachBookmark(folder, [&out, &dates](const Bookmark& bookmark) {
+        out.add("<DT><A HREF=\"").add(bookmark.Url()).add(dates);
         out.add(bookmark.Titel()).add("</A>");
         if (!bookmark.Info().isEmpty())
             addDescription(out.add("\r\n<DD>"), bookmark.Info());
@@ -143,7 +164,7 @@ QByteArray exportFolderText(const Thema& folder)
 {
     ExportLines out;
     addTextFolder(out, folder);
-    return out.bytes();
+    return out.take();
 }
 
 QByteArray exportArchiveText(const Book& book, const QString& heading)
@@ -152,7 +173,7 @@ QByteArray exportArchiveText(const Book& book, const QString& heading)
     if (!heading.isEmpty())
         out.add(heading).line("\n\n");
     forEachThema(book, [&out](const Thema& folder) { addTextFolder(out, folder); });
-    return out.bytes();
+    return out.take();
 }
 
 QByteArray exportFolderHtml(const Thema& folder)
@@ -161,7 +182,7 @@ QByteArray exportFolderHtml(const Thema& folder)
     out.line("<HTML><BODY>");
     addHtmlFolder(out, folder);
     out.line("</BODY></HTML>");
-    return out.bytes();
+    return out.take();
 }
 
 QByteArray exportArchiveHtml(const Book& book)
@@ -170,7 +191,7 @@ QByteArray exportArchiveHtml(const Book& book)
     out.line("<HTML><TITLE></TITLE><BODY>");
     forEachThema(book, [&out](const Thema& folder) { addHtmlFolder(out, folder); });
     out.line("</BODY></HTML>");
-    return out.bytes();
+    return out.take();
 }
 
 QByteArray exportFolderNetscape(const Thema& folder, const ExportTime& time)
@@ -178,7 +199,7 @@ QByteArray exportFolderNetscape(const Thema& folder, const ExportTime& time)
     ExportLines out;
     addNetscapeHead(out, time, ")</H1>");
     addNetscapeFolder(out, folder, timeStamp(time.now));
-    return out.bytes();
+    return out.take();
 }
 
 QByteArray exportArchiveNetscape(const Book& book, const ExportTime& time)
@@ -189,5 +210,5 @@ QByteArray exportArchiveNetscape(const Book& book, const ExportTime& time)
     forEachThema(book,
                  [&out, &stamp](const Thema& folder) { addNetscapeFolder(out, folder, stamp); });
     out.line("</DL>");
-    return out.bytes();
+    return out.take();
 }

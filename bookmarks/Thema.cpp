@@ -14,6 +14,13 @@ qint16 Thema::GetNewKey()
 
 void Thema::SaveBookmarks()
 {
+    FileReplacer files;
+    SaveBookmarks(files);
+    files.finish();
+}
+
+void Thema::SaveBookmarks(FileReplacer& files)
+{
     m_saveError = m_loadError;
     try {
         checkFileName();
@@ -22,7 +29,8 @@ void Thema::SaveBookmarks()
         } else if (!m_colBookmark || !IsEdit()) {
             removeFile(filePath());
         } else {
-            replaceFile(filePath(), writeBookmarks(*m_colBookmark));
+            files.replace(filePath(), writeBookmarks(*m_colBookmark),
+                          [this](const FileError& error) { m_saveError = error.text(); });
         }
     } catch (const Error& error) {
         m_saveError = error.text();

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class FileReplacer;
+
 /// One folder of the archive with its bookmarks and its file in the program folder.
 class Thema {
 public:
@@ -32,6 +34,8 @@ public:
     /// Writes the folder's file, or only deletes it when nothing changed or there
     /// are no bookmarks to write. Throws no Error: see `saveError`.
     void SaveBookmarks();
+    /// The same among other files; the folder outlives `files`.
+    void SaveBookmarks(FileReplacer& files);
     /// Reads the folder's file, or creates it empty; without a record in it
     /// `colBookmark` stays as it was. Throws FileError, DuplicateKeyError and
     /// OverflowError, and then changes nothing: see `loadError`.

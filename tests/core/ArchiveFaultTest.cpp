@@ -159,6 +159,25 @@ private slots:
         QCOMPARE(QDir(path()).entryList(QDir::Files).join(u' '), u"old twin"_s);
     }
 
+    void oneFailureAmongManyFilesStaysAlone()
+    {
+        constexpr int count = 300;           // more than are begun at a time
+        QVERIFY(QDir(path()).mkdir(u"7"_s)); // a folder is where a file should be
+        int failures = 0;
+        const auto failed = [&failures](const FileError& error) {
+            failures += error.text().contains(u"/7'"_s) ? 1 : count;
+        };
+        FileReplacer files;
+        for (int i = 0; i < count; ++i)
+            files.replace(file(QString::number(i)), QByteArray::number(i), failed);
+        files.replace(file(u"5"_s), "later", failed);
+        files.finish();
+        QCOMPARE(failures, 1);
+        QCOMPARE(QDir(path()).entryList(QDir::Files).size(), count - 1); // and none begun
+        QCOMPARE(bytesOf(file(u"5"_s)), "later"_ba);
+        QCOMPARE(bytesOf(file(u"299"_s)), "299"_ba);
+    }
+
     void messagesAreGermanAndClean()
     {
         const auto text = [](const QString& name, int code) {
