@@ -1,6 +1,7 @@
 #include "bookmarks/ArchiveView.h"
 
 #include "base/GlyphIcon.h"
+#include "base/RunCommand.h"
 #include "base/ShownText.h"
 
 #include <QContextMenuEvent>
@@ -178,8 +179,24 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
         emit openWanted();
         return;
     default:
-        walk(*event);
+        break;
     }
+    if (event->key() == Qt::Key_Asterisk)
+        expandBelow(selectedNode());
+    else
+        walk(*event);
+}
+
+void ArchiveView::expandBelow(const QModelIndex& node)
+{
+    // Qt (6.4) would note every bookmark as expanded, too, which takes most of the time.
+    const WaitPointer wait(window());
+    scheduleDelayedItemsLayout(); // the rows are laid out once, and not for each folder
+    expand(node);
+    if (m_tree.kind(node) == NodeKind::Root)
+        for (int row = 0; row < m_tree.rowCount(node); ++row)
+            expand(m_tree.index(row, 0, node));
+    executeDelayedItemsLayout();
 }
 
 void ArchiveView::walk(QKeyEvent& event)

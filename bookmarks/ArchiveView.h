@@ -57,6 +57,8 @@ protected:
 
 private:
     void walk(QKeyEvent& event);
+    /// As the key "*" does: the node, and all folders below it.
+    void expandBelow(const QModelIndex& node);
     bool pressed(const QMouseEvent& event);
     void released(const QMouseEvent& event);
     void nodeClicked(const QModelIndex& node, const QPoint& globalPos);
