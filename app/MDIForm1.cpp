@@ -4,6 +4,7 @@
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
 #include "app/PaintPacer.h"
+#include "app/SeenPages.h"
 #include "base/ElidedLabel.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
@@ -33,6 +34,7 @@ MDIForm1::MDIForm1(FrameParts parts)
     buildStatusBar();
     setMinimumSize(200, 120);
     m_menus->checkArrangement(Arrangement::TileHorizontal);
+    new SeenPages(*m_area); // before the focus goes into the page of the window that is activated
     connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* window) {
         if (auto* browser = qobject_cast<frmBrowser*>(window))
             browser->activated();

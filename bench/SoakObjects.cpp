@@ -14,7 +14,7 @@
 void SoakObjects::watch(const MDIForm1& frame)
 {
     for (frmBrowser* window : frame.Browser()) {
-        auto* const view = qobject_cast<QWebEngineView*>(window->brwWebBrowser()->host());
+        auto* const view = window->brwWebBrowser()->host()->findChild<QWebEngineView*>();
         m_watched << window << window->brwWebBrowser() << view << view->page();
         m_pages = view->page()->parent();
         m_profile = view->page()->profile();

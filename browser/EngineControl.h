@@ -76,6 +76,10 @@ public:
     /// The host-side widget that shows the page: for its place, size and
     /// visibility. Owned by the widget it was created in.
     virtual QWidget* host() = 0;
+    /// Tells whether the user can see any of the page. One that he cannot need not be drawn, and
+    /// may do less; nothing of it may be lost. What goes on in it for the user goes on: sounds,
+    /// downloads, loads. The host stays as it is. Told at any time, also the same again.
+    virtual void PageSeen(bool /*isSeen*/) {}
 
 signals:
     void StatusTextChange(const QString& text);

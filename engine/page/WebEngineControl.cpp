@@ -7,6 +7,7 @@
 #include "pages/asking/PageLimits.h"
 #include "pages/asking/UrlSchemes.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QMdiArea>
@@ -41,16 +42,41 @@ void activateWindowOf(QWidget* widget)
     }
 }
 
+/// What the browser window knows as the page; the view in it comes and goes.
+class PageHost : public QWidget {
+public:
+    using QWidget::QWidget;
+    void hold(QWebEngineView* view)
+    {
+        m_view = view;
+        setFocusProxy(view);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* /*event*/) override
+    {
+        if (m_view)
+            m_view->resize(size());
+    }
+
+private:
+    QPointer<QWebEngineView> m_view;
+};
+
 } // namespace
 
 WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
                                    PopupLimit& popups)
-    : m_page(page), m_view(new QWebEngineView(parent)), m_resolve(std::move(resolve)),
+    : m_page(page), m_resolve(std::move(resolve)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
       }),
       m_popups(popups), m_closeRequest(*page)
 {
+    auto* const host = new PageHost(parent);
+    m_host = host;
+    m_view = new QWebEngineView(host);
+    host->hold(m_view);
     m_view->setPage(m_page);
     // QMdiSubWindow gives the focus only to what can get it by the Tab key.
     m_view->setFocusPolicy(Qt::StrongFocus);
@@ -276,7 +302,19 @@ void WebEngineControl::RegisterAsDropTarget(bool value)
 
 QWidget* WebEngineControl::host()
 {
-    return m_view;
+    return m_host;
+}
+
+void WebEngineControl::PageSeen(bool isSeen)
+{
+    if (!m_view)
+        return;
+    // Assistive tools find nothing in a view that is hidden. A view whose window hides it needs
+    // no hiding, and could not be given the focus when that window comes back.
+    if (isSeen || QAccessible::isActive())
+        m_view->show();
+    else if (m_view->isVisible())
+        m_view->hide();
 }
 
 QWebEngineView* WebEngineControl::view() const
@@ -382,8 +420,8 @@ void WebEngineControl::closeWindow()
     const QPointer<WebEngineControl> self = this;
     bool cancel = false;
     emit WindowClosing(m_isOpenedByPage, cancel);
-    if (self && !cancel && m_view)
-        m_view->hide();
+    if (self && !cancel && m_host)
+        m_host->hide();
 }
 
 void WebEngineControl::closeIfEmpty()

@@ -48,6 +48,9 @@ public:
     using EngineControl::RegisterAsDropTarget;
     void RegisterAsDropTarget(bool value) override;
     QWidget* host() override;
+    /// A page that is not seen is hidden from the engine, which then neither draws nor composes
+    /// it; a covered view costs as much as any other (seen with Qt 6.4).
+    void PageSeen(bool isSeen) override;
     QWebEngineView* view() const;
 
 private:
@@ -72,6 +75,8 @@ private:
     void leaveLink();
 
     QPointer<WebEnginePage> m_page;
+    QPointer<QWidget> m_host;
+    /// Fills the host, and is hidden while nothing of it is seen.
     QPointer<QWebEngineView> m_view;
     AddressResolver m_resolve;
     WebVisits m_visits;

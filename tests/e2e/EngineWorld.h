@@ -58,7 +58,7 @@ public:
     }
 
     EngineControl& engine() { return *m_engine; }
-    QWebEngineView* view() const { return qobject_cast<QWebEngineView*>(m_engine->host()); }
+    QWebEngineView* view() const { return m_engine->host()->findChild<QWebEngineView*>(); }
     /// Goes to a path of the server.
     void visit(const QString& path) { m_engine->Navigate(m_server.address(path)); }
     void visitAndWait(const QString& path)
