@@ -4,9 +4,10 @@
 
 #include <algorithm>
 
-BenchShell::BenchShell(const QString& folder)
-    : m_engines(folder + QStringLiteral("/data"), folder + QStringLiteral("/cache"),
-                [](const QString& typed) { return QUrl(typed); }),
+BenchShell::BenchShell(const QString& folder, std::chrono::milliseconds sleepAfter)
+    : m_engines(
+          folder + QStringLiteral("/data"), folder + QStringLiteral("/cache"),
+          [](const QString& typed) { return QUrl(typed); }, sleepAfter),
       m_module(folder, m_prompt, m_starter, {m_engines.factory(), [] { return QStringList(); }})
 {
     m_engines.serve(frame(), &frame());

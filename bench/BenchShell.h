@@ -10,8 +10,10 @@
 /// program does it. Addresses are taken as they are.
 class BenchShell {
 public:
-    /// `folder` holds the preferences and what the engine keeps.
-    explicit BenchShell(const QString& folder);
+    /// `folder` holds the preferences and what the engine keeps; pages that nobody sees may
+    /// sleep after `sleepAfter`.
+    explicit BenchShell(const QString& folder,
+                        std::chrono::milliseconds sleepAfter = std::chrono::minutes(5));
     ~BenchShell();
     Q_DISABLE_COPY_MOVE(BenchShell)
 

@@ -45,9 +45,10 @@ void keepNativeWindow(QWidget& frame)
 } // namespace
 
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
-                             AddressResolver resolve)
-    : m_resolve(std::move(resolve)), m_prompts(std::make_unique<PromptSession>()),
-      m_profile(startEngine()), m_pages(std::make_unique<QObject>())
+                             AddressResolver resolve, std::chrono::milliseconds sleepAfter)
+    : m_resolve(std::move(resolve)), m_sleepAfter(sleepAfter),
+      m_prompts(std::make_unique<PromptSession>()), m_profile(startEngine()),
+      m_pages(std::make_unique<QObject>())
 {
     removeMarkedWebData(dataFolder);
     m_profile->setPersistentStoragePath(dataFolder);
@@ -63,8 +64,8 @@ EngineFactory WebEngineHost::factory()
 {
     return [this](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine =
-            std::make_unique<WebEngineControl>(parent, page, m_resolve, m_prompts->popups);
+        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve, m_prompts->popups,
+                                                         m_sleepAfter);
         // The services belong to the page.
         new PageServices(*m_shell, *m_services, *m_prompts, parent, engine->view(), page);
         return engine;

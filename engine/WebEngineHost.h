@@ -4,6 +4,7 @@
 #include "engine/page/WebEngineControl.h"
 #include "engine/page/WebEnginePage.h"
 
+#include <chrono>
 #include <memory>
 
 class ProfileServices;
@@ -30,8 +31,9 @@ class WebEngineHost {
 public:
     /// Cookies and the like are kept in `dataFolder`, what can be fetched again
     /// in `cacheFolder`. Both are made when they are needed. `resolve` makes a URL of what the
-    /// user has typed.
-    WebEngineHost(const QString& dataFolder, const QString& cacheFolder, AddressResolver resolve);
+    /// user has typed. A page that nobody has seen for `sleepAfter` may sleep.
+    WebEngineHost(const QString& dataFolder, const QString& cacheFolder, AddressResolver resolve,
+                  std::chrono::milliseconds sleepAfter = std::chrono::minutes(5));
     ~WebEngineHost();
     Q_DISABLE_COPY_MOVE(WebEngineHost)
 
@@ -53,6 +55,7 @@ private:
     void startSpellCheck();
 
     AddressResolver m_resolve;
+    std::chrono::milliseconds m_sleepAfter;
     WebFrameReports m_reports;
     std::unique_ptr<PromptSession> m_prompts;
     std::unique_ptr<QWebEngineProfile> m_profile;

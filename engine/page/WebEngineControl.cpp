@@ -66,12 +66,12 @@ private:
 } // namespace
 
 WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
-                                   PopupLimit& popups)
+                                   PopupLimit& popups, std::chrono::milliseconds sleepAfter)
     : m_page(page), m_resolve(std::move(resolve)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
       }),
-      m_popups(popups), m_closeRequest(*page)
+      m_popups(popups), m_closeRequest(*page), m_sleep(*page, sleepAfter)
 {
     auto* const host = new PageHost(parent);
     m_host = host;
@@ -268,7 +268,10 @@ void WebEngineControl::actLater(QWebEnginePage::WebAction action)
 
 bool WebEngineControl::AskToClose()
 {
-    return m_page && m_closeRequest.begin();
+    if (!m_page)
+        return false;
+    m_sleep.wake(); // asleep it could not ask
+    return m_closeRequest.begin();
 }
 
 bool WebEngineControl::Busy() const
@@ -307,14 +310,16 @@ QWidget* WebEngineControl::host()
 
 void WebEngineControl::PageSeen(bool isSeen)
 {
-    if (!m_view)
+    if (!m_view || !m_page)
         return;
     // Assistive tools find nothing in a view that is hidden. A view whose window hides it needs
     // no hiding, and could not be given the focus when that window comes back.
-    if (isSeen || QAccessible::isActive())
+    const bool isShown = isSeen || QAccessible::isActive();
+    if (isShown)
         m_view->show();
     else if (m_view->isVisible())
         m_view->hide();
+    m_sleep.seen(isShown);
 }
 
 QWebEngineView* WebEngineControl::view() const

@@ -2,6 +2,7 @@
 
 #include "address/AddressResolver.h"
 #include "browser/EngineControl.h"
+#include "engine/page/PageSleep.h"
 #include "engine/page/WebCloseRequest.h"
 #include "engine/page/WebVisits.h"
 
@@ -25,9 +26,10 @@ class WebEngineControl : public EngineControl {
     Q_OBJECT
 public:
     /// Takes `page` over, but leaves it its parent, which deletes it if it is still there at
-    /// the program's end. The view is made inside `parent`. `popups` outlives the engine.
+    /// the program's end. The view is made inside `parent`. `popups` outlives the engine. The
+    /// page may sleep when it has not been seen for `sleepAfter`.
     WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
-                     PopupLimit& popups);
+                     PopupLimit& popups, std::chrono::milliseconds sleepAfter);
     ~WebEngineControl() override;
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
@@ -82,6 +84,7 @@ private:
     WebVisits m_visits;
     PopupLimit& m_popups;
     WebCloseRequest m_closeRequest;
+    PageSleep m_sleep;
     /// Where a pending navigation is: it waits for the event loop, then in the engine, which
     /// begins to load a while later when many windows load at once.
     enum class Pending { Nothing, InEventLoop, InEngine };

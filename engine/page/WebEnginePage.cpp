@@ -86,6 +86,7 @@ WebEnginePage::Keeper::Keeper(WebEnginePage& page, While what)
 {
     ++m_page->m_keepers;
     m_page->m_questions += m_questions;
+    emit m_page->kept();
 }
 
 WebEnginePage::Keeper::~Keeper()

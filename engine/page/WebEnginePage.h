@@ -62,6 +62,8 @@ public:
     bool isRetired() const { return m_isRetired; }
     /// Whether a question is open.
     bool isAsking() const { return m_questions > 0; }
+    /// Whether anything keeps the page.
+    bool isKept() const { return m_keepers > 0; }
 
     /// Loads what is shown once more, by `action`, as the user wants it. The answer to a form
     /// that was sent is not loaded before the user agrees: see `resendingWanted`.
@@ -72,6 +74,8 @@ public:
 
 signals:
     void frameReported(const FrameReport& report);
+    /// Something keeps the page from now on.
+    void kept();
     /// The page, or one of its frames, is about to open `url`.
     void navigationStarting(const QUrl& url, bool isMainFrame);
     /// What the page was about to show is being saved as a file, or is not wanted.

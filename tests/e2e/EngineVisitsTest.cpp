@@ -155,6 +155,54 @@ private slots:
         QTRY_COMPARE(m_window->visits.last(), u"Ziel @ H/target"_s);
     }
 
+    /// A page that is hidden from the engine reports as ever; left alone it sleeps until it is
+    /// wanted.
+    void unseenPages()
+    {
+        m_world.server.page(u"/clock"_s, "<title>Uhr</title><body style='background:#0000ff'>"
+                                         "<script>setInterval(() => fetch('/tick'), 100);"
+                                         "onbeforeunload = () => false</script>");
+        EngineControl& engine = m_window->engine();
+        const auto state = [this] { return m_window->view()->page()->lifecycleState(); };
+        const auto ticks = [this] { return m_world.server.requests(u"/tick"_s); };
+        using State = QWebEnginePage::LifecycleState;
+        m_window->visitAndWait(u"/clock"_s);
+        click(m_window);
+        engine.PageSeen(false);
+        QTRY_COMPARE(state(), State::Frozen);
+        QTest::qWait(300);
+        const int before = ticks();
+        QTest::qWait(1000);
+        QCOMPARE(ticks(), before);
+        engine.PageSeen(true);
+        QTRY_VERIFY(ticks() > before + 2);
+        engine.PageSeen(false);
+        QTRY_COMPARE(state(), State::Frozen);
+        QVERIFY(engine.AskToClose());
+        QTRY_COMPARE(m_world.prompt.questions.size(), 1);
+        QTRY_COMPARE(state(), State::Frozen);
+        m_world.prompt.onAsk = [](auto&&...) { return Prompt::Answer{.isAccepted = true}; };
+        m_window->visit(u"/half"_s);
+        QTRY_COMPARE(m_window->visits.last(), u"Halb @ H/half"_s);
+        QTest::qWait(2 * EngineWorld::sleepAfter.count());
+        QCOMPARE(state(), State::Active); // it is still loading
+    }
+
+    void soundKeepsAPageAwake()
+    {
+        visit("<body style='height:100vh' onclick=\"const all = new AudioContext(); "
+              "const tone = all.createOscillator(); tone.connect(all.destination); "
+              "tone.start(0.3); tone.stop(4)\">");
+        const QWebEnginePage* const page = m_window->view()->page();
+        click(m_window);
+        m_window->engine().PageSeen(false);
+        QTRY_VERIFY(page->recentlyAudible());
+        QTest::qWait(2 * EngineWorld::sleepAfter.count());
+        QCOMPARE(page->lifecycleState(), QWebEnginePage::LifecycleState::Active);
+        QTRY_COMPARE_WITH_TIMEOUT(page->lifecycleState(), QWebEnginePage::LifecycleState::Frozen,
+                                  15000);
+    }
+
 private:
     /// Waits for the visits after the start page, in alphabetical order, then for one more page, so
     /// that a visit too many would have come in between.

@@ -90,6 +90,9 @@ private:
 /// A server, a profile in a folder of its own, and a place for windows.
 class EngineWorld {
 public:
+    /// After this time a page may sleep that is not seen.
+    static constexpr std::chrono::milliseconds sleepAfter{1200};
+
     EngineWorld()
     {
         m_folder.setAutoRemove(false); // goes with the folder of the whole run
@@ -133,7 +136,7 @@ private:
 
     QTemporaryDir m_folder;
     WebEngineHost m_host{m_folder.filePath(QStringLiteral("data")),
-                         m_folder.filePath(QStringLiteral("cache")), resolve};
+                         m_folder.filePath(QStringLiteral("cache")), resolve, sleepAfter};
 
 public:
     /// All windows are in it, and what the engines open beside them.
