@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <unistd.h>
+
 namespace {
 
 QByteArray contentOf(const QString& path)
@@ -11,11 +13,17 @@ QByteArray contentOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-qint64 parentOf(const QString& process)
+/// What the system says of a process behind its name: its state, its parent, and so on.
+QList<QByteArray> statusOf(const QString& process)
 {
     const QByteArray text = contentOf(QStringLiteral("/proc/%1/stat").arg(process));
     // The name of the program, in brackets, may hold anything.
-    return text.mid(text.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
+    return text.mid(text.lastIndexOf(')') + 2).split(' ');
+}
+
+qint64 parentOf(const QString& process)
+{
+    return statusOf(process).value(1).toLongLong();
 }
 
 } // namespace
@@ -47,4 +55,14 @@ Memory memoryOf(const QList<qint64>& processes)
         }
     }
     return sum;
+}
+
+double processorTimeOf(const QList<qint64>& processes)
+{
+    qint64 ticks = 0;
+    for (const qint64 process : processes) {
+        const QList<QByteArray> status = statusOf(QString::number(process));
+        ticks += status.value(11).toLongLong() + status.value(12).toLongLong(); // user, system
+    }
+    return static_cast<double>(ticks) / static_cast<double>(::sysconf(_SC_CLK_TCK));
 }

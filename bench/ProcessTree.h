@@ -16,3 +16,7 @@ struct Memory {
 
 /// The memory of all these. Processes that have gone count nothing.
 Memory memoryOf(const QList<qint64>& processes);
+
+/// The processor time that these have used so far, in seconds. Processes that have gone count
+/// nothing.
+double processorTimeOf(const QList<qint64>& processes);
