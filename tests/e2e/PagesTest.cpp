@@ -74,18 +74,20 @@ private slots:
     void longAddressesTakeNoMemory()
     {
         m_server->page(u"/long"_s,
-                       "<title>Lang</title><script>let n = 0; const timer = setInterval(() => {"
+                       "<title>Lang</title><script>let n = 0; function push(last) {"
+                       "const timer = setInterval(() => {"
                        "history.pushState(0, '', '/' + ++n + 'a'.repeat(1900000));"
-                       "if (n === 80 || n === 140) fetch(location.origin + '/pushed' + n);"
-                       "if (n === 140) clearInterval(timer) }, 60)</script>");
+                       "if (n === last) { clearInterval(timer);"
+                       "fetch(location.origin + '/pushed' + n) } }, 60) }"
+                       "push(80); onkeydown = () => { onkeydown = null; push(140) }</script>");
         const auto memoryAfter = [this](int count) {
             const QString told = u"/pushed%1"_s.arg(count);
             (void)QTest::qWaitFor([&] { return m_server->requests(told) == 1; }, 60000);
-            QTest::qWait(2000);
-            return memoryOf(m_run->processId());
+            return settledMemory();
         };
         m_program->start(*m_run, {m_server->address(u"/long"_s)});
         const int before = memoryAfter(80); // the engine itself keeps fifty of them
+        User::press(u"k"_s);
         const int grown = memoryAfter(140) - before;
         QCOMPARE(m_server->requests(u"/pushed140"_s), 1);
         QVERIFY2(grown < 200, qPrintable(u"%1 MB"_s.arg(grown))); // 460 if all were kept
@@ -156,6 +158,19 @@ private slots:
         const QRect frame = User::place(title());
         User::click({frame.center().x(), frame.bottom() - 50});
         QTRY_SEES(u"Drucken"_s); // the page that the user has clicked in
+    }
+
+private:
+    /// What the program has in memory when it has worked off what pages sent it.
+    int settledMemory() const
+    {
+        int before = 0;
+        int now = memoryOf(m_run->processId());
+        for (int second = 0; second < 30 && qAbs(now - before) > 3; ++second) {
+            QTest::qWait(1000);
+            before = std::exchange(now, memoryOf(m_run->processId()));
+        }
+        return now;
     }
 };
 
