@@ -59,6 +59,7 @@ private:
     };
 
     const Row& at(int row) const;
+    void sortByAddress();
 
     std::vector<Row> m_rows;          ///< in the order of the history
     std::vector<std::size_t> m_order; ///< the places in `m_rows` of the rows as shown
