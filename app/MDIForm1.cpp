@@ -3,6 +3,7 @@
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/FrameMenus.h"
+#include "app/KnownPages.h"
 #include "app/PaintPacer.h"
 #include "app/SeenPages.h"
 #include "base/ElidedLabel.h"
@@ -27,7 +28,8 @@ using namespace Qt::StringLiterals;
 
 MDIForm1::MDIForm1(FrameParts parts)
     : m_parts(std::move(parts)), m_menus(new FrameMenus(this, maker::webSite())),
-      m_area(new ChildArea(this)), m_activeChild(new ActiveChild(*m_area))
+      m_area(new ChildArea(this)), m_activeChild(new ActiveChild(*m_area)),
+      m_knownPages(std::make_unique<KnownPages>(m_history, m_parts.programFolder, nullptr))
 {
     setObjectName(u"MDIForm1"_s);
     setCentralWidget(m_area);
@@ -228,6 +230,11 @@ void MDIForm1::replace(const frmBrowser& closing)
     for (frmBrowser* window : m_browser)
         if (window->opener() == &closing)
             window->opener(closing.opener());
+}
+
+ProposalSource& MDIForm1::proposals()
+{
+    return *m_knownPages;
 }
 
 void MDIForm1::SetDropDisabled(bool disable)

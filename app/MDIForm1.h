@@ -11,11 +11,13 @@
 #include <QPointer>
 
 #include <functional>
+#include <memory>
 
 class ActiveChild;
 class ChildArea;
 class ElidedLabel;
 class FrameMenus;
+class KnownPages;
 
 /// What the frame is made with, and hands on to the windows that ask it.
 struct FrameParts {
@@ -116,6 +118,7 @@ public:
     const QString& title() const override { return m_parts.title; }
     QIcon frameIcon() const override { return m_parts.frameIcon; }
     QIcon childIcon() const override { return m_parts.childIcon; }
+    ProposalSource& proposals() override;
 
 signals:
     /// The frame has unloaded: the program is to end.
@@ -148,6 +151,7 @@ private:
 
     KeyedCollection<frmBrowser*> m_browser;
     HistoryCollection m_history;
+    std::unique_ptr<KnownPages> m_knownPages;
     qint16 m_newHeight = 0;
     qint16 m_newWidth = 0;
     bool m_newSize = false;

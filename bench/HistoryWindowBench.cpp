@@ -81,7 +81,6 @@ void measure(Report& report)
     fillHistory(shell.history);
     const std::vector<Texts> texts = textsOf(shell.history);
     const QString opened = u"history window of 32,767 rows opened, by date"_s;
-    // The bound is meant for opening, which sorts by date.
     const std::vector<std::pair<QString, QString>> sorts = {
         {opened, {}},
         {u"... and sorted by address"_s, u"mn_SortAdr"_s},

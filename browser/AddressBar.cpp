@@ -3,6 +3,8 @@
 #include "base/DialogKeys.h"
 #include "base/DroppedAddress.h"
 #include "browser/PageTexts.h"
+#include "browser/ProposalList.h"
+#include "browser/ProposalSource.h"
 
 #include <QComboBox>
 #include <QDropEvent>
@@ -23,8 +25,9 @@ constexpr int margin = 4;
 constexpr std::chrono::milliseconds untilFirstPicture(25);
 } // namespace
 
-AddressBar::AddressBar(QWidget* parent)
-    : QWidget(parent), m_label(new QLabel(u"&Adresse:"_s, this)), m_address(new QComboBox(this))
+AddressBar::AddressBar(ProposalSource& source, QWidget* parent)
+    : QWidget(parent), m_source(source), m_label(new QLabel(u"&Adresse:"_s, this)),
+      m_address(new QComboBox(this))
 {
     setObjectName(u"picAddress"_s);
     m_label->setObjectName(u"lblAddress"_s);
@@ -41,9 +44,10 @@ AddressBar::AddressBar(QWidget* parent)
     // The line would insert a drop into its text; here a drop replaces it.
     m_address->installEventFilter(this);
     m_address->lineEdit()->installEventFilter(this);
-    connect(m_address->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
-        m_typed = text;
-        m_isOpening = false;
+    connect(m_address->lineEdit(), &QLineEdit::textEdited, this, &AddressBar::edited);
+    connect(&source, &ProposalSource::grown, this, [this] {
+        if (m_maybeMore)
+            propose();
     });
 
     m_label->move(margin, margin);
@@ -60,6 +64,7 @@ QString AddressBar::address() const
 
 void AddressBar::showAddress(const QString& address)
 {
+    dismissProposals();
     m_address->setEditText(address);
     m_typed.reset();
 }
@@ -121,9 +126,16 @@ void AddressBar::focusAddress()
 bool AddressBar::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::FocusIn:
+        prepareProposals();
+        return false;
+    case QEvent::ShortcutOverride: // Escape would stop a load
+        event->setAccepted(isProposing() && isEscapeKey(*static_cast<QKeyEvent*>(event)));
+        return event->isAccepted();
     case QEvent::KeyPress:
         return keyPressed(*static_cast<QKeyEvent*>(event));
     case QEvent::FocusOut:
+        dismissProposals();
         focusLeft(static_cast<QFocusEvent*>(event)->reason());
         return false;
     case QEvent::DragEnter:
@@ -144,8 +156,91 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
     }
 }
 
+void AddressBar::prepareProposals()
+{
+    m_source.prepare();
+    std::vector<KnownAddress> own;
+    for (int i = 0; i < m_address->count(); ++i)
+        own.push_back({m_address->itemText(i), {}});
+    m_own = KnownAddresses(std::move(own));
+}
+
+void AddressBar::edited(const QString& text)
+{
+    m_typed = text;
+    m_isOpening = false;
+    m_maybeMore = true;
+    propose();
+}
+
+void AddressBar::propose()
+{
+    const std::vector<KnownAddress> proposals = m_source.proposals(*m_typed, m_own);
+    if (m_proposals == nullptr && proposals.empty())
+        return;
+    if (m_proposals == nullptr) {
+        m_proposals = new ProposalList(m_address);
+        connect(m_proposals, &ProposalList::addressClicked, this, &AddressBar::openProposal);
+        connect(m_proposals, &ProposalList::dismissed, this, &AddressBar::dismissProposals);
+    }
+    m_proposals->propose(proposals);
+}
+
+bool AddressBar::isProposing() const
+{
+    return m_proposals != nullptr && !m_proposals->isHidden();
+}
+
+void AddressBar::choose(int rows)
+{
+    m_maybeMore = false; // the rows stay as they are while one of them is chosen
+    m_proposals->step(rows);
+    m_address->setEditText(m_proposals->choice().value_or(*m_typed));
+}
+
+void AddressBar::openProposal(const QString& address)
+{
+    showAddress(address);
+    open();
+}
+
+void AddressBar::dismissProposals()
+{
+    m_maybeMore = false;
+    if (!isProposing())
+        return;
+    const bool isChosen = m_proposals->choice().has_value();
+    m_proposals->hide();
+    if (isChosen)
+        m_address->setEditText(*m_typed);
+}
+
+bool AddressBar::proposalKeyPressed(const QKeyEvent& event)
+{
+    const bool isPlain = (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (isPlain && (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up)) {
+        choose(event.key() == Qt::Key_Down ? 1 : -1);
+        return true;
+    }
+    if (isEscapeKey(event)) {
+        dismissProposals();
+        return true;
+    }
+    if (isEnterKey(event) && m_proposals->choice()) {
+        openProposal(*m_proposals->choice());
+        return true;
+    }
+    // Their rows are taken by the line's own list.
+    if (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up ||
+        event.key() == Qt::Key_PageDown || event.key() == Qt::Key_PageUp)
+        dismissProposals();
+    return false;
+}
+
 bool AddressBar::keyPressed(const QKeyEvent& event)
 {
+    if (isProposing() && proposalKeyPressed(event))
+        return true;
     if (isEscapeKey(event)) {
         discardText();
         m_address->lineEdit()->selectAll();
@@ -159,6 +254,7 @@ bool AddressBar::keyPressed(const QKeyEvent& event)
 
 void AddressBar::open()
 {
+    dismissProposals();
     m_isOpening = true;
     const QString wanted = address();
     emit entered(wanted, m_typed == wanted);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "browser/AddressProposals.h"
+
 #include <QWidget>
 
 #include <optional>
@@ -8,16 +10,22 @@ class QComboBox;
 class QKeyEvent;
 class QLabel;
 class QMimeData;
+class ProposalList;
+class ProposalSource;
 
 /// The panel `picAddress` with the label and the address line `cboAddress`. The
 /// list of the line holds the addresses visited in this window, the latest
 /// first, no two equal (case-sensitive), without an upper bound. A text that was typed and
 /// not opened gives way to the page's address by Escape, or when the focus leaves it.
 /// It shows only the beginning of an address that is too long for the list (`isKept`).
+///
+/// While the user types, a pop-up proposes addresses. It only proposes: what was typed stays
+/// until one is chosen, and comes back by Escape.
 class AddressBar : public QWidget {
     Q_OBJECT
 public:
-    explicit AddressBar(QWidget* parent);
+    /// `source` outlives the bar.
+    AddressBar(ProposalSource& source, QWidget* parent);
 
     QComboBox* cboAddress() const { return m_address; }
     /// Puts `address` at the top of the list, in place of an entry that equals it, and
@@ -44,6 +52,15 @@ protected:
 
 private:
     bool keyPressed(const QKeyEvent& event);
+    bool proposalKeyPressed(const QKeyEvent& event);
+    void prepareProposals();
+    void edited(const QString& text);
+    void propose();
+    void choose(int rows);
+    void openProposal(const QString& address);
+    bool isProposing() const;
+    /// Sends the pop-up away; what was typed comes back.
+    void dismissProposals();
     void focusLeft(Qt::FocusReason reason);
     bool dropped(const QMimeData& offered);
     QString address() const;
@@ -53,8 +70,12 @@ private:
     void showAddress(const QString& address);
     void showPage();
 
+    ProposalSource& m_source;
     QLabel* m_label;
     QComboBox* m_address;
+    ProposalList* m_proposals = nullptr; ///< made when there is something to propose first
+    KnownAddresses m_own;                ///< the line's list, made ready for proposals
+    bool m_maybeMore = false;            ///< proposals are welcome that come to be known later
     std::optional<QString> m_typed;
     /// The address of the page; empty before the first one.
     QString m_shown;

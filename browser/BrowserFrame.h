@@ -2,6 +2,7 @@
 
 #include "base/Shell.h"
 
+class ProposalSource;
 class frmBrowser;
 
 /// What a browser window asks of the frame that holds it, beyond what every window may.
@@ -25,4 +26,6 @@ public:
     virtual void bNewSize(bool value) = 0;
 
     virtual QIcon childIcon() const = 0;
+    /// What the address lines of all windows propose.
+    virtual ProposalSource& proposals() = 0;
 };

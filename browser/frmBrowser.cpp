@@ -52,7 +52,7 @@ void frmBrowser::buildControls(const BrowserParts& parts)
 {
     m_client = new QWidget;
     m_toolbar = new BrowserToolbar(m_client);
-    m_addressBar = new AddressBar(m_client);
+    m_addressBar = new AddressBar(m_frame.proposals(), m_client);
     m_engine = parts.engine(m_client);
     m_engine->host()->setObjectName(u"brwWebBrowser"_s);
     m_engine->host()->setAccessibleName(u"Seite"_s);

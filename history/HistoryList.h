@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 /// One visited address with its page title and the local time of the visit.
 class HistoryItem {
@@ -16,6 +17,9 @@ public:
     void Title(const QString& value) { m_title = value; }
     const QDateTime& UrlDate() const { return m_urlDate; }
     void UrlDate(const QDateTime& value) { m_urlDate = value; }
+    /// How often the address was visited.
+    int Visits() const { return m_visits; }
+    void Visits(int value) { m_visits = value; }
     /// What the entry's comparisons use: 0 `Url`, 1 `Title`, 2 `UrlDate`. Any
     /// other value is stored as 2.
     qint16 SortSel() const { return m_sortSel; }
@@ -34,6 +38,7 @@ private:
     QString m_url;
     QString m_title;
     QDateTime m_urlDate;
+    int m_visits = 1;
     qint16 m_sortSel = byDate;
 };
 
@@ -49,3 +54,7 @@ using HistoryCollection = KeyedCollection<std::shared_ptr<HistoryItem>>;
 /// list is empty.
 void addVisit(HistoryCollection& history, const QString& url, const QString& title,
               const QDateTime& now, int historyRows);
+
+/// The entries that the user may want again, the best first: those that were visited most. A
+/// visit counts up to twice as much, the later the last one to its address was.
+std::vector<std::shared_ptr<HistoryItem>> mostWanted(const HistoryCollection& history);

@@ -21,6 +21,11 @@ browser() {
         picture "menue-${menu%:*}" $((left - 1)) $((top - title_bar)) 440 270
         keys Escape Escape
     done
+    open www.example.org/umgebung.html 'In der Umgebung'
+    keys ctrl+l
+    xdotool type --delay 20 example
+    picture vorschlaege "$left" "$top" 700 380
+    keys Escape
     open 'nicht da' 'Keine gültige Adresse'
     picture keine-adresse "$left" "$top" 700 400
     end_program

@@ -2,6 +2,7 @@
 #include "base/Errors.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveFiles.h"
+#include "bookmarks/SavedBookmarks.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -119,6 +120,23 @@ private slots:
             QCOMPARE(bytesOf(TestCase::path(u"x.bkm"_s)), "outside"_ba);
             QCOMPARE(bytesOf(file(u"Book.bkm"_s)), QByteArray());
         }
+    }
+
+    void whoeverReadsAlongLeavesAllAsItIs()
+    {
+        QVERIFY(savedBookmarks(path()).empty());
+        Book book(path());
+        fillSample(book, path());
+        book.SaveAllThema();
+        QVERIFY(QFile::remove(file(u"12.bkm"_s)));
+        writeBytes(file(u"9.bkm"_s), QByteArray(1444, '\0')); // numbers that come twice
+        const QStringList before = QDir(path()).entryList();
+        QStringList titles;
+        for (const SavedBookmark& bookmark : savedBookmarks(path()))
+            titles << bookmark.titel.left(5) + bookmark.url.left(9);
+        QCOMPARE(titles,
+                 QStringList({u"Größehttp://a."_s, u"?? ? http://b."_s, u"LLLLLuuuuuuuuu"_s}));
+        QCOMPARE(QDir(path()).entryList(), before);
     }
 
     void unreadableFoldersRefuseChanges()

@@ -1,4 +1,5 @@
 #include "app/Arrangement.h"
+#include "browser/AddressProposals.h"
 #include "browser/BrowserLayout.h"
 #include "browser/PageTexts.h"
 #include "tests/TestCase.h"
@@ -29,6 +30,36 @@ private slots:
         const BrowserBars hidden{28, 24, false, false};
         QCOMPARE(windowWidthFor(400, 3600, 200), 600 + 6000 + 600);
         QCOMPARE(windowHeightFor(2000000000, 3600, 200, hidden), 30000001830LL);
+    }
+
+    void proposals_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("addresses");
+        QTest::newRow("nothing typed") << u" \t"_s << QString();
+        QTest::newRow("nowhere") << u"fern"_s << QString();
+        QTest::newRow("in titles and addresses, visited ones first")
+            << u"see"_s << u"a/see c/ b/"_s;
+        QTest::newRow("any letter case") << u"GRÖ"_s << u"a/see"_s;
+        QTest::newRow("all words, wherever") << u"berg c/"_s << u"c/"_s;
+        QTest::newRow("one word only") << u"berg a/"_s << QString();
+        QTest::newRow("not across two texts") << u"größea/"_s << QString();
+        QTest::newRow("each once") << u"berg"_s << u"c/ b/"_s;
+        QTest::newRow("at most eight") << u"viel"_s << u"0 1 2 3 4 5 6 7"_s;
+    }
+
+    void proposals()
+    {
+        const KnownAddresses visited({{u"a/see"_s, u"Größe"_s}, {u"c/"_s, u"Bergsee"_s}});
+        std::vector<KnownAddress> marked{{u"c/"_s, u"Berg"_s}, {u"b/"_s, u"Seeberg"_s}};
+        for (int i = 0; i < 10; ++i)
+            marked.push_back({QString::number(i), u"viel"_s});
+        const KnownAddresses bookmarks(marked);
+        QFETCH(const QString, typed);
+        QStringList found;
+        for (const KnownAddress& one : proposalsFor(typed, {&visited, &bookmarks}))
+            found << one.address;
+        QTEST(found.join(u' '), "addresses");
     }
 
     void arrangements_data()

@@ -42,6 +42,22 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(NotFoundError, after({}, u"A"_s, -3)); // no history at all
     }
 
+    void wantsWhatWasVisitedMostAndLast()
+    {
+        HistoryCollection history;
+        for (const auto& [url, day] : {std::pair{u"old"_s, 1},
+                                       {u"often"_s, 2},
+                                       {u"b"_s, 3},
+                                       {u"often"_s, 4},
+                                       {u"b"_s, 5},
+                                       {u"last"_s, 9}})
+            addVisit(history, url, {}, QDateTime(QDate(2000, 1, day), QTime(0, 0)), 9);
+        QStringList wanted;
+        for (const auto& item : mostWanted(history))
+            wanted << item->Url();
+        QCOMPARE(wanted.join(u' '), u"b often last old"_s);
+    }
+
     void showsTextsAndDragsTheAddress()
     {
         HistoryTable table;

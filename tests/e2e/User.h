@@ -42,10 +42,11 @@ public:
     /// Presses keys one after the other, as "ctrl+l Tab Return", so slowly that a menu
     /// has opened before its next key comes.
     static void press(const QString& keys) { tool("key --delay 250", keys.split(u' ')); }
+    static void type(const QString& text) { tool("type --delay 15", {text}); }
     /// Types a text and ends it with Enter.
     static void enter(const QString& text)
     {
-        tool("type --delay 15", {text});
+        type(text);
         press(QStringLiteral("Return"));
     }
     static void click(const QPoint& place, int times = 1)
