@@ -2,6 +2,7 @@
 
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
+#include "app/ClosedWindows.h"
 #include "app/FrameFullScreen.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
@@ -78,6 +79,8 @@ void FrameCommands::addKeys()
     }
     for (int number = 1; number <= 9; ++number)
         addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
+    auto* const closed = new ClosedWindows(m_frame);
+    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });
     addKey(Qt::CTRL | Qt::Key_F5, [this] {
         if (frmBrowser* active = m_frame.activeBrowser())

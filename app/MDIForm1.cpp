@@ -106,6 +106,12 @@ void MDIForm1::NewBrowser()
 
 frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
 {
+    return addBrowser(opener, {});
+}
+
+frmBrowser* MDIForm1::addBrowser(frmBrowser* opener,
+                                 const std::function<void(frmBrowser&)>& prepare)
+{
     if (freeDescriptors() < descriptorsOfAWindow) {
         statusText(u"Kein neues Fenster: zu viele offene Dateien. Bitte Fenster schließen."_s);
         return nullptr;
@@ -118,6 +124,8 @@ frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
     m_area->addChild(window);
     m_activeChild->watch(*window);
     window->opener(opener);
+    if (prepare)
+        prepare(*window);
     frmBrowser* const active = activeBrowser();
     load(window, opener != nullptr && opener != active ? active : nullptr);
 
@@ -129,6 +137,7 @@ frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
     m_browser.Add(window, QString::number(m_windowNumber));
     window->windowKey(m_windowNumber);
     applyArrangement();
+    emit browserAdded(*window);
     return window;
 }
 
@@ -218,7 +227,12 @@ void MDIForm1::browserUnloaded(qint32 number)
 {
     ignoringErrors([this] { m_counter = addWhole(m_counter, -1); });
     statusText({});
-    ignoringErrors([&] { replace(*m_browser.Item(QString::number(number))); });
+    ignoringErrors([&] {
+        const frmBrowser& closing = *m_browser.Item(QString::number(number));
+        replace(closing);
+        if (!m_unloading)
+            emit browserClosing(closing);
+    });
     ignoringErrors([&] { m_browser.Remove(QString::number(number)); });
 }
 

@@ -80,6 +80,9 @@ public:
 
     // What start-up and the commands need beside them.
 
+    /// As CreateBrowser; `prepare` is called before the window loads.
+    frmBrowser* addBrowser(frmBrowser* opener, const std::function<void(frmBrowser&)>& prepare);
+
     /// `mayEnd` is asked, after those before it, when the frame is to close;
     /// it may ask the user. False keeps the frame open.
     void addEndCheck(const std::function<bool()>& mayEnd) { m_endChecks.append(mayEnd); }
@@ -121,6 +124,9 @@ public:
     ProposalSource& proposals() override;
 
 signals:
+    void browserAdded(frmBrowser& window);
+    /// The window is still whole; not sent while the frame closes them all.
+    void browserClosing(const frmBrowser& window);
     /// The frame has unloaded: the program is to end.
     void unloaded();
 

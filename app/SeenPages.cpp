@@ -60,8 +60,7 @@ void SeenPages::watch(frmBrowser& window)
     window.installEventFilter(this);
     window.brwWebBrowser()->host()->installEventFilter(this);
     // A page that is hidden from its engine could not be given the focus.
-    connect(&window, &QMdiSubWindow::aboutToActivate, this,
-            [&window] { window.brwWebBrowser()->PageSeen(true); });
+    connect(&window, &QMdiSubWindow::aboutToActivate, this, [&window] { window.pageSeen(true); });
     lookLater();
 }
 
@@ -88,8 +87,7 @@ void SeenPages::look()
         if (auto* const browser = qobject_cast<frmBrowser*>(window); browser != nullptr) {
             const QRect page = placeOfPage(*browser, viewport);
             const bool isActive = window == m_area.currentSubWindow();
-            browser->brwWebBrowser()->PageSeen(!page.isEmpty() &&
-                                               (isActive || free.intersects(page)));
+            browser->pageSeen(!page.isEmpty() && (isActive || free.intersects(page)));
         }
         if (window->isVisible())
             free -= solidPart(*window);

@@ -8,6 +8,7 @@
 #include "app/MDIForm1.h"
 #include "app/ProgramStarter.h"
 #include "app/StartupNotice.h"
+#include "app/WindowKeeper.h"
 #include "base/DialogPrompt.h"
 #include "base/GlyphIcon.h"
 #include "base/ShownText.h"
@@ -186,6 +187,8 @@ int run(QApplication& application, const ShellStart& start)
     const EndSignals endSignals(end);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 
+    new WindowKeeper(frame, QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) +
+                                u"/fenster.json"_s); // belongs to the frame
     module.Main(QString::fromStdString(start.address));
     const int status = QApplication::exec();
     engines.endService();

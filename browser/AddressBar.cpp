@@ -92,6 +92,12 @@ void AddressBar::showPage()
     m_address->lineEdit()->setCursorPosition(0); // so that the host of a long address can be seen
 }
 
+void AddressBar::announce(const QString& address)
+{
+    m_shown = address;
+    showAddress(addressShown(address));
+}
+
 void AddressBar::loadEnded()
 {
     if (!m_isOpening)

@@ -31,6 +31,8 @@ public:
     /// Puts `address` at the top of the list, in place of an entry that equals it, and
     /// shows it.
     void visited(const QString& address);
+    /// Shows the address of a page that will be opened later.
+    void announce(const QString& address);
     /// No load is running any more: an address that was opened and has not been visited gives
     /// way to that of the page.
     void loadEnded();

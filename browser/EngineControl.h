@@ -73,6 +73,12 @@ public:
     bool Offline() const { return m_offline; }
     void Offline(bool value) { m_offline = value; }
 
+    /// The pages shown so far, for another control to go on from; empty if there are none.
+    virtual QByteArray Pages() const { return {}; }
+    /// Goes on from what another control has given, at the page that it showed. False if it
+    /// cannot.
+    virtual bool RestorePages(const QByteArray& /*pages*/) { return false; }
+
     /// The host-side widget that shows the page: for its place, size and
     /// visibility. Owned by the widget it was created in.
     virtual QWidget* host() = 0;

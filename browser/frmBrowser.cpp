@@ -16,6 +16,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QShortcut>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -147,10 +148,60 @@ void frmBrowser::load()
     ignoringErrors([this] { show(); });
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
     m_startingAddress = StripQuotes(m_startingAddress);
-    if (!m_startingAddress.isEmpty()) {
-        StartBusy();
-        ignoringErrors([this] { m_engine->Navigate(m_startingAddress); });
+    if (m_waiting) {
+        caption(*m_waiting);
+        m_addressBar->announce(m_startingAddress);
+    } else {
+        begin();
     }
+}
+
+void frmBrowser::begin()
+{
+    const QByteArray pages = std::exchange(m_beginning, {});
+    if (pages.isEmpty() && m_startingAddress.isEmpty())
+        return;
+    StartBusy();
+    ignoringErrors([&] {
+        if (pages.isEmpty() || !m_engine->RestorePages(pages))
+            m_engine->Navigate(m_startingAddress);
+    });
+}
+
+void frmBrowser::beginWhenSeen(const QString& title)
+{
+    m_waiting = title;
+}
+
+void frmBrowser::pageSeen(bool isSeen)
+{
+    m_isSeen = isSeen;
+    m_engine->PageSeen(isSeen);
+    // A window that is about to become active may be covered again at once.
+    if (isSeen && m_waiting)
+        QTimer::singleShot(0, this, [this] {
+            if (m_isSeen && m_waiting)
+                begin();
+        });
+}
+
+QString frmBrowser::address() const
+{
+    QString current;
+    ignoringErrors([&] { current = m_engine->LocationURL(); });
+    return current.isEmpty() ? m_startingAddress : current;
+}
+
+QString frmBrowser::pageTitle() const
+{
+    return m_waiting ? *m_waiting : locationName();
+}
+
+QByteArray frmBrowser::pages() const
+{
+    QByteArray pages;
+    ignoringErrors([&] { pages = m_engine->Pages(); });
+    return pages;
 }
 
 void frmBrowser::InitEngine()
@@ -179,6 +230,7 @@ void frmBrowser::NavigateToAddress(const QString& address, bool isTyped)
 
 void frmBrowser::StartBusy()
 {
+    m_waiting.reset();
     m_busy->start();
 }
 
@@ -298,6 +350,7 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
         StartBusy();
     ignoringErrors([this] { PubResize(); });
     ignoringErrors([this] { m_frame.SetDropDisabled(false); });
+    emit pageChanged();
 }
 
 bool frmBrowser::eventFilter(QObject* watched, QEvent* event)

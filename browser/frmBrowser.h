@@ -5,6 +5,8 @@
 #include <QMdiSubWindow>
 #include <QPointer>
 
+#include <optional>
+
 class AddressBar;
 class BrowserFocus;
 class BrowserFrame;
@@ -51,6 +53,21 @@ public:
     /// Hides both bars for a while, whether they are to be shown or not.
     void hideBars(bool hidden);
 
+    /// The address of the page; until there is one, that the window is about to open.
+    QString address() const;
+    /// The name of the page, or what it was called when the window was open last.
+    QString pageTitle() const;
+    /// The pages that can be gone back and forth to, as the engine keeps them; empty if none.
+    QByteArray pages() const;
+    /// To be told before the window loads: it begins with these pages, if there are any, in
+    /// place of its start address.
+    void beginWith(const QByteArray& pages) { m_beginning = pages; }
+    /// To be told before the window loads: it is called `title`, and opens its start address
+    /// only when it can be seen.
+    void beginWhenSeen(const QString& title);
+    /// Whether the user can see any of the page.
+    void pageSeen(bool isSeen);
+
     /// The window's load: shows the window and opens its start address.
     void load();
     /// Sets the engine's switches.
@@ -82,6 +99,8 @@ public:
 signals:
     /// The user has moved or sized the window with the mouse or the keyboard.
     void placedByHand();
+    /// Another page is shown, or it has another address.
+    void pageChanged();
 
 protected:
     bool event(QEvent* event) override;
@@ -97,6 +116,7 @@ private:
 
     void NavigateToAddress(const QString& address, bool isTyped);
     void StartBusy();
+    void begin();
     void navigationByButton(const std::function<void()>& step);
     void stopLoading();
     void busyTick();
@@ -118,6 +138,10 @@ private:
     BrowserFrame& m_frame;
     std::function<QStringList()> m_drives;
     QString m_startingAddress;
+    QByteArray m_beginning;
+    /// The title of a page that waits until it can be seen.
+    std::optional<QString> m_waiting;
+    bool m_isSeen = false;
     qint32 m_windowKey = 0;
     bool m_newWindow = false;
     QPointer<frmBrowser> m_opener;

@@ -9,6 +9,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDataStream>
 #include <QDeadlineTimer>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -210,7 +211,7 @@ void WebEngineControl::navigate(const QString& typed, bool mayBeScript)
     });
 }
 
-void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
+void WebEngineControl::beginPending()
 {
     m_pending = Pending::InEngine;
     emit m_page->userNavigates();
@@ -218,6 +219,11 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
         if (number == m_navigations)
             m_pending = Pending::Nothing;
     });
+}
+
+void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
+{
+    beginPending();
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
     if (isForDesktop(url)) {
@@ -294,6 +300,29 @@ QString WebEngineControl::LocationName() const
 std::optional<EngineDocument> WebEngineControl::Document() const
 {
     return m_visits.document();
+}
+
+QByteArray WebEngineControl::Pages() const
+{
+    QByteArray pages;
+    if (m_page && m_page->history()->count() > 0) {
+        QDataStream stream(&pages, QIODevice::WriteOnly);
+        stream << *m_page->history();
+    }
+    return pages;
+}
+
+bool WebEngineControl::RestorePages(const QByteArray& pages)
+{
+    m_pending = Pending::InEventLoop;
+    QTimer::singleShot(0, this, [this, pages, number = ++m_navigations] {
+        if (m_pending != Pending::InEventLoop || number != m_navigations)
+            return;
+        beginPending();
+        QDataStream stream(pages);
+        stream >> *m_page->history();
+    });
+    return true;
 }
 
 void WebEngineControl::RegisterAsDropTarget(bool value)

@@ -47,6 +47,9 @@ public:
     QString LocationName() const override;
     std::optional<EngineDocument> Document() const override;
 
+    QByteArray Pages() const override;
+    bool RestorePages(const QByteArray& pages) override;
+
     using EngineControl::RegisterAsDropTarget;
     void RegisterAsDropTarget(bool value) override;
     QWidget* host() override;
@@ -60,6 +63,8 @@ private:
     void connectWindow();
     void navigate(const QString& typed, bool mayBeScript);
     void handOver(const QString& typed, bool mayBeScript);
+    /// The engine is about to be told of a navigation.
+    void beginPending();
     WebPageState pageState() const;
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
