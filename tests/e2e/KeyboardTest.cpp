@@ -228,6 +228,28 @@ private slots:
         QTRY_SEES(u"Datei speichern unter"_s);
     }
 
+    void closedWindowsComeBack()
+    {
+        tell("Eins");
+        tell("Zwei");
+        open(u"/Eins"_s, u"Eins"_s);
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/Zwei"_s));
+        QVERIFY(reaches(u"Zwei"_s));
+        add(u"Eins"_s);
+        User::press(u"ctrl+1 ctrl+w"_s);
+        QVERIFY(reaches(u"Eins"_s));
+        User::press(u"ctrl+shift+t"_s);
+        QVERIFY(reaches(u"Zwei"_s));
+        const int before = keys(u"Eins"_s, u"q"_s);
+        User::press(u"alt+Left"_s);
+        QVERIFY(reaches(u"Eins"_s, u"q"_s));
+        User::press(u"alt+Right"_s);
+        QVERIFY(reaches(u"Zwei"_s));
+        User::press(u"ctrl+shift+t ctrl+1 q"_s); // there is none more: the other one is first
+        QTRY_VERIFY_WITH_TIMEOUT(keys(u"Eins"_s, u"q"_s) > before + 1, patience);
+    }
+
     void theFrameFillsTheScreen()
     {
         open(u"/red"_s, u"Rot"_s);

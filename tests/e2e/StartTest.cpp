@@ -146,6 +146,40 @@ private slots:
         QCOMPARE(m_server->requests(u"/kept"_s), 1);
     }
 
+    void windowsOfAKilledRunAreOffered()
+    {
+        const QString kept = u"/.local/share/Tessera/fenster.json"_s;
+        open(u"/red"_s, u"Rot"_s);
+        QCOMPARE(m_program->startAndWait({m_server->address(u"/blue"_s)}), 0);
+        QTRY_SEES(title());
+        User::press(u"ctrl+Tab alt+minus x"_s); // the red page covers the blue one
+        QTRY_SEES(maximised(u"Rot"_s));
+        for (const bool isReopened : {true, false}) {
+            QTRY_VERIFY_WITH_TIMEOUT(bytesOf(m_program->home() + kept).contains("Blau"), patience);
+            QTest::qWait(2500); // whatever else has changed is kept, too
+            m_run->kill();
+            m_run->waitForFinished();
+            m_program->start(*m_run, {});
+            QTRY_SEES(maximised(u"Lizenz.txt"_s));
+            const int red = m_server->requests(u"/red"_s);
+            const int blue = m_server->requests(u"/blue"_s);
+            User::press(isReopened ? u"alt+w"_s : u"alt+v"_s);
+            if (!isReopened)
+                break;
+            QTRY_SEES(maximised(u"Rot"_s));
+            QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/red"_s), red + 1, patience);
+            QTest::qWait(1000);
+            QCOMPARE(m_server->requests(u"/blue"_s), blue); // nobody sees it yet
+            User::press(u"alt+minus w"_s);
+            QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/blue"_s), blue + 1, patience);
+            User::press(u"alt+minus x"_s);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(!bytesOf(m_program->home() + kept).contains("Blau"), patience);
+        User::press(u"ctrl+q"_s);
+        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(!QFile::exists(m_program->home() + kept));
+    }
+
 private:
     /// Gives the keys to a window of another program.
     static void cover(QWidget& other)

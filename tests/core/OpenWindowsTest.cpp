@@ -1,0 +1,118 @@
+#include "app/OpenWindowsFile.h"
+#include "tests/Files.h"
+#include "tests/TestCase.h"
+
+#include <QRandomGenerator>
+#include <QThread>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+using State = OpenWindows::State;
+
+OpenWindows sample()
+{
+    OpenWindows open;
+    open.windows = {
+        {u"http://a/?ä=\"1\"#[*]"_s, u"Titel \"mit\" \\ und \n"_s, {1, 2, 300, 200}, State::Normal},
+        {u"file:///x"_s, {}, {-50, 0, 100, 20}, State::Minimised},
+        {u"view-source:http://b/"_s, u"B"_s, {0, 0, 9, 9}, State::Maximised}};
+    open.active = 2;
+    open.arrangement = Arrangement::Cascade;
+    open.frame = {-10, 20, 640, 480};
+    open.isFrameMaximised = true;
+    return open;
+}
+
+/// All windows of one generation carry its number.
+OpenWindows generation(int number)
+{
+    OpenWindows open;
+    for (int i = 0; i < 200; ++i)
+        open.windows.append({u"http://a/%1"_s.arg(number), u"Seite"_s, {}, State::Normal});
+    return open;
+}
+
+void keepForever(const QString& path)
+{
+    for (int number = 0;; ++number)
+        OpenWindowsFile(path, [](const QString&) { ::_exit(2); }).keep(generation(number));
+}
+} // namespace
+
+/// The file of the open windows.
+class OpenWindowsTest : public TestCase {
+    Q_OBJECT
+private slots:
+    void whatIsKeptIsLeft()
+    {
+        const QString file = path(u"ordner/fenster.json"_s);
+        OpenWindowsFile kept(file, [](const QString& reason) { QFAIL(qPrintable(reason)); });
+        QVERIFY(!kept.left());
+        kept.keep(sample());
+        kept.keep(generation(7));
+        kept.keep(sample());
+        QTRY_VERIFY(kept.left() == sample());
+        const QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(!(QFile::permissions(file) & others));
+        kept.remove();
+        QVERIFY(QDir(path(u"ordner"_s)).isEmpty());
+    }
+
+    void damagedFilesAreIgnored_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray whole = openWindowsToBytes(sample());
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("cut") << whole.chopped(1);
+        QTest::newRow("no JSON") << QByteArray(whole).replace('{', '[');
+        for (const auto& [name, from, to] :
+             {std::tuple{"another layout", "\"version\":1", "\"version\":2"},
+              {"a state that there is not", "\"state\":2", "\"state\":3"},
+              {"a place of three numbers", "[0,0,9,9]", "[0,0,9]"},
+              {"a place far away", "[0,0,9,9]", "[0,0,9,1e9]"},
+              {"an address that is a number", "\"file:///x\"", "1"},
+              {"an arrangement that there is not", "\"arrangement\":0", "\"arrangement\":3"}})
+            QTest::newRow(name) << QByteArray(whole).replace(from, to);
+    }
+    void damagedFilesAreIgnored()
+    {
+        QFETCH(const QByteArray, bytes);
+        QVERIFY(bytes != openWindowsToBytes(sample()));
+        QVERIFY(!openWindowsFromBytes(bytes));
+    }
+
+    /// As many kills as TESSERA_KILLS says, 20 without it.
+    void killedWhileKeeping()
+    {
+        const int wanted = qEnvironmentVariableIntValue("TESSERA_KILLS");
+        const QString file = path(u"fenster.json"_s);
+        int last = -1;
+        for (int i = 0; i < (wanted > 0 ? wanted : 20); ++i) {
+            const pid_t child = ::fork();
+            if (child == 0)
+                keepForever(file);
+            QVERIFY(QTest::qWaitFor([&] { return QFileInfo(file).size() > 0; }));
+            // The moment of the kill is what is being tried; nothing is awaited.
+            QThread::usleep(QRandomGenerator::global()->bounded(20000U));
+            ::kill(child, SIGKILL);
+            int status = 0;
+            QCOMPARE(::waitpid(child, &status, 0), child);
+            QVERIFY(WIFSIGNALED(status));
+            const auto left = OpenWindowsFile(file, {}).left();
+            QVERIFY(left.has_value());
+            const int number = left->windows.constFirst().address.section(u'/', -1).toInt();
+            QVERIFY(*left == generation(number));
+            last = qMax(last, number);
+            QCOMPARE(QDir(path()).entryList(QDir::Files), QStringList(u"fenster.json"_s));
+        }
+        QVERIFY(last > 0); // the kills came while it was being replaced
+    }
+};
+
+QTEST_GUILESS_MAIN(OpenWindowsTest)
+#include "OpenWindowsTest.moc"
