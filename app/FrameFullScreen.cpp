@@ -4,6 +4,7 @@
 #include "pages/viewing/PageHint.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenuBar>
 
@@ -85,7 +86,8 @@ bool FrameFullScreen::isInUse()
     const QWidget* const focus = QApplication::focusWidget();
     return QApplication::activePopupWidget() != nullptr ||
            qobject_cast<const QMenuBar*>(focus) != nullptr ||
-           qobject_cast<const QLineEdit*>(focus) != nullptr;
+           qobject_cast<const QLineEdit*>(focus) != nullptr ||
+           qobject_cast<const QComboBox*>(focus) != nullptr;
 }
 
 bool FrameFullScreen::isOverPage() const

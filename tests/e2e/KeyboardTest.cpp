@@ -220,6 +220,7 @@ private slots:
             QTRY_SEES(window);
             User::press(key == "F12"_L1 ? key : u"Escape"_s);
             QTRY_VERIFY_WITH_TIMEOUT(!User::sees(window), patience);
+            QVERIFY(reaches(u"Zwei"_s)); // the frame has the keys again
         }
         User::press(u"ctrl+u alt+minus x"_s);
         const QString source = m_server->address(u"/Zwei"_s).replace(u"http"_s, u"view-source"_s);
@@ -272,6 +273,7 @@ private slots:
         QVERIFY(full("#ff0000"));
         User::press(u"ctrl+l"_s);
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(upper) != QColor(u"#ff0000"_s), patience);
+        QTest::qWait(1500); // a bar that is in use stays
         User::enter(m_server->address(u"/blue"_s));
         QVERIFY(full("#0000ff"));
         User::press(u"ctrl+n ctrl+w alt+minus x"_s);
