@@ -106,6 +106,7 @@ private:
         for (const Thing dragged : {Link, LinkedImage, Selection})
             User::drag(thing(dragged), tree + QPoint(80, 48));
         User::click(tree + QPoint(200, 250)); // the drags have brought the frame forward
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), u"Bookmark Archiv"_s, patience);
         User::press(u"alt+a s"_s);
         const auto kept = [this](int number) {
             constexpr int record = 722;

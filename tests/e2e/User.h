@@ -28,6 +28,8 @@ public:
         return {values[QStringLiteral("X")], values[QStringLiteral("Y")],
                 values[QStringLiteral("WIDTH")], values[QStringLiteral("HEIGHT")]};
     }
+    /// The title of the window that has the keys.
+    static QString activeWindow() { return tool("getactivewindow getwindowname"); }
     static QColor colourAt(const QPoint& place) { return picture().toImage().pixelColor(place); }
     /// What the display says of the window with exactly this title, as "_NET_WM_STATE"
     /// or "WM_CLASS"; its number where `name` is empty.
