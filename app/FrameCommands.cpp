@@ -177,6 +177,8 @@ void FrameCommands::rebuildWindowList()
         auto* entry = new QAction(windowListEntry(++number, window->windowTitle()), menu);
         entry->setCheckable(true);
         entry->setChecked(window == m_frame.activeBrowser());
+        if (window->isHeard())
+            entry->setIcon(window->windowIcon());
         connect(entry, &QAction::triggered, window,
                 [this, window] { m_frame.activeChild().choose(*window); });
         menu->addAction(entry);

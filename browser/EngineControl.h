@@ -63,6 +63,9 @@ public:
     /// The document of the page shown, if there is one.
     virtual std::optional<EngineDocument> Document() const = 0;
 
+    /// What is to be heard of the page: it plays, or it would if the user had not silenced it.
+    enum class Sound { None, Playing, Silenced };
+
     bool Silent() const { return m_silent; }
     void Silent(bool value) { m_silent = value; }
     bool RegisterAsBrowser() const { return m_registerAsBrowser; }
@@ -102,6 +105,7 @@ signals:
     /// The page asks for a content size, in pixels.
     void WindowSetHeight(int height);
     void WindowSetWidth(int width);
+    void SoundChange(EngineControl::Sound sound);
     /// The page asks to be closed; `cancel` keeps the engine alone alive.
     void WindowClosing(bool isChildWindow, bool& cancel);
 

@@ -10,6 +10,7 @@
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
 #include "browser/PageTexts.h"
+#include "browser/SoundMark.h"
 #include "browser/SystemMenu.h"
 
 #include <QCloseEvent>
@@ -19,6 +20,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -103,6 +105,7 @@ void frmBrowser::connectEngine()
     connect(engine, &EngineControl::NavigateComplete2, this, &frmBrowser::navigateComplete);
     connect(engine, &EngineControl::WindowSetHeight, this, &frmBrowser::setWindowHeight);
     connect(engine, &EngineControl::WindowSetWidth, this, &frmBrowser::setWindowWidth);
+    connect(engine, &EngineControl::SoundChange, this, &frmBrowser::showSound);
     connect(engine, &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
         cancel = true;
         closeUnasked();
@@ -298,6 +301,17 @@ void frmBrowser::busyTick()
 void frmBrowser::caption(const QString& text)
 {
     setWindowTitle(windowCaption(text));
+}
+
+void frmBrowser::showSound(EngineControl::Sound sound)
+{
+    if (std::exchange(m_sound, sound) == sound)
+        return;
+    setWindowIcon(withSoundMark(m_frame.childIcon(), sound));
+    const QString text = sound == EngineControl::Sound::Playing    ? u"Die Seite spielt Ton."_s
+                         : sound == EngineControl::Sound::Silenced ? u"Der Ton ist aus."_s
+                                                                   : QString();
+    setAccessibleDescription(text);
 }
 
 QString frmBrowser::locationName() const

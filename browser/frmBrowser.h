@@ -46,6 +46,9 @@ public:
     frmBrowser* opener() const { return m_opener; }
     void opener(frmBrowser* value) { m_opener = value; }
 
+    /// Whether the page plays, or is silenced: the window's icon is marked then.
+    bool isHeard() const { return m_sound != EngineControl::Sound::None; }
+
     bool isAddressBarShown() const;
     void showAddressBar(bool shown);
     bool isToolbarShown() const;
@@ -122,6 +125,8 @@ private:
     void busyTick();
     void driveClicked(const QString& entry);
     void caption(const QString& text);
+    /// Marks the window's icon; the caption is the page's.
+    void showSound(EngineControl::Sound sound);
     QString locationName() const;
     std::optional<EngineDocument> document() const;
 
@@ -148,6 +153,7 @@ private:
     bool m_isAddressBarShown = true;
     bool m_isToolbarShown = true;
     bool m_areBarsHidden = false;
+    EngineControl::Sound m_sound = EngineControl::Sound::None;
     bool m_updatingList = false;
     bool m_unloaded = false;
     bool m_mayClose = false;

@@ -8,6 +8,7 @@
 #include "engine/asking/PermissionRequests.h"
 #include "engine/asking/ScriptDialogs.h"
 #include "engine/page/WebEnginePage.h"
+#include "engine/viewing/HangWatch.h"
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
 #include "engine/viewing/PageFullScreen.h"
@@ -90,6 +91,7 @@ void PageServices::coverCrashes(QWebEngineView* view)
                 if (status != QWebEnginePage::NormalTerminationStatus)
                     overlay->appear(exitCode);
             });
+    connect(m_page, &WebEnginePage::endedByUser, overlay, &CrashOverlay::expectEnd);
     // A load that was on its way already comes to its end in a new process, without a start.
     connect(m_page, &WebEnginePage::frameReported, overlay, &CrashOverlay::vanish);
     connect(m_page, &QWebEnginePage::loadStarted, overlay, &CrashOverlay::vanish);
@@ -105,6 +107,9 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
     auto* const zoom = new PageZoom(m_page, *pdf);
     auto* const printer = new PagePrinter(shell, window, view, m_prompt, m_input, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, m_page);
+
+    auto* const hangs = new HangWatch(m_page, view, m_input);
+    connect(hangs, &HangWatch::found, fullScreen, &PageFullScreen::leave);
 
     PageMenuCommands commands;
     commands.items = {

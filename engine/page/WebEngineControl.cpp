@@ -115,6 +115,8 @@ void WebEngineControl::connectLoading()
     connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
         const WebPageState page = pageState();
         const QPointer<WebEngineControl> self = this;
+        if (!Busy() && !m_isPageEnding)
+            m_leaving = {};
         m_visits.loadFinished(page);
         if (self)
             emit DownloadComplete();
@@ -139,6 +141,7 @@ void WebEngineControl::connectLoading()
     });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
+    connect(m_page, &WebEnginePage::endedByUser, this, &WebEngineControl::leaveAfterEnd);
 }
 
 void WebEngineControl::connectWindow()
@@ -170,6 +173,9 @@ void WebEngineControl::connectWindow()
                    ? u"Seiten aus dem Netz öffnen keine Dateien dieses Rechners."_s
                    : u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
     });
+    connect(m_page, &QWebEnginePage::recentlyAudibleChanged, this,
+            &WebEngineControl::announceSound);
+    connect(m_page, &QWebEnginePage::audioMutedChanged, this, &WebEngineControl::announceSound);
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);
@@ -181,6 +187,13 @@ void WebEngineControl::notify(const QString& text)
 {
     m_status = Status::Notice;
     emit StatusTextChange(text);
+}
+
+void WebEngineControl::announceSound()
+{
+    emit SoundChange(m_page->isAudioMuted()      ? Sound::Silenced
+                     : m_page->recentlyAudible() ? Sound::Playing
+                                                 : Sound::None);
 }
 
 void WebEngineControl::leaveLink()
@@ -229,12 +242,42 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
     if (isForDesktop(url)) {
         m_pending = Pending::Nothing;
         emit m_page->desktopAddressWanted(url, true);
-    } else if (url.isValid() && isForEngine(url) && (mayBeScript || !isScript(url))) {
+    } else if (isScript(url) && mayBeScript) {
         m_page->load(url);
+    } else if (url.isValid() && isForEngine(url) && !isScript(url)) {
+        leaveBy([this, url] { m_page->load(url); });
     } else {
         m_noAddress = typed;
-        m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
+        leaveBy([this, typed] {
+            m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
+        });
     }
+}
+
+void WebEngineControl::leaveBy(const std::function<void()>& step)
+{
+    m_leaving = step;
+    m_left = pageState().commit;
+    emit m_page->userLeaves(); // may end the page: then the step waits until it has gone
+    if (!m_isPageEnding)
+        step();
+}
+
+void WebEngineControl::leaveAfterEnd()
+{
+    // The engine drops what was on its way when the process of a page ends.
+    if (!m_leaving || m_left != pageState().commit || std::exchange(m_isPageEnding, true))
+        return;
+    connect(
+        m_page, &QWebEnginePage::renderProcessTerminated, this,
+        [this] {
+            m_isPageEnding = false;
+            QTimer::singleShot(0, this, [this] {
+                if (m_leaving)
+                    m_leaving();
+            });
+        },
+        Qt::SingleShotConnection);
 }
 
 void WebEngineControl::GoBack()
@@ -249,26 +292,37 @@ void WebEngineControl::GoForward()
 
 void WebEngineControl::Refresh()
 {
-    QTimer::singleShot(0, m_page, [page = m_page] { page->reload(); });
+    reloadLater(QWebEnginePage::Reload);
 }
 
 void WebEngineControl::RefreshPastCache()
 {
-    QTimer::singleShot(0, m_page,
-                       [page = m_page] { page->reload(QWebEnginePage::ReloadAndBypassCache); });
+    reloadLater(QWebEnginePage::ReloadAndBypassCache);
+}
+
+void WebEngineControl::reloadLater(QWebEnginePage::WebAction action)
+{
+    QTimer::singleShot(0, this,
+                       [this, action] { leaveBy([this, action] { m_page->reload(action); }); });
 }
 
 void WebEngineControl::Stop()
 {
     m_pending = Pending::Nothing;
-    actLater(QWebEnginePage::Stop);
+    m_leaving = {};
+    QTimer::singleShot(0, this, [this] {
+        emit m_page->userNavigates();
+        m_page->triggerAction(QWebEnginePage::Stop);
+    });
 }
 
 void WebEngineControl::actLater(QWebEnginePage::WebAction action)
 {
     QTimer::singleShot(0, this, [this, action] {
         emit m_page->userNavigates();
-        m_page->triggerAction(action);
+        const QWebEngineHistory& history = *m_page->history();
+        if (action == QWebEnginePage::Back ? history.canGoBack() : history.canGoForward())
+            leaveBy([this, action] { m_page->triggerAction(action); });
     });
 }
 

@@ -65,9 +65,15 @@ private:
     void handOver(const QString& typed, bool mayBeScript);
     /// The engine is about to be told of a navigation.
     void beginPending();
+    /// Does `step`, which sends the page elsewhere: now, or after the end of a page that does not
+    /// answer. If the user ends the page later, as it stays nevertheless, it is done once more.
+    void leaveBy(const std::function<void()>& step);
+    void leaveAfterEnd();
     WebPageState pageState() const;
+    void reloadLater(QWebEnginePage::WebAction action);
     void actLater(QWebEnginePage::WebAction action);
     void announceNavigation(const QUrl& url, bool isMainFrame);
+    void announceSound();
     void announceWriting(const QString& title);
     bool mayOpenWindow(QWebEngineNewWindowRequest& request);
     void openWindow(QWebEngineNewWindowRequest& request);
@@ -96,6 +102,11 @@ private:
     Pending m_pending = Pending::Nothing;
     /// Counts the navigations asked for.
     quint32 m_navigations = 0;
+    /// What the user has done last to leave a page, and which one.
+    std::function<void()> m_leaving;
+    WebCommit m_left;
+    /// The user has ended the process of the page, which has not gone yet.
+    bool m_isPageEnding = false;
     /// The last text that was no address.
     QString m_noAddress;
     /// The address under which the error page that was shown last has reported itself.

@@ -84,6 +84,10 @@ signals:
     void resendingWanted(QWebEnginePage::WebAction action);
     /// The user, not a script, is about to send the page somewhere.
     void userNavigates();
+    /// The user has just sent the page elsewhere, so that what it shows is not needed any more.
+    void userLeaves();
+    /// The user has ended the process of the page, which did not answer.
+    void endedByUser();
     /// The user, or the page, wants to open `url`, which is for another program of the
     /// desktop. The page goes nowhere.
     void desktopAddressWanted(const QUrl& url, bool isUsersOwn);

@@ -126,6 +126,8 @@ PageMenuTarget PageContextMenu::targetOf(const Request& request) const
     target.isMuted = request.mediaFlags().testFlag(Request::MediaMuted);
     target.isLooping = request.mediaFlags().testFlag(Request::MediaLoop);
     target.hasControls = request.mediaFlags().testFlag(Request::MediaControls);
+    target.isPageHeard = m_page->recentlyAudible();
+    target.isPageSilenced = m_page->isAudioMuted();
     target.hasSelection = !request.selectedText().isEmpty();
     target.isEditable = request.isContentEditable();
     target.suggestions = request.spellCheckerSuggestions();
@@ -151,6 +153,8 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
             emit m_page->userNavigates();
             m_page->triggerAction(act);
         };
+    commands.items[Item::SoundOff] = [this] { m_page->setAudioMuted(true); };
+    commands.items[Item::SoundOn] = [this] { m_page->setAudioMuted(false); };
     const QString link = encoded(request.linkUrl());
     const QString media = encoded(request.mediaUrl());
     const auto copy = [](const QString& text) { QGuiApplication::clipboard()->setText(text); };

@@ -35,6 +35,10 @@ bool PageInput::eventFilter(QObject* watched, QEvent* event)
             emit clicked();
         break;
     }
+    case QEvent::Wheel:
+    case QEvent::FocusIn:
+        emit turnedTo();
+        break;
     default:
         break;
     }

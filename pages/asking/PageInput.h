@@ -4,7 +4,8 @@
 
 class QWidget;
 
-/// Tells when the user clicks in a page, touches it, or presses a key in it.
+/// Tells when the user clicks in a page, touches it, presses a key in it, or turns to it
+/// otherwise.
 class PageInput : public QObject {
     Q_OBJECT
 public:
@@ -21,6 +22,8 @@ signals:
     /// As `used`, but of the keys only those that press a button of the page: Enter and
     /// Space.
     void clicked();
+    /// The wheel turns over the page, or the page gets the focus.
+    void turnedTo();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

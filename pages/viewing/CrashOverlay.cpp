@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include <sys/wait.h>
 
 using namespace Qt::StringLiterals;
@@ -24,8 +26,7 @@ QString reasonText(int processStatus)
 } // namespace
 
 CrashOverlay::CrashOverlay(QWidget* view)
-    : QFrame(OverlayPlacer::parentFor(view)), m_view(view),
-      m_headline(new QLabel(u"Die Anzeige dieser Seite ist abgestürzt."_s, this)),
+    : QFrame(OverlayPlacer::parentFor(view)), m_view(view), m_headline(new QLabel(this)),
       m_reason(new QLabel(this)), m_reload(new QPushButton(u"&Neu laden"_s, this))
 {
     setObjectName(u"CrashOverlay"_s);
@@ -64,7 +65,11 @@ bool CrashOverlay::eventFilter(QObject* watched, QEvent* event)
 
 void CrashOverlay::appear(int processStatus)
 {
-    const QString reason = reasonText(processStatus);
+    const bool isExpected = std::exchange(m_isEndExpected, false);
+    m_headline->setText(isExpected ? u"Die Anzeige dieser Seite ist beendet."_s
+                                   : u"Die Anzeige dieser Seite ist abgestürzt."_s);
+    const QString reason = isExpected ? u"Ihr Prozess antwortete nicht; Sie haben ihn beendet."_s
+                                      : reasonText(processStatus);
     m_reason->setText(reason);
     m_reload->setAccessibleDescription(m_headline->text() + u' ' + reason);
     const bool hadFocus = isFocusUnder();

@@ -15,6 +15,8 @@ public:
 
     /// `processStatus` says how the process has ended, as the system does (wait).
     void appear(int processStatus);
+    /// The user has the process ended: the next time the overlay appears, it says so.
+    void expectEnd() { m_isEndExpected = true; }
     /// Leaves the focus, if it has it, to the page. To be called when the page begins to load
     /// and once more when it is there: only then has the engine a widget for it.
     void vanish();
@@ -32,4 +34,5 @@ private:
     QLabel* m_headline;
     QLabel* m_reason;
     QPushButton* m_reload;
+    bool m_isEndExpected = false;
 };

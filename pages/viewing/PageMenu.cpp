@@ -43,6 +43,8 @@ const QHash<PageMenuItem, Caption>& captions()
         {Forward, {u"Forward"_s, u"&Vorwärts"_s, Qt::ALT | Qt::Key_Right}},
         {Reload, {u"Reload"_s, u"&Aktualisieren"_s, Qt::Key_F5}},
         {SavePage, {u"SavePage"_s, u"Seite &speichern unter..."_s, Qt::CTRL | Qt::Key_S}},
+        {SoundOff, {u"SoundOff"_s, u"&Ton aus"_s}},
+        {SoundOn, {u"SoundOn"_s, u"&Ton an"_s}},
         {Find, {u"Find"_s, u"Su&chen..."_s, Qt::CTRL | Qt::Key_F}},
         {Print, {u"Print"_s, u"&Drucken..."_s, Qt::CTRL | Qt::Key_P}},
         {SavePdf, {u"SavePdf"_s, u"Als &PDF speichern..."_s}},

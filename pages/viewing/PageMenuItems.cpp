@@ -28,6 +28,17 @@ QList<PageMenuItem> imageItems(const PageMenuTarget& target)
     return items << QList{CopyImage, CopyImageAddress};
 }
 
+/// A page that is silenced can be so full of links and players that no place is left for the
+/// menu of the whole page. A player has an item of its own that switches it off.
+QList<PageMenuItem> soundItems(const PageMenuTarget& target)
+{
+    if (target.isPageSilenced)
+        return {Separator, SoundOn};
+    if (target.isPageHeard && target.media != Media::Player)
+        return {Separator, SoundOff};
+    return {};
+}
+
 } // namespace
 
 QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
@@ -46,8 +57,9 @@ QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
     else if (target.hasSelection)
         items << QList{Separator, Copy, SelectAll};
     if (!items.isEmpty())
-        return items;
-    return {Back,    Forward,   Reload,    Separator, SavePage,   SavePdf,
-            Print,   Separator, Find,      SelectAll, Separator,  ZoomIn,
-            ZoomOut, ZoomReset, Separator, Downloads, BrowserData};
+        return items << soundItems(target);
+    return QList{Back, Forward, Reload}
+           << soundItems(target)
+           << QList{Separator, SavePage, SavePdf, Print,     Separator, Find,      SelectAll,
+                    Separator, ZoomIn,   ZoomOut, ZoomReset, Separator, Downloads, BrowserData};
 }

@@ -28,6 +28,9 @@ enum class PageMenuItem {
     Back,
     Forward,
     Reload,
+    /// Silence all of the page, and let it be heard again.
+    SoundOff,
+    SoundOn,
     SavePage,
     Find,
     Print,
@@ -56,6 +59,9 @@ struct PageMenuTarget {
     bool isMuted = false;
     bool isLooping = false;
     bool hasControls = false;
+    /// The page as a whole plays, or is silenced.
+    bool isPageHeard = false;
+    bool isPageSilenced = false;
     bool hasSelection = false;
     bool isEditable = false;
     /// Corrections of the misspelled word there.

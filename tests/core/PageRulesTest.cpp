@@ -5,12 +5,16 @@
 #include "pages/asking/SiteText.h"
 #include "pages/asking/UrlSchemes.h"
 #include "pages/downloads/FileNames.h"
+#include "pages/viewing/EndProcess.h"
 #include "pages/viewing/PageMenuItems.h"
 #include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
 
+#include <QProcess>
+
 #include <ctime>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -170,6 +174,23 @@ private slots:
         QCOMPARE(items({.media = Media::Image}), image.mid(2)); // of the page's own making
         QCOMPARE((items({.hasSelection = true, .isEditable = true})),
                  (Items{Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll}));
+        QVERIFY(items({.isPageHeard = true}).contains(SoundOff));
+        QCOMPARE(items({.isPageHeard = true, .hasSelection = true}).last(), SoundOff);
+        QVERIFY(!items({.media = Media::Player, .isPageHeard = true}).contains(SoundOff));
+        QCOMPARE(items({.media = Media::Player, .isPageSilenced = true}).last(), SoundOn);
+    }
+
+    void endsOnlyDescendants()
+    {
+        QVERIFY(!endDescendant(0));
+        QVERIFY(!endDescendant(::getpid()));
+        QVERIFY(!endDescendant(::getppid()));
+        QProcess child;
+        child.start(u"sh"_s, {u"-c"_s, u"sleep 60 & echo $!; wait"_s});
+        QVERIFY(child.waitForReadyRead());
+        QVERIFY(endDescendant(child.readLine().trimmed().toLongLong()));
+        QVERIFY(child.waitForFinished());
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     }
 
     void spelling()

@@ -1,13 +1,19 @@
 #include "EngineWorld.h"
 
 #include "engine/viewing/PagePrinter.h"
+#include "pages/viewing/CrashOverlay.h"
 #include "pages/viewing/FindBar.h"
+#include "pages/viewing/HangNotice.h"
 #include "tests/Files.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 #include <csignal>
 
@@ -134,7 +140,147 @@ private slots:
         QCOMPARE(other->view()->zoomFactor(), 1.0);
     }
 
+    void hanging_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("arrival");
+        const QByteArray forEver = "for (;;);";
+        QTest::newRow("answers again")
+            << "for (const end = Date.now() + 8000; Date.now() < end;);"_ba << QString()
+            << QString() << QString();
+        QTest::newRow("ended") << forEver << u"cmdEnd"_s << QString() << QString();
+        QTest::newRow("left") << forEver << QString() << m_world.server.address(u"/next"_s)
+                              << u"Nächste @ H/next"_s;
+        QTest::newRow("left for another site")
+            << forEver << QString() << m_world.server.address(u"/next"_s, u"localhost"_s)
+            << u"Nächste @ "_s + m_world.server.address(u"/next"_s, u"localhost"_s);
+        QTest::newRow("waited for, left and ended")
+            << forEver << u"cmdWait"_s << m_world.server.address(u"/next"_s)
+            << u"Nächste @ H/next"_s;
+    }
+    void hanging()
+    {
+        QFETCH(const QByteArray, script);
+        QFETCH(const QString, button);
+        QFETCH(const QString, address);
+        QFETCH(const QString, arrival);
+        const auto* const notice = noticeAfter(QString::fromLatin1(script));
+        QVERIFY(notice != nullptr);
+        QCOMPARE(QApplication::focusWidget(), notice->findChild<QWidget*>(u"cmdWait"_s));
+        if (!button.isEmpty())
+            notice->findChild<QPushButton*>(button)->click();
+        if (!address.isEmpty())
+            m_window->engine().NavigateTyped(address);
+        QTRY_VERIFY_WITH_TIMEOUT(notice->isHidden(), 10000);
+        const auto* const overlay = m_window->findChild<CrashOverlay*>();
+        QTRY_COMPARE(overlay->isVisible(), button == "cmdEnd"_L1);
+        if (overlay->isVisible())
+            QVERIFY(overlay->findChild<QLabel*>(u"lblReason"_s)
+                        ->text()
+                        .endsWith(u"Sie haben ihn beendet."_s));
+        if (!arrival.isEmpty())
+            QTRY_COMPARE(m_window->visits.last(), arrival);
+    }
+    void endsAHangingPageThatIsBeingLeft()
+    {
+        QTcpServer server;
+        bool isSilent = true; // so long the page stays
+        connect(&server, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket* const socket = server.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, this, [&isSilent, socket] {
+                if (!isSilent)
+                    socket->write("HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n"
+                                  "Content-Length: 16\r\n\r\n<title>S</title>");
+            });
+        });
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        m_page->runJavaScript(u"for (;;);"_s);
+        m_window->engine().NavigateTyped(u"http://127.0.0.1:%1/"_s.arg(server.serverPort()));
+        const auto* const notice = shownNotice(m_window);
+        QVERIFY(notice != nullptr);
+        isSilent = false;
+        notice->findChild<QPushButton*>(u"cmdEnd"_s)->click();
+        QTRY_VERIFY(m_window->visits.last().startsWith(u"S @ "_s));
+    }
+    void hangsTogether()
+    {
+        EngineWindow* other = nullptr;
+        m_window->makeWindow = [&] { return other = m_world.open(); };
+        m_window->run(u"open('/next')"_s);
+        QTRY_VERIFY(other != nullptr && !other->visits.isEmpty());
+        m_window->raise();
+        m_host->setFocus();
+        const auto* const notice = noticeAfter(u"for (;;);"_s);
+        QVERIFY(notice != nullptr);
+        QVERIFY(notice->findChild<QLabel*>(u"lblMore"_s)->text().contains(u"„Nächste“"_s));
+        const auto* const others = shownNotice(other);
+        QVERIFY(others != nullptr);
+        others->findChild<QPushButton*>(u"cmdEnd"_s)->click();
+        for (const EngineWindow* const window : {m_window.get(), other})
+            QTRY_VERIFY(window->findChild<CrashOverlay*>()->isVisible());
+    }
+    void aQuestionIsNoHang()
+    {
+        const QString waiting = u"setTimeout(() => alert('x'), 100)"_s;
+        m_world.prompt.onAsk = [](QWidget*, const Prompt::Question&) {
+            QTest::qWait(7000);
+            return Prompt::Answer{};
+        };
+        QVERIFY(noticeAfter(waiting) == nullptr);
+        QCOMPARE(m_world.prompt.questions.size(), 1);
+    }
+
+    void sound()
+    {
+        m_window->visitAndWait(page("<script>onclick = () => { const sound = new AudioContext();"
+                                    "const tone = sound.createOscillator();"
+                                    "tone.connect(sound.destination); tone.start() }</script>"));
+        using enum EngineControl::Sound;
+        EngineControl::Sound heard = None;
+        connect(&m_window->engine(), &EngineControl::SoundChange, this,
+                [&](EngineControl::Sound sound) { heard = sound; });
+        click(m_window);
+        QTRY_COMPARE(heard, Playing);
+        choose(u"mn_SoundOff"_s);
+        QTRY_COMPARE(heard, Silenced);
+        choose(u"mn_SoundOn"_s);
+        QTRY_COMPARE(heard, Playing);
+    }
+
 private:
+    static HangNotice* shownNotice(const EngineWindow* window)
+    {
+        HangNotice* notice = nullptr;
+        (void)QTest::qWaitFor(
+            [&] {
+                notice = window->findChild<HangNotice*>();
+                return notice != nullptr && notice->isVisible();
+            },
+            9000);
+        return notice;
+    }
+    /// What is to be seen when the user types into the page while a script runs in it.
+    HangNotice* noticeAfter(const QString& script)
+    {
+        m_host->setFocus();
+        m_page->runJavaScript(script);
+        QTest::keyClick(m_host->focusProxy(), Qt::Key_A);
+        return shownNotice(m_window);
+    }
+    /// Chooses an item of the page's menu.
+    void choose(const QString& item)
+    {
+        click(m_window, Qt::RightButton);
+        QMenu* menu = nullptr;
+        QTRY_VERIFY((menu = m_host->findChild<QMenu*>(u"mn_Page"_s)) != nullptr);
+        auto* const action = menu->findChild<QAction*>(item);
+        QVERIFY(action != nullptr);
+        action->trigger();
+        menu->close();
+        QTRY_VERIFY(m_host->findChild<QMenu*>(u"mn_Page"_s) == nullptr);
+    }
     QWidget* screen() const
     {
         return m_window ? m_window->findChild<QWidget*>(u"FullScreen"_s) : nullptr;

@@ -96,6 +96,38 @@ private slots:
         QTRY_SEES(maximised(u"Rot"_s));
     }
 
+    void aHangingPageHoldsNothingUp()
+    {
+        m_server->page(u"/hang"_s, coloured("Endlos", "#0000ff") +
+                                       "<script>onkeydown = () => { for (;;); }</script>");
+        open(u"/hang"_s, u"Endlos"_s);
+        const QRect frame = User::place(maximised(u"Endlos"_s));
+        const QPoint notice = frame.center() - QPoint(0, frame.height() / 4);
+        const QPoint page = frame.center() + QPoint(0, frame.height() / 4);
+        User::click(page);
+        User::press(u"a"_s);
+        const auto isShown = [&] { return User::colourAt(notice) != QColor(Qt::blue); };
+        QVERIFY(QTest::qWaitFor(isShown, patience));
+        User::press(u"alt+w"_s);
+        QTRY_COLOUR(notice, Qt::blue);
+        User::press(u"alt+b"_s); // only the notice's, which is away
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/red"_s));
+        QTRY_SEES(maximised(u"Rot"_s));
+        QTRY_COLOUR(page, Qt::red);
+        User::press(u"alt+Left"_s);
+        QTRY_SEES(maximised(u"Endlos"_s));
+        QTRY_COLOUR(page, Qt::blue);
+        QTest::qWait(700);
+        User::click(page);
+        User::press(u"a"_s);
+        QVERIFY(QTest::qWaitFor(isShown, patience));
+        User::press(u"alt+b"_s);
+        QVERIFY(QTest::qWaitFor([&] { return User::colourAt(page) != QColor(Qt::blue); }));
+        User::press(u"space"_s); // the button of the crash notice has the focus
+        QTRY_COLOUR(page, Qt::blue);
+    }
+
     // In full screen a question could not be seen, nor the full screen be left any more.
     void questionsEndFullScreen_data()
     {
