@@ -63,8 +63,10 @@ QString sourceAddress(const QWebEnginePage& page)
 } // namespace
 
 PageServices::PageServices(Shell& shell, ProfileServices& profile, PromptSession& session,
-                           QWidget* window, QWebEngineView* view, WebEnginePage* page)
-    : QObject(page), m_page(page), m_prompt(session, shell, window, *page)
+                           SearchResolver search, QWidget* window, QWebEngineView* view,
+                           WebEnginePage* page)
+    : QObject(page), m_page(page), m_prompt(session, shell, window, *page),
+      m_search(std::move(search))
 {
     makeAsking();
     coverCrashes(view);
@@ -122,6 +124,7 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
         {PageMenuItem::Downloads, [&profile] { profile.showDownloads(); }},
         {PageMenuItem::BrowserData, [&profile] { profile.showBrowserData(); }},
     };
+    commands.search = [this, &shell](const QString& text) { search(shell, text); };
     commands.isDisabled = [zoom](PageMenuItem item) {
         return item == PageMenuItem::ZoomReset && !zoom->canReset();
     };
@@ -147,6 +150,17 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
                 m_input.watch(screen);
             });
     connect(fullScreen, &PageFullScreen::leaving, find, &PageFind::close);
+}
+
+void PageServices::search(Shell& shell, const QString& text)
+{
+    const QUrl address = m_search(text);
+    if (address.isValid())
+        shell.VisitUrl(address.toString(QUrl::FullyEncoded));
+    else
+        m_prompt.ask({.title = u"Meldung"_s,
+                      .text = u"In den Einstellungen steht keine Adresse einer Suchmaschine, die "
+                              "sich öffnen lässt, oder der Text ist zu lang."_s});
 }
 
 void PageServices::useProfile(ProfileServices& profile, QWidget* window)

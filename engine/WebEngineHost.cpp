@@ -1,5 +1,9 @@
 #include "engine/WebEngineHost.h"
 
+#include "address/SearchAddress.h"
+#include "base/Errors.h"
+#include "base/Prefer.h"
+#include "base/Shell.h"
 #include "engine/EngineStart.h"
 #include "engine/PageServices.h"
 #include "engine/ProfileServices.h"
@@ -62,12 +66,18 @@ WebEngineHost::~WebEngineHost() = default;
 
 EngineFactory WebEngineHost::factory()
 {
-    return [this](QWidget* parent) {
+    const SearchResolver search = [this](const QString& query) {
+        QUrl engine;
+        ignoringErrors([&] { engine = m_resolve(m_shell->preferences().SearchEngine()); });
+        return searchAddress(engine, query);
+    };
+    return [this, search](QWidget* parent) {
         auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine = std::make_unique<WebEngineControl>(parent, page, m_resolve, m_prompts->popups,
-                                                         m_sleepAfter);
+        auto engine = std::make_unique<WebEngineControl>(
+            parent, page, WebEngineControl::Resolvers{m_resolve, search}, m_prompts->popups,
+            m_sleepAfter);
         // The services belong to the page.
-        new PageServices(*m_shell, *m_services, *m_prompts, parent, engine->view(), page);
+        new PageServices(*m_shell, *m_services, *m_prompts, search, parent, engine->view(), page);
         return engine;
     };
 }

@@ -66,9 +66,9 @@ private:
 
 } // namespace
 
-WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
+WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Resolvers resolve,
                                    PopupLimit& popups, std::chrono::milliseconds sleepAfter)
-    : m_page(page), m_resolve(std::move(resolve)),
+    : m_page(page), m_resolve(std::move(resolve.address)), m_search(std::move(resolve.search)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
       }),
@@ -249,7 +249,7 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
     } else {
         m_noAddress = typed;
         leaveBy([this, typed] {
-            m_page->setHtml(WebErrorPage::html(typed), WebErrorPage::url(typed));
+            m_page->setHtml(WebErrorPage::html(typed, m_search(typed)), WebErrorPage::url(typed));
         });
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "address/AddressResolver.h"
+#include "address/SearchAddress.h"
 #include "browser/EngineControl.h"
 #include "engine/page/PageSleep.h"
 #include "engine/page/WebCloseRequest.h"
@@ -25,11 +26,17 @@ class WebEnginePage;
 class WebEngineControl : public EngineControl {
     Q_OBJECT
 public:
+    /// How texts become addresses.
+    struct Resolvers {
+        AddressResolver address;
+        SearchResolver search;
+    };
+
     /// Takes `page` over, but leaves it its parent, which deletes it if it is still there at
     /// the program's end. The view is made inside `parent`. `popups` outlives the engine. The
     /// page may sleep when it has not been seen for `sleepAfter`.
-    WebEngineControl(QWidget* parent, WebEnginePage* page, AddressResolver resolve,
-                     PopupLimit& popups, std::chrono::milliseconds sleepAfter);
+    WebEngineControl(QWidget* parent, WebEnginePage* page, Resolvers resolve, PopupLimit& popups,
+                     std::chrono::milliseconds sleepAfter);
     ~WebEngineControl() override;
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
@@ -92,6 +99,7 @@ private:
     /// Fills the host, and is hidden while nothing of it is seen.
     QPointer<QWebEngineView> m_view;
     AddressResolver m_resolve;
+    SearchResolver m_search;
     WebVisits m_visits;
     PopupLimit& m_popups;
     WebCloseRequest m_closeRequest;

@@ -14,8 +14,24 @@ const QString style = uR"(<style>
 body { font: 15px/1.5 sans-serif; color: #333; background: #f7f7f7; margin: 12vh auto; max-width: 36em;
        padding: 0 1.5em; }
 h1 { font-size: 1.5em; font-weight: normal; }
+a { display: inline-block; padding: 0.4em 1em; border: 1px solid #128a91; border-radius: 4px;
+    color: #fff; background: #0e7684; text-decoration: none; }
+a:focus { outline: 3px solid #f6bf4f; outline-offset: 1px; }
 code { overflow-wrap: anywhere; white-space: pre-wrap; background: #e8e8e8; padding: 0.1em 0.3em; }
 </style>)"_s;
+
+/// A link, as the page has neither scripts nor anything else that could act by itself.
+QString searchButton(const QUrl& search)
+{
+    if (!search.isValid())
+        return uR"(<p>Im Internet suchen lässt sich das nicht: In den Einstellungen steht keine
+Adresse einer Suchmaschine, die sich öffnen lässt, oder der Text ist zu lang.</p>
+)"_s;
+    const QString address = search.toString(QUrl::FullyEncoded).toHtmlEscaped();
+    return uR"(<p><a id="search" autofocus href=")"_s + address +
+           uR"(" title="Sucht bei %1">Im Internet suchen</a></p>
+)"_s.arg(search.host().toHtmlEscaped());
+}
 
 QString shortened(const QString& typed)
 {
@@ -57,7 +73,7 @@ QString WebErrorPage::replacement(const QString& reason)
            "document.title = title })(%1)"_s.arg(QString::fromUtf8(texts));
 }
 
-QString WebErrorPage::html(const QString& typed)
+QString WebErrorPage::html(const QString& typed, const QUrl& search)
 {
     const bool isEmpty = typed.trimmed().isEmpty();
     const QString title = isEmpty ? u"Keine Adresse"_s : u"Keine gültige Adresse"_s;
@@ -69,9 +85,12 @@ QString WebErrorPage::html(const QString& typed)
                                          uR"(</code></p>
 <p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
 „/home/name/seite.html“.</p>
-)"_s;
-    return head + uR"(<meta charset="utf-8"><title>)"_s + title + u"</title>"_s + style +
-           u"</head><body>\n<h1>"_s + title + u"</h1>\n"_s + reason + u"</body></html>\n"_s;
+)"_s + searchButton(search);
+    return head + uR"(<meta charset="utf-8"><meta http-equiv="Content-Security-Policy"
+content="default-src 'none'; style-src 'unsafe-inline'; base-uri 'none'; form-action 'none'">
+<title>)"_s +
+           title + u"</title>"_s + style + u"</head><body>\n<h1>"_s + title + u"</h1>\n"_s +
+           reason + u"</body></html>\n"_s;
 }
 
 QString WebErrorPage::shownAddress(const QUrl& url)

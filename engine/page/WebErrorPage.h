@@ -12,8 +12,9 @@ QUrl url(const QString& typed);
 bool isAt(const QUrl& url);
 /// Whether `url` holds the text of the page itself, as a data address.
 bool isContent(const QUrl& url);
-/// The page in German, with the typed text (a very long one shortened).
-QString html(const QString& typed);
+/// The page in German, with the typed text (a very long one shortened), and a button that has
+/// the focus and searches for it: a link to `search`. An invalid `search` is explained instead.
+QString html(const QString& typed, const QUrl& search);
 
 /// Whether a document at `address` is a page of the engine's about an error.
 bool isEnginesOwn(const QString& address);

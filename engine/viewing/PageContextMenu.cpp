@@ -168,6 +168,9 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
                 emit m_page->desktopAddressWanted(url, true);
             };
     }
+    const QString selected = request.selectedText().simplified();
+    if (!selected.isEmpty())
+        commands.items[Item::SearchText] = [this, selected] { m_services.search(selected); };
     commands.correct = [this](const QString& word) { m_page->replaceMisspelledWord(word); };
     return commands;
 }

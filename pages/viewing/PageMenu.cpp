@@ -39,6 +39,7 @@ const QHash<PageMenuItem, Caption>& captions()
         {Copy, {u"Copy"_s, u"&Kopieren"_s, Qt::CTRL | Qt::Key_C}},
         {Paste, {u"Paste"_s, u"&Einfügen"_s, Qt::CTRL | Qt::Key_V}},
         {SelectAll, {u"SelectAll"_s, u"Alles a&uswählen"_s, QKeySequence::SelectAll}},
+        {SearchText, {u"SearchText"_s, u"&Im Internet suchen"_s}},
         {Back, {u"Back"_s, u"&Zurück"_s, Qt::ALT | Qt::Key_Left}},
         {Forward, {u"Forward"_s, u"&Vorwärts"_s, Qt::ALT | Qt::Key_Right}},
         {Reload, {u"Reload"_s, u"&Aktualisieren"_s, Qt::Key_F5}},

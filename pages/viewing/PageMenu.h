@@ -14,6 +14,8 @@ struct PageMenuCommands {
     QHash<PageMenuItem, std::function<void()>> items;
     /// Puts a suggestion in the place of the misspelled word.
     std::function<void(const QString& word)> correct;
+    /// Searches the web for the text that is selected.
+    std::function<void(const QString& text)> search;
     /// Whether an item is shown disabled; may be empty.
     std::function<bool(PageMenuItem)> isDisabled;
 };

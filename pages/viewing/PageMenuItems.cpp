@@ -55,7 +55,7 @@ QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
     if (target.isEditable)
         items << QList{Separator, Undo, Redo, Separator, Cut, Copy, Paste, Separator, SelectAll};
     else if (target.hasSelection)
-        items << QList{Separator, Copy, SelectAll};
+        items << QList{Separator, Copy, SelectAll, Separator, SearchText};
     if (!items.isEmpty())
         return items << soundItems(target);
     return QList{Back, Forward, Reload}

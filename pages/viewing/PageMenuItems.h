@@ -25,6 +25,7 @@ enum class PageMenuItem {
     Copy,
     Paste,
     SelectAll,
+    SearchText,
     Back,
     Forward,
     Reload,

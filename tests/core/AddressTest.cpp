@@ -1,4 +1,5 @@
 #include "address/AddressResolver.h"
+#include "address/SearchAddress.h"
 #include "tests/TestCase.h"
 #include "tests/core/FakeFileTable.h"
 
@@ -51,6 +52,35 @@ const std::array known{
 class AddressTest : public TestCase {
     Q_OBJECT
 private slots:
+    void searches_data()
+    {
+        QTest::addColumn<QString>("engine");
+        QTest::addColumn<QString>("address");
+        const auto row = [](const char* engine, const char* address) {
+            QTest::newRow(engine) << QString::fromLatin1(engine) << QString::fromLatin1(address);
+        };
+        const char* const query = "?q=%C3%A4%20%2B%26%23%25%3D";
+        row("https://duckduckgo.com/", ("https://duckduckgo.com/"_ba + query).constData());
+        row("http://www.google.co.uk", ("http://www.google.co.uk/search"_ba + query).constData());
+        row("https://google.example.evil.net/x?a=1+2&q=old",
+            "https://google.example.evil.net/x?a=1+2&q=%C3%A4%20%2B%26%23%25%3D");
+        row("http://notbing.com", ("http://notbing.com"_ba + query).constData());
+        row("https://de.wikipedia.org/wiki/Start?uselang=de",
+            "https://de.wikipedia.org/w/index.php?uselang=de&search=%C3%A4%20%2B%26%23%25%3D");
+        row("https://de.yahoo.com", "https://search.yahoo.com/search?p=%C3%A4%20%2B%26%23%25%3D");
+        for (const char* const none : {"", "file:///home/u/a.htm", "javascript:x", "http:///x"})
+            row(none, "");
+    }
+    void searches()
+    {
+        QFETCH(const QString, engine);
+        QFETCH(const QString, address);
+        const QUrl found = searchAddress(QUrl(engine), u" ä +&#%= "_s);
+        QCOMPARE(found.toString(QUrl::FullyEncoded), address);
+        QVERIFY(!searchAddress(QUrl(engine), u" "_s).isValid());
+        QVERIFY(!searchAddress(QUrl(engine), QString(2000, u'x')).isValid());
+    }
+
     void resolves()
     {
         for (const auto& [typed, url] : known) {

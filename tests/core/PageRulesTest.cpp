@@ -165,7 +165,7 @@ private slots:
         target.isLinkForWindow = true;
         QCOMPARE(items(target), link);
         target.hasSelection = true;
-        QCOMPARE(items(target), (link + Items{Separator, Copy, SelectAll}));
+        QCOMPARE(items(target), (link + Items{Separator, Copy, SelectAll, Separator, SearchText}));
         target.hasSelection = false;
         target.media = Media::Image;
         target.isImageForWindow = true;

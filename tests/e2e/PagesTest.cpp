@@ -1,3 +1,4 @@
+#include "base/Prefer.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QtTest>
@@ -94,6 +95,41 @@ private slots:
         User::press(u"ctrl+l"_s);                                 // it still listens
         User::enter(m_server->address(u"/red"_s));
         QTRY_SEES(maximised(u"Rot"_s));
+    }
+
+    void whatIsNoAddressIsSearchedFor()
+    {
+        searchEngine(m_server->address(u"/suche?hl=de"_s));
+        m_server->page(u"/suche"_s, coloured("Gefunden", "#00ff00") + "Rot &amp; Grün");
+        open(u"/red"_s, u"Rot"_s);
+        const QRect frame = User::place(maximised(u"Rot"_s));
+        User::press(u"ctrl+l"_s);
+        User::enter(u"Brot + Wein & more #1"_s);
+        QTRY_SEES(maximised(u"Keine gültige Adresse"_s));
+        User::press(u"Return"_s);
+        QTRY_SEES(maximised(u"Gefunden"_s));
+        QCOMPARE(m_server->lastRequest(u"/suche"_s).split(' ').value(1),
+                 "/suche?hl=de&q=Brot%20%2B%20Wein%20%26%20more%20%231"_ba);
+        QTRY_COLOUR(frame.center(), Qt::green);
+        QTest::qWait(700);
+        User::click(frame.center());
+        User::press(u"ctrl+a Menu i"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/suche"_s), 2, patience);
+        QVERIFY(m_server->lastRequest(u"/suche"_s).contains("&q=Rot%20%26%20Gr%C3%BCn "));
+        User::press(u"ctrl+l"_s); // the new window is in front
+        User::enter(m_server->address(u"/blue"_s));
+        QTRY_COLOUR(frame.center() + QPoint(0, frame.height() / 4), Qt::blue);
+    }
+    void withoutASearchEngineThePageSaysSo()
+    {
+        searchEngine(u"kein Server"_s);
+        m_program->start(*m_run, {u"zwei Wörter"_s});
+        QTRY_SEES(maximised(u"Keine gültige Adresse"_s));
+        QTest::qWait(700);
+        User::press(u"ctrl+a Menu i"_s);
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Meldung"_s), patience);
     }
 
     void aHangingPageHoldsNothingUp()
@@ -203,6 +239,14 @@ private:
             before = std::exchange(now, memoryOf(m_run->processId()));
         }
         return now;
+    }
+    /// Stores the search engine of the preferences.
+    void searchEngine(const QString& address) const
+    {
+        Prefer stored(m_program->file(u"."_s));
+        stored.LoadPref();
+        stored.SearchEngine(address);
+        stored.SavePref();
     }
 };
 
