@@ -72,7 +72,7 @@ WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Resolve
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
       }),
-      m_popups(popups), m_closeRequest(*page), m_sleep(*page, sleepAfter)
+      m_popups(popups), m_closeRequest(*page), m_leaving(*page), m_sleep(*page, sleepAfter)
 {
     auto* const host = new PageHost(parent);
     m_host = host;
@@ -115,8 +115,6 @@ void WebEngineControl::connectLoading()
     connect(m_page, &QWebEnginePage::loadFinished, this, [this] {
         const WebPageState page = pageState();
         const QPointer<WebEngineControl> self = this;
-        if (!Busy() && !m_isPageEnding)
-            m_leaving = {};
         m_visits.loadFinished(page);
         if (self)
             emit DownloadComplete();
@@ -141,7 +139,6 @@ void WebEngineControl::connectLoading()
     });
     connect(m_page, &WebEnginePage::navigationStarting, this,
             &WebEngineControl::announceNavigation);
-    connect(m_page, &WebEnginePage::endedByUser, this, &WebEngineControl::leaveAfterEnd);
 }
 
 void WebEngineControl::connectWindow()
@@ -245,39 +242,13 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
     } else if (isScript(url) && mayBeScript) {
         m_page->load(url);
     } else if (url.isValid() && isForEngine(url) && !isScript(url)) {
-        leaveBy([this, url] { m_page->load(url); });
+        m_leaving.by([this, url] { m_page->load(url); });
     } else {
         m_noAddress = typed;
-        leaveBy([this, typed] {
+        m_leaving.by([this, typed] {
             m_page->setHtml(WebErrorPage::html(typed, m_search(typed)), WebErrorPage::url(typed));
         });
     }
-}
-
-void WebEngineControl::leaveBy(const std::function<void()>& step)
-{
-    m_leaving = step;
-    m_left = pageState().commit;
-    emit m_page->userLeaves(); // may end the page: then the step waits until it has gone
-    if (!m_isPageEnding)
-        step();
-}
-
-void WebEngineControl::leaveAfterEnd()
-{
-    // The engine drops what was on its way when the process of a page ends.
-    if (!m_leaving || m_left != pageState().commit || std::exchange(m_isPageEnding, true))
-        return;
-    connect(
-        m_page, &QWebEnginePage::renderProcessTerminated, this,
-        [this] {
-            m_isPageEnding = false;
-            QTimer::singleShot(0, this, [this] {
-                if (m_leaving)
-                    m_leaving();
-            });
-        },
-        Qt::SingleShotConnection);
 }
 
 void WebEngineControl::GoBack()
@@ -302,14 +273,14 @@ void WebEngineControl::RefreshPastCache()
 
 void WebEngineControl::reloadLater(QWebEnginePage::WebAction action)
 {
-    QTimer::singleShot(0, this,
-                       [this, action] { leaveBy([this, action] { m_page->reload(action); }); });
+    QTimer::singleShot(
+        0, this, [this, action] { m_leaving.by([this, action] { m_page->reload(action); }); });
 }
 
 void WebEngineControl::Stop()
 {
     m_pending = Pending::Nothing;
-    m_leaving = {};
+    m_leaving.stop();
     QTimer::singleShot(0, this, [this] {
         emit m_page->userNavigates();
         m_page->triggerAction(QWebEnginePage::Stop);
@@ -322,7 +293,7 @@ void WebEngineControl::actLater(QWebEnginePage::WebAction action)
         emit m_page->userNavigates();
         const QWebEngineHistory& history = *m_page->history();
         if (action == QWebEnginePage::Back ? history.canGoBack() : history.canGoForward())
-            leaveBy([this, action] { m_page->triggerAction(action); });
+            m_leaving.by([this, action] { m_page->triggerAction(action); });
     });
 }
 

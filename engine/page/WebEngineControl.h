@@ -3,6 +3,7 @@
 #include "address/AddressResolver.h"
 #include "address/SearchAddress.h"
 #include "browser/EngineControl.h"
+#include "engine/page/PageLeaving.h"
 #include "engine/page/PageSleep.h"
 #include "engine/page/WebCloseRequest.h"
 #include "engine/page/WebVisits.h"
@@ -72,10 +73,6 @@ private:
     void handOver(const QString& typed, bool mayBeScript);
     /// The engine is about to be told of a navigation.
     void beginPending();
-    /// Does `step`, which sends the page elsewhere: now, or after the end of a page that does not
-    /// answer. If the user ends the page later, as it stays nevertheless, it is done once more.
-    void leaveBy(const std::function<void()>& step);
-    void leaveAfterEnd();
     WebPageState pageState() const;
     void reloadLater(QWebEnginePage::WebAction action);
     void actLater(QWebEnginePage::WebAction action);
@@ -103,6 +100,7 @@ private:
     WebVisits m_visits;
     PopupLimit& m_popups;
     WebCloseRequest m_closeRequest;
+    PageLeaving m_leaving;
     PageSleep m_sleep;
     /// Where a pending navigation is: it waits for the event loop, then in the engine, which
     /// begins to load a while later when many windows load at once.
@@ -110,11 +108,6 @@ private:
     Pending m_pending = Pending::Nothing;
     /// Counts the navigations asked for.
     quint32 m_navigations = 0;
-    /// What the user has done last to leave a page, and which one.
-    std::function<void()> m_leaving;
-    WebCommit m_left;
-    /// The user has ended the process of the page, which has not gone yet.
-    bool m_isPageEnding = false;
     /// The last text that was no address.
     QString m_noAddress;
     /// The address under which the error page that was shown last has reported itself.
