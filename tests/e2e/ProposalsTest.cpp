@@ -46,6 +46,22 @@ private slots:
         User::press(u"Escape"_s);
         QCOMPARE(copied(), m_server->address(u"/blue"_s));
         QVERIFY(!User::sees(m_list));
+        // The key would stop a load.
+        const QPoint middle = User::place(maximised(u"Blau"_s)).center();
+        const QByteArray begin = coloured("Langsam", "#00ff00") + QByteArray(2000, ' ');
+        m_server->answer(u"/slow"_s, {.body = begin + "<script>document.title='Ganz'</script>",
+                                      .sent = begin.size(),
+                                      .waits = true});
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/slow"_s));
+        QTRY_COLOUR(middle, "#00ff00");
+        QTest::qWait(700); // the address of the page that has come is put into the line
+        typeIn(u"rot"_s);
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(m_list), patience);
+        QCOMPARE(copied(), u"rot"_s);
+        m_server->goOn();
+        QTRY_SEES(maximised(u"Ganz"_s));
     }
 
     /// Away goes the list with whatever turns the user to something else.
