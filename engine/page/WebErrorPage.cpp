@@ -77,15 +77,18 @@ QString WebErrorPage::html(const QString& typed, const QUrl& search)
 {
     const bool isEmpty = typed.trimmed().isEmpty();
     const QString title = isEmpty ? u"Keine Adresse"_s : u"Keine gültige Adresse"_s;
-    const QString reason = isEmpty ? uR"(<p>Es ist keine Adresse angegeben.</p>
+    const QString reason =
+        isEmpty
+            ? uR"(<p>Es ist keine Adresse angegeben.</p>
 <p>Was die Schaltflächen „Startseite“ und „Suchen“ öffnen, steht in den Einstellungen.</p>
 )"_s
-                                   : uR"(<p>Das ist keine Adresse, die sich öffnen lässt:</p>
+            : uR"(<p>Das ist keine Adresse, die sich öffnen lässt:</p>
 <p><code>)"_s + shortened(typed).toHtmlEscaped() +
-                                         uR"(</code></p>
-<p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
+                  uR"(</code></p>
+)"_s + searchButton(search) +
+                  uR"(<p>Bitte prüfen Sie die Schreibweise. Eine Adresse ist zum Beispiel „www.example.org“ oder
 „/home/name/seite.html“.</p>
-)"_s + searchButton(search);
+)"_s;
     return head + uR"(<meta charset="utf-8"><meta http-equiv="Content-Security-Policy"
 content="default-src 'none'; style-src 'unsafe-inline'; base-uri 'none'; form-action 'none'">
 <title>)"_s +

@@ -62,6 +62,10 @@ page() {
     take vollbild 0 0 1280 1024 -resize 50%
     keys Escape
     keys ctrl+l
+    enter 'javascript:for(;;);'
+    sleep 8
+    picture haengt $((left - border)) $((top - title_bar)) 902 420
+    keys ctrl+l
     enter chrome://crash
     picture absturz $((left - border)) $((top - title_bar)) 902 420
     end_program
