@@ -1,6 +1,7 @@
 #include "address/FilesAndDrives.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
 
@@ -104,4 +105,14 @@ DriveList mountedDrives()
                                QString::fromLatin1(storage.fileSystemType())});
     }
     return DriveList(volumes);
+}
+
+QStringList RememberedDrives::entries()
+{
+    QFile table(u"/proc/self/mountinfo"_s);
+    const QByteArray mounts = table.open(QIODevice::ReadOnly) ? table.readAll() : QByteArray();
+    if (mounts.isEmpty() || mounts != m_mounts)
+        m_entries = mountedDrives().entries();
+    m_mounts = mounts;
+    return m_entries;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QChar>
 #include <QString>
 #include <QStringList>
@@ -78,6 +79,16 @@ private:
 /// The drives mounted now. Asks every volume for its state, so a network volume
 /// whose server is gone can make it wait.
 DriveList mountedDrives();
+
+/// The same for many windows: asks the volumes again only when others are mounted.
+class RememberedDrives {
+public:
+    QStringList entries();
+
+private:
+    QByteArray m_mounts;
+    QStringList m_entries;
+};
 
 /// The machine's drives as they are when a letter is asked for.
 class MountedDrives : public DriveTable {

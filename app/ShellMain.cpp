@@ -170,8 +170,9 @@ int run(QApplication& application, const ShellStart& start)
                           storage(QStandardPaths::CacheLocation), machineResolver(folder));
     EndingPrompt prompt;
     ProcessStarter starter;
+    RememberedDrives drives;
     AppInit module(folder, prompt, starter,
-                   {engines.factory(), [] { return mountedDrives().entries(); }});
+                   {engines.factory(), [&drives] { return drives.entries(); }});
     MDIForm1& frame = module.frame();
     new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame);

@@ -152,6 +152,9 @@ private slots:
         QCOMPARE(resolved(root + u"\\sub\\ä 100%#.TXT"_s), file);
         QCOMPARE(resolved(root.sliced(1) + u"/SUB/"_s), root + u"/Sub/"_s);
         QCOMPARE(mounted.rootOf(u'C'), u"/"_s);
+        RememberedDrives remembered;
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(remembered.entries(), mounted.entries());
     }
 };
 
