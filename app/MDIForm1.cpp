@@ -7,6 +7,7 @@
 #include "app/PaintPacer.h"
 #include "app/SeenPages.h"
 #include "base/ElidedLabel.h"
+#include "base/FreeMemory.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
 #include "base/RunCommand.h"
@@ -23,8 +24,14 @@
 #include <QStyle>
 
 #include <algorithm>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// How long a window that has closed, its page and its process take to go.
+constexpr std::chrono::seconds untilClosed(3);
+} // namespace
 
 MDIForm1::MDIForm1(FrameParts parts)
     : m_parts(std::move(parts)), m_menus(new FrameMenus(this, maker::webSite())),
@@ -70,6 +77,9 @@ void MDIForm1::buildStatusBar()
 
 void MDIForm1::MDIForm_Load()
 {
+    m_sinceClosing.setSingleShot(true);
+    m_sinceClosing.setInterval(untilClosed);
+    connect(&m_sinceClosing, &QTimer::timeout, this, &returnFreeMemory);
     m_isOpenBook = false;
     m_isOpenHistory = false;
     m_area->acceptAddresses(true);
@@ -234,6 +244,7 @@ void MDIForm1::browserUnloaded(qint32 number)
             emit browserClosing(closing);
     });
     ignoringErrors([&] { m_browser.Remove(QString::number(number)); });
+    m_sinceClosing.start();
 }
 
 void MDIForm1::replace(const frmBrowser& closing)

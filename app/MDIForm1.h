@@ -9,6 +9,7 @@
 #include <QList>
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -175,4 +176,6 @@ private:
     /// Sides that the screen had no room for, as they are shown instead; else -1.
     QSize m_bounded;
     QList<std::function<bool()>> m_endChecks;
+    /// Runs out when the windows that have closed, and their processes, have gone.
+    QTimer m_sinceClosing;
 };
