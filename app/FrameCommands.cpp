@@ -18,9 +18,27 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+/// How many letters of a title fit when the list of so many windows takes several columns: the
+/// last one would lie beside the screen.
+qsizetype longestTitleIn(const QMenu& menu, qsizetype windows)
+{
+    constexpr int besideTitle = 14; // check mark, number and key, in letters
+    const QSize room = menu.screen()->availableSize();
+    const int row = menu.actionGeometry(menu.actions().constFirst()).height();
+    const qsizetype columns = 1 + (menu.actions().size() + windows) * row / room.height();
+    const qsizetype letters = room.width() / columns / menu.fontMetrics().horizontalAdvance(u'n');
+    return columns == 1 ? longestListTitle
+                        : std::clamp<qsizetype>(letters - besideTitle, 10, longestListTitle);
+}
+} // namespace
 
 FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
     : QObject(&frame), m_frame(frame), m_starter(starter), m_fullScreen(new FrameFullScreen(frame))
@@ -170,11 +188,12 @@ void FrameCommands::rebuildWindowList()
     qDeleteAll(m_windowList);
     m_windowList.clear();
     QMenu* menu = m_frame.menus().item(u"mn_Fenster"_s)->menu();
+    const qsizetype longest = longestTitleIn(*menu, m_frame.Browser().Count());
     int number = 0;
     for (frmBrowser* window : m_frame.Browser()) {
         if (m_windowList.isEmpty())
             m_windowList.append(menu->addSeparator());
-        auto* entry = new QAction(windowListEntry(++number, window->windowTitle()), menu);
+        auto* entry = new QAction(windowListEntry(++number, window->windowTitle(), longest), menu);
         entry->setCheckable(true);
         entry->setChecked(window == m_frame.activeBrowser());
         if (window->isHeard())

@@ -77,18 +77,16 @@ constexpr std::array<std::pair<QStringView, Arrangement>, 3> arrangementItems{{
     {u"mn_Nebeneinander", Arrangement::TileVertical},
 }};
 
-/// A menu is as wide as its widest entry.
-constexpr qsizetype longestTitle = 60;
 /// Entries beyond it have no access key.
 constexpr int lastKey = 9;
 } // namespace
 
-QString windowListEntry(int number, const QString& title)
+QString windowListEntry(int number, const QString& title, qsizetype longest)
 {
     QString shown = title.isEmpty() ? u"Leeres Fenster"_s : title;
     shown.replace(u"[*][*]"_s, u"[*]"_s); // doubled, as a window title needs it
-    if (shown.size() > longestTitle) {
-        qsizetype end = longestTitle - 1;
+    if (shown.size() > longest) {
+        qsizetype end = longest - 1;
         if (shown[end - 1].isHighSurrogate())
             --end;
         shown = shown.left(end).trimmed() + u'…';

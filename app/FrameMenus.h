@@ -6,9 +6,13 @@
 class FoldingMenuBar;
 class QMenu;
 
+/// A menu is as wide as its widest entry.
+inline constexpr qsizetype longestListTitle = 60;
+
 /// The caption of a browser window's entry in the window list, counted from 1. The
-/// first nine have their number as access key. `title` as QWidget::windowTitle has it.
-QString windowListEntry(int number, const QString& title);
+/// first nine have their number as access key. `title` as QWidget::windowTitle has it; of a
+/// long one `longest` letters are shown.
+QString windowListEntry(int number, const QString& title, qsizetype longest = longestListTitle);
 
 /// The frame's menu bar and its context menu. An item of the context menu has
 /// the role of the menu-bar item that does the same; both report under the name
