@@ -65,6 +65,7 @@ int main(int argc, char** argv)
     open(*area, profile, QUrl(arguments.value(1)));
 
     QLocalServer server;
+    QLocalServer::removeServer(arguments.value(3)); // of a run before
     server.listen(arguments.value(3));
     QObject::connect(&server, &QLocalServer::newConnection, area, [&] {
         QLocalSocket* const sender = server.nextPendingConnection();
