@@ -184,7 +184,7 @@ private:
     void endAndCompare(int state, const QSize& size)
     {
         User::press(u"ctrl+q"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
         Prefer stored(m_program->file(u"."_s));
         stored.LoadPref();
         QCOMPARE(int{stored.MdiState()}, state);

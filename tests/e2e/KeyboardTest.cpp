@@ -64,7 +64,7 @@ private slots:
             QTRY_COLOUR(middle, empty);
         }
         User::press(u"alt+d Escape ctrl+q"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
     }
 
     void browserWindowsNeedNoMouse()
@@ -284,7 +284,7 @@ private slots:
         User::press(u"F11"_s);
         QVERIFY(full("#0000ff"));
         User::press(u"ctrl+q"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
         open(u"/red"_s, u"Rot"_s);
         QCOMPARE(User::place(maximised(u"Rot"_s)).size(), before.size());
     }

@@ -122,6 +122,11 @@ protected:
         QTRY_SEES(maximised(pageTitle));
         QTest::qWait(700); // the engine drops clicks on a page that has just come up
     }
+    /// Waits for the program's end, which may have come already.
+    bool hasEnded()
+    {
+        return m_run->state() == QProcess::NotRunning || m_run->waitForFinished(patience);
+    }
     /// What the program has written since it was started.
     const QByteArray& output() { return m_output += m_run->readAll(); }
 

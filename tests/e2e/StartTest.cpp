@@ -77,7 +77,7 @@ private slots:
         QTest::qWait(500);
         QCOMPARE(next.state(), QProcess::Running);
         User::press(u"Return"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
         QTRY_SEES(maximised(u"Blau"_s));
         QCOMPARE(m_server->requests(u"/blue"_s), 1);
         next.terminate();
@@ -90,7 +90,7 @@ private slots:
         m_program->start(*m_run, {});
         QTRY_SEES(u"Tessera"_s);
         User::press(u"Return"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
         QCOMPARE(m_run->exitCode(), 1);
         QVERIFY(QString::fromUtf8(m_run->readAll()).contains(u"tessera.lock' ist nicht"_s));
     }
@@ -139,7 +139,7 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(until), 1, patience);
             QTest::qWait(500); // the save dialog comes up
             m_run->terminate();
-            QVERIFY(m_run->waitForFinished(patience));
+            QVERIFY(hasEnded());
             QCOMPARE(m_run->exitStatus(), QProcess::NormalExit);
             QCOMPARE(m_run->exitCode(), 0);
         }
@@ -176,7 +176,7 @@ private slots:
         }
         QTRY_VERIFY_WITH_TIMEOUT(!bytesOf(m_program->home() + kept).contains("Blau"), patience);
         User::press(u"ctrl+q"_s);
-        QVERIFY(m_run->waitForFinished(patience));
+        QVERIFY(hasEnded());
         QVERIFY(!QFile::exists(m_program->home() + kept));
     }
 

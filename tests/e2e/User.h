@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/e2e/Answers.h"
+
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QProcess>
@@ -41,9 +43,18 @@ public:
         return outputOf("xprop -id", {id, name}).section(u'=', 1).trimmed();
     }
 
-    /// Presses keys one after the other, as "ctrl+l Tab Return", so slowly that a menu
-    /// has opened before its next key comes.
-    static void press(const QString& keys) { tool("key --delay 250", keys.split(u' ')); }
+    /// Presses keys one after the other, as "ctrl+l Tab Return". Each comes when the program
+    /// has handled the one before, so that a menu has opened before its next key comes.
+    static void press(const QString& keys)
+    {
+        Answers answers;
+        const QStringList all = keys.split(u' ');
+        for (const QString& key : all) {
+            tool("key", {key});
+            QTest::qWait(pageTime);
+            answers.await(tool("getactivewindow").toUInt());
+        }
+    }
     static void type(const QString& text) { tool("type --delay 15", {text}); }
     /// Types a text and ends it with Enter.
     static void enter(const QString& text)
@@ -100,6 +111,9 @@ public:
     }
 
 private:
+    /// What a page gets of a key goes through another process, in milliseconds.
+    static constexpr int pageTime = 100;
+
     static QString outputOf(const char* command, const QStringList& further)
     {
         const QStringList words = QString::fromLatin1(command).split(u' ');
