@@ -49,12 +49,12 @@ void FrameFullScreen::follow()
         reveal();
         if (!isInUse())
             hideBars();
-        auto* const hint = new PageHint(&m_frame);
-        hint->showFor(hintTime, u"F11 beendet das Vollbild. Menü und Leisten zeigt der obere "
-                                u"Bildschirmrand."_s);
-        QTimer::singleShot(hintTime, hint, &QObject::deleteLater);
+        m_hint = new PageHint(&m_frame);
+        m_hint->showFor(hintTime, u"F11 beendet das Vollbild. Menü und Leisten zeigt der obere "
+                                  u"Bildschirmrand."_s);
         return;
     }
+    delete m_hint;
     reveal();
     m_isRevealed = false;
     qApp->removeEventFilter(this);

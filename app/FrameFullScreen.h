@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 class MDIForm1;
+class PageHint;
 
 /// The frame over the whole screen. While it is there, menus and bars are hidden, those of the
 /// browser windows too. The upper edge of the screen, or a key that leads to a bar, brings them
@@ -34,6 +36,7 @@ private:
 
     MDIForm1& m_frame;
     QWidget* m_edge;
+    QPointer<PageHint> m_hint;
     QTimer m_awayTimer;
     bool m_isOn = false;
     bool m_isRevealed = false;
