@@ -57,6 +57,12 @@ void OpenWindowsFile::write(const QByteArray& bytes) const
         m_failed);
 }
 
+void OpenWindowsFile::leave(const OpenWindows& open)
+{
+    keep(open);
+    m_writer.waitForDone();
+}
+
 void OpenWindowsFile::remove()
 {
     m_kept.clear();

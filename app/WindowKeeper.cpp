@@ -43,12 +43,21 @@ WindowKeeper::WindowKeeper(MDIForm1& frame, const QString& path)
     m_timer.setSingleShot(true);
     m_timer.setInterval(betweenWrites);
     connect(&m_timer, &QTimer::timeout, this, &WindowKeeper::keep);
+    // A window that is maximised gets its new size before its new state.
+    m_placesTimer.setSingleShot(true);
+    connect(&m_placesTimer, &QTimer::timeout, this, &WindowKeeper::notePlaces);
     connect(&frame, &MDIForm1::browserAdded, this, [this](frmBrowser& window) { watch(window); });
-    connect(&frame, &MDIForm1::browserClosing, this, &WindowKeeper::changed);
+    connect(&frame, &MDIForm1::browserClosing, this, [this](const frmBrowser& window) {
+        m_places.remove(&window);
+        changed();
+    });
     connect(&frame.area(), &QMdiArea::subWindowActivated, this, &WindowKeeper::changed);
     connect(&frame, &MDIForm1::unloaded, this, [this] {
         m_timer.stop();
-        m_file.remove();
+        if (m_offered.windows.isEmpty())
+            m_file.remove();
+        else // what the user has not decided about is offered again
+            m_file.leave(m_offered);
     });
     frame.installEventFilter(this);
     if (const auto left = m_file.left(); left && !left->windows.isEmpty()) {
@@ -78,8 +87,16 @@ void WindowKeeper::watch(frmBrowser& window)
     changed();
 }
 
+void WindowKeeper::notePlaces()
+{
+    for (const frmBrowser* window : m_frame.Browser())
+        if (stateOf(*window) == OpenWindows::State::Normal)
+            m_places[window] = window->geometry();
+}
+
 void WindowKeeper::changed()
 {
+    m_placesTimer.start();
     if (!m_timer.isActive())
         m_timer.start();
 }
@@ -99,8 +116,8 @@ OpenWindows WindowKeeper::snapshot() const
             continue;
         if (window == m_frame.activeBrowser())
             open.active = open.windows.size();
-        open.windows.append(
-            {window->address(), window->pageTitle(), window->geometry(), stateOf(*window)});
+        open.windows.append({window->address(), window->pageTitle(),
+                             m_places.value(window, window->geometry()), stateOf(*window)});
     }
     open.arrangement = m_frame.menus().checkedArrangement();
     open.frame = m_frame.isMaximized() || m_frame.isFullScreen() ? m_frame.normalGeometry()
@@ -150,6 +167,8 @@ void WindowKeeper::reopen()
 
 void WindowKeeper::placeFrame(const OpenWindows& wanted) const
 {
+    if (m_frame.isFullScreen())
+        return; // a place would end it, but leave the bars folded
     if (wanted.isFrameMaximised)
         m_frame.showMaximized();
     else if (QGuiApplication::screenAt(wanted.frame.center()) != nullptr)
@@ -180,10 +199,11 @@ QList<OpenWindows::Window> WindowKeeper::open(const OpenWindows& wanted)
 }
 
 void WindowKeeper::place(frmBrowser& window, const OpenWindows::Window& wanted,
-                         Arrangement arrangement) const
+                         Arrangement arrangement)
 {
     if (arrangement == Arrangement::None)
         window.setGeometry(movedInside(wanted.place, m_frame.area().viewport()->size()));
+    m_places[&window] = window.geometry();
     if (wanted.state == OpenWindows::State::Minimised)
         window.showMinimized();
     else if (wanted.state == OpenWindows::State::Maximised)

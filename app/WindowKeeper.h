@@ -2,8 +2,10 @@
 
 #include "app/OpenWindowsFile.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 
 class MDIForm1;
@@ -22,6 +24,7 @@ public:
 
 private:
     void watch(frmBrowser& window);
+    void notePlaces();
     void changed();
     void keep();
     OpenWindows snapshot() const;
@@ -31,13 +34,15 @@ private:
     void placeFrame(const OpenWindows& wanted) const;
     /// Opens the windows, and returns those that there was no room for.
     QList<OpenWindows::Window> open(const OpenWindows& wanted);
-    void place(frmBrowser& window, const OpenWindows::Window& wanted,
-               Arrangement arrangement) const;
+    void place(frmBrowser& window, const OpenWindows::Window& wanted, Arrangement arrangement);
     void discard();
 
     MDIForm1& m_frame;
     OpenWindowsFile m_file;
     QTimer m_timer;
+    QTimer m_placesTimer; ///< ends when control is back in the event loop
+    /// Where each window was when it was last neither minimised nor maximised.
+    QHash<const frmBrowser*, QRect> m_places;
     /// Of the run before, as long as the user has not decided about them.
     OpenWindows m_offered;
     QPointer<QToolBar> m_bar;

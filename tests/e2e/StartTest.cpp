@@ -1,3 +1,4 @@
+#include "app/OpenWindows.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QAbstractNativeEventFilter>
@@ -157,8 +158,17 @@ private slots:
         for (const bool isReopened : {true, false}) {
             QTRY_VERIFY_WITH_TIMEOUT(bytesOf(m_program->home() + kept).contains("Blau"), patience);
             QTest::qWait(2500); // whatever else has changed is kept, too
+            if (isReopened) {
+                const auto left = openWindowsFromBytes(bytesOf(m_program->home() + kept));
+                QVERIFY(left && left->windows.size() == 2);
+                QVERIFY(!left->windows[0].place.intersects(left->windows[1].place));
+            }
             m_run->kill();
             m_run->waitForFinished();
+            m_program->start(*m_run, {});
+            QTRY_SEES(maximised(u"Lizenz.txt"_s));
+            User::press(u"ctrl+q"_s); // decides nothing
+            QVERIFY(hasEnded());
             m_program->start(*m_run, {});
             QTRY_SEES(maximised(u"Lizenz.txt"_s));
             const int red = m_server->requests(u"/red"_s);
