@@ -286,7 +286,11 @@ void AddressBar::focusLeft(Qt::FocusReason reason)
     QTimer::singleShot(0, this, [this] {
         const bool isMinimised = !isVisible() && !isHidden();
         const bool isLeft = !m_address->lineEdit()->hasFocus() && !isMinimised;
-        if (isLeft && !m_isOpening && address() != m_shown)
+        if (!isLeft || m_isOpening)
+            return;
+        if (address() == m_shown)
+            m_address->lineEdit()->setCursorPosition(0); // as showPage() does
+        else
             discardText();
     });
 }

@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int addressRole = Qt::UserRole;
+/// Less shows too little of an address to tell it from others, in pixels.
+constexpr int narrowest = 320;
 
 /// Draws a title and its address below it.
 class ProposalDelegate : public QStyledItemDelegate {
@@ -100,9 +102,13 @@ void ProposalList::step(int rows)
 
 void ProposalList::place()
 {
-    const QSize size(m_line->width(), count() * sizeHintForRow(0) + 2 * frameWidth());
+    const QRect screen = m_line->screen()->availableGeometry();
+    const int width = qMax(m_line->width(), qMin(narrowest, screen.width()));
+    const QSize size(width, count() * sizeHintForRow(0) + 2 * frameWidth());
     QRect where(m_line->mapToGlobal(m_line->rect().bottomLeft()) + QPoint(0, 1), size);
-    if (where.bottom() > m_line->screen()->availableGeometry().bottom())
+    if (m_line->width() < width)
+        where.moveLeft(qBound(screen.left(), where.left(), screen.right() + 1 - width));
+    if (where.bottom() > screen.bottom())
         where.moveBottom(m_line->mapToGlobal(QPoint(0, 0)).y() - 1);
     setGeometry(where);
 }
