@@ -80,7 +80,7 @@ std::optional<OpenWindows> openWindowsFromBytes(const QByteArray& bytes)
         arrangement < none || arrangement > static_cast<int>(Arrangement::TileVertical))
         return std::nullopt;
     OpenWindows open;
-    for (const QJsonValue& value : windows) {
+    for (const auto& value : windows) {
         const auto window = toWindow(value.toObject());
         if (!window)
             return std::nullopt;

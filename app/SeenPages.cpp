@@ -5,6 +5,8 @@
 #include <QChildEvent>
 #include <QMdiArea>
 
+#include <algorithm>
+
 namespace {
 
 /// What hides the windows below: without the corners that a style cuts off.
@@ -81,9 +83,9 @@ void SeenPages::look()
     QRegion free = viewport.rect();
     if (m_area.window()->isMinimized())
         free = {};
-    const QList<QMdiSubWindow*> all = m_area.subWindowList(QMdiArea::StackingOrder);
-    for (auto place = all.rbegin(); place != all.rend(); ++place) {
-        QMdiSubWindow* const window = *place;
+    QList<QMdiSubWindow*> fromTop = m_area.subWindowList(QMdiArea::StackingOrder);
+    std::reverse(fromTop.begin(), fromTop.end());
+    for (QMdiSubWindow* const window : fromTop) {
         if (auto* const browser = qobject_cast<frmBrowser*>(window); browser != nullptr) {
             const QRect page = placeOfPage(*browser, viewport);
             const bool isActive = window == m_area.currentSubWindow();

@@ -166,6 +166,7 @@ void AddressBar::prepareProposals()
 {
     m_source.prepare();
     std::vector<KnownAddress> own;
+    own.reserve(static_cast<std::size_t>(m_address->count()));
     for (int i = 0; i < m_address->count(); ++i)
         own.push_back({m_address->itemText(i), {}});
     m_own = KnownAddresses(std::move(own));

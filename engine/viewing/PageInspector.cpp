@@ -29,6 +29,20 @@ private:
     QWebEnginePage* m_inspected;
 };
 
+/// The page of the tools, which report to the console what they do not find in the engine (seen
+/// with Qt 6.8); that is not for the program's own output.
+class InspectorPage : public QWebEnginePage {
+public:
+    using QWebEnginePage::QWebEnginePage;
+
+protected:
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel /*level*/,
+                                  const QString& /*message*/, int /*lineNumber*/,
+                                  const QString& /*sourceId*/) override
+    {
+    }
+};
+
 } // namespace
 
 PageInspector::PageInspector(Shell& shell, QWebEnginePage* page)
@@ -59,7 +73,7 @@ void PageInspector::open()
     window->setWindowIcon(m_shell.frameIcon());
     // The tools bring a menu of their own; the toolkit's would be in English.
     window->setContextMenuPolicy(Qt::PreventContextMenu);
-    m_window->setPage(new QWebEnginePage(m_page->profile(), window));
+    m_window->setPage(new InspectorPage(m_page->profile(), window));
     connect(m_window->page(), &QWebEnginePage::windowCloseRequested, window, &QWidget::close);
     addPageKeys(window, {Qt::Key_F12, Qt::CTRL | Qt::Key_W}, this, [window] { window->close(); });
     m_page->setDevToolsPage(m_window->page());
