@@ -74,6 +74,7 @@ private slots:
         const QRect place = frame();
         User::press(u"ctrl+n"_s);
         m_caption = title();
+        QTest::qWait(500); // the page before is blue, too
         QTRY_COLOUR(place.center() + QPoint(0, place.height() / 3), Qt::blue);
         QTest::qWait(500); // a window that takes the place of another comes a little later
         QCOMPARE(User::property(m_caption, {}), number);
