@@ -57,12 +57,6 @@ void OpenWindowsFile::write(const QByteArray& bytes) const
         m_failed);
 }
 
-void OpenWindowsFile::leave(const OpenWindows& open)
-{
-    keep(open);
-    m_writer.waitForDone();
-}
-
 void OpenWindowsFile::remove()
 {
     m_kept.clear();

@@ -7,8 +7,7 @@
 #include <functional>
 
 /// The file that says which browser windows are open. It is there while the program runs, and
-/// gone after a proper end, unless the user has not decided about windows of a run before: one
-/// that a start finds tells of a run that was killed. Only its
+/// gone after a proper end: one that a start finds was left by a run that was killed. Only its
 /// owner may read it. It is written in a thread of its own, as a disk may take its time, and
 /// replaced in one step, so that it is whole at any moment.
 class OpenWindowsFile {
@@ -23,8 +22,6 @@ public:
     std::optional<OpenWindows> left() const;
     /// Writes the file soon, unless it says the same already.
     void keep(const OpenWindows& open);
-    /// Writes the file for the next start, and returns when that is done.
-    void leave(const OpenWindows& open);
     /// Removes the file when what is being written is done.
     void remove();
 

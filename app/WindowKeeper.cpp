@@ -54,10 +54,7 @@ WindowKeeper::WindowKeeper(MDIForm1& frame, const QString& path)
     connect(&frame.area(), &QMdiArea::subWindowActivated, this, &WindowKeeper::changed);
     connect(&frame, &MDIForm1::unloaded, this, [this] {
         m_timer.stop();
-        if (m_offered.windows.isEmpty())
-            m_file.remove();
-        else // what the user has not decided about is offered again
-            m_file.leave(m_offered);
+        m_file.remove();
     });
     frame.installEventFilter(this);
     if (const auto left = m_file.left(); left && !left->windows.isEmpty()) {

@@ -42,7 +42,7 @@ QString othersText(const QStringList& titles)
 
 HangNotice::HangNotice(QWidget* view)
     : QFrame(OverlayPlacer::parentFor(view)), m_view(view),
-      m_headline(new QLabel(u"Die Seite antwortet nicht."_s, this)), m_more(new QLabel(this)),
+      m_headline(new QLabel(u"Die Seite antwortet nicht"_s, this)), m_more(new QLabel(this)),
       m_wait(makeButton(u"cmdWait"_s, u"&Warten"_s, u"Wartet weiter auf die Seite"_s)),
       m_end(makeButton(u"cmdEnd"_s, u"&Beenden"_s,
                        u"Beendet die Seite; was auf ihr eingegeben ist, geht verloren"_s))

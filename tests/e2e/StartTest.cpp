@@ -167,10 +167,6 @@ private slots:
             m_run->waitForFinished();
             m_program->start(*m_run, {});
             QTRY_SEES(maximised(u"Lizenz.txt"_s));
-            User::press(u"ctrl+q"_s); // decides nothing
-            QVERIFY(hasEnded());
-            m_program->start(*m_run, {});
-            QTRY_SEES(maximised(u"Lizenz.txt"_s));
             const int red = m_server->requests(u"/red"_s);
             const int blue = m_server->requests(u"/blue"_s);
             User::press(isReopened ? u"alt+w"_s : u"alt+v"_s);
