@@ -10,11 +10,9 @@
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
 #include "browser/PageTexts.h"
-#include "browser/SoundMark.h"
 #include "browser/SystemMenu.h"
 
 #include <QCloseEvent>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QTimer>
@@ -33,11 +31,10 @@ int pixels(qint64 twips)
 } // namespace
 
 frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts)
-    : m_frame(frame), m_drives(parts.drives)
+    : m_frame(frame), m_drives(parts.drives), m_caption(*this, frame.childIcon())
 {
     setObjectName(u"frmBrowser"_s);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowIcon(frame.childIcon());
     buildControls(parts);
     connectControls();
     connectEngine();
@@ -105,7 +102,8 @@ void frmBrowser::connectEngine()
     connect(engine, &EngineControl::NavigateComplete2, this, &frmBrowser::navigateComplete);
     connect(engine, &EngineControl::WindowSetHeight, this, &frmBrowser::setWindowHeight);
     connect(engine, &EngineControl::WindowSetWidth, this, &frmBrowser::setWindowWidth);
-    connect(engine, &EngineControl::SoundChange, this, &frmBrowser::showSound);
+    connect(engine, &EngineControl::SoundChange, this,
+            [this](EngineControl::Sound sound) { m_caption.showSound(sound); });
     connect(engine, &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
         cancel = true;
         closeUnasked();
@@ -152,7 +150,7 @@ void frmBrowser::load()
     ignoringErrors([this] { m_toolbar->fillDrives(m_drives()); });
     m_startingAddress = StripQuotes(m_startingAddress);
     if (m_waiting) {
-        caption(*m_waiting);
+        m_caption.say(*m_waiting);
         m_addressBar->announce(m_startingAddress);
     } else {
         begin();
@@ -271,7 +269,7 @@ void frmBrowser::stopLoading()
     m_busy->stop();
     ignoringErrors([this] { m_engine->Stop(); });
     if (const QString name = locationName(); !name.isEmpty())
-        caption(name);
+        m_caption.say(name);
 }
 
 void frmBrowser::driveClicked(const QString& entry)
@@ -287,31 +285,15 @@ void frmBrowser::busyTick()
     bool isBusy = false;
     ignoringErrors([&] { isBusy = m_engine->Busy(); });
     if (isBusy) {
-        caption(u"In Bearbeitung..."_s);
+        m_caption.say(u"In Bearbeitung..."_s);
         m_busy->advance();
         return;
     }
     m_busy->finish();
     m_addressBar->loadEnded();
-    caption(locationName());
+    m_caption.say(locationName());
     if (const auto own = document(); own && !own->Title.isEmpty())
-        caption(own->Title);
-}
-
-void frmBrowser::caption(const QString& text)
-{
-    setWindowTitle(windowCaption(text));
-}
-
-void frmBrowser::showSound(EngineControl::Sound sound)
-{
-    if (std::exchange(m_sound, sound) == sound)
-        return;
-    setWindowIcon(withSoundMark(m_frame.childIcon(), sound));
-    const QString text = sound == EngineControl::Sound::Playing    ? u"Die Seite spielt Ton."_s
-                         : sound == EngineControl::Sound::Silenced ? u"Der Ton ist aus."_s
-                                                                   : QString();
-    setAccessibleDescription(text);
+        m_caption.say(own->Title);
 }
 
 QString frmBrowser::locationName() const
@@ -349,7 +331,7 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     const QString name = locationName();
     const std::optional<EngineDocument> own = document();
     const QString frameCaption = captionOf(frame, own, name);
-    caption(frameCaption);
+    m_caption.say(frameCaption);
     QString current;
     ignoringErrors([&] { current = m_engine->LocationURL(); });
     m_updatingList = true;

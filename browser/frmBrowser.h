@@ -1,5 +1,6 @@
 #pragma once
 
+#include "browser/BrowserCaption.h"
 #include "browser/EngineControl.h"
 
 #include <QMdiSubWindow>
@@ -47,7 +48,7 @@ public:
     void opener(frmBrowser* value) { m_opener = value; }
 
     /// Whether the page plays, or is silenced: the window's icon is marked then.
-    bool isHeard() const { return m_sound != EngineControl::Sound::None; }
+    bool isHeard() const { return m_caption.isHeard(); }
 
     bool isAddressBarShown() const;
     void showAddressBar(bool shown);
@@ -124,9 +125,6 @@ private:
     void stopLoading();
     void busyTick();
     void driveClicked(const QString& entry);
-    void caption(const QString& text);
-    /// Marks the window's icon; the caption is the page's.
-    void showSound(EngineControl::Sound sound);
     QString locationName() const;
     std::optional<EngineDocument> document() const;
 
@@ -142,6 +140,7 @@ private:
 
     BrowserFrame& m_frame;
     std::function<QStringList()> m_drives;
+    BrowserCaption m_caption;
     QString m_startingAddress;
     QByteArray m_beginning;
     /// The title of a page that waits until it can be seen.
@@ -153,7 +152,6 @@ private:
     bool m_isAddressBarShown = true;
     bool m_isToolbarShown = true;
     bool m_areBarsHidden = false;
-    EngineControl::Sound m_sound = EngineControl::Sound::None;
     bool m_updatingList = false;
     bool m_unloaded = false;
     bool m_mayClose = false;

@@ -2,13 +2,13 @@
 
 #include "base/Errors.h"
 #include "browser/PageTexts.h"
+#include "engine/page/PageStatus.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
 #include "pages/asking/PageLimits.h"
 #include "pages/asking/UrlSchemes.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QDataStream>
 #include <QDeadlineTimer>
 #include <QMdiArea>
@@ -105,8 +105,7 @@ void WebEngineControl::connectLoading()
         if (m_pending == Pending::InEngine)
             m_pending = Pending::Nothing;
         const QPointer<WebEngineControl> self = this;
-        if (std::exchange(m_status, Status::Nothing) != Status::Nothing)
-            emit StatusTextChange({});
+        m_status->clear();
         if (!self)
             return;
         m_visits.loadStarted(pageState());
@@ -143,33 +142,10 @@ void WebEngineControl::connectLoading()
 
 void WebEngineControl::connectWindow()
 {
-    connect(m_page, &QWebEnginePage::linkHovered, this, [this](const QString& address) {
-        // Every page that loads says that there is no link under the mouse.
-        if (address.isEmpty()) {
-            leaveLink();
-            return;
-        }
-        m_status = Status::Link;
-        emit StatusTextChange(linkShown(address));
-    });
-    // The engine does not tell that the page has lost the focus, and with it the link that
-    // the Tab key has reached.
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now != nullptr && m_view && now != m_view && !m_view->isAncestorOf(now))
-            leaveLink();
-    });
-    // The page before may report the link under the mouse once more after it has gone.
-    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
-        if (report.isMainFrame)
-            leaveLink();
-    });
+    m_status = std::make_unique<PageStatus>(*m_page, *m_view);
+    connect(m_status.get(), &PageStatus::changed, this, &WebEngineControl::StatusTextChange);
     connect(&m_closeRequest, &WebCloseRequest::asking, this, [this] { activateWindowOf(m_view); });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
-    connect(m_page, &WebEnginePage::navigationBarred, this, [this](const QUrl& url) {
-        notify(url.isLocalFile()
-                   ? u"Seiten aus dem Netz öffnen keine Dateien dieses Rechners."_s
-                   : u"Adressen mit „%1:“ werden nicht geöffnet."_s.arg(url.scheme()));
-    });
     connect(m_page, &QWebEnginePage::recentlyAudibleChanged, this,
             &WebEngineControl::announceSound);
     connect(m_page, &QWebEnginePage::audioMutedChanged, this, &WebEngineControl::announceSound);
@@ -180,25 +156,11 @@ void WebEngineControl::connectWindow()
             [this] { QTimer::singleShot(0, this, &WebEngineControl::closeIfEmpty); });
 }
 
-void WebEngineControl::notify(const QString& text)
-{
-    m_status = Status::Notice;
-    emit StatusTextChange(text);
-}
-
 void WebEngineControl::announceSound()
 {
     emit SoundChange(m_page->isAudioMuted()      ? Sound::Silenced
                      : m_page->recentlyAudible() ? Sound::Playing
                                                  : Sound::None);
-}
-
-void WebEngineControl::leaveLink()
-{
-    if (m_status != Status::Link)
-        return;
-    m_status = Status::Nothing;
-    emit StatusTextChange({});
 }
 
 void WebEngineControl::Navigate(const QString& url)
@@ -433,7 +395,7 @@ bool WebEngineControl::mayOpenWindow(QWebEngineNewWindowRequest& request)
     const std::chrono::milliseconds now(QDeadlineTimer::current().deadline());
     const bool mayOpen = m_popups.mayOpen(now, request.isUserInitiated());
     if (!mayOpen)
-        notify(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
+        m_status->notify(u"Ein weiteres Fenster dieser Seite wurde nicht geöffnet."_s);
     return mayOpen;
 }
 

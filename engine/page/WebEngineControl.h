@@ -12,8 +12,10 @@
 #include <QUrl>
 #include <QWebEnginePage>
 
+#include <memory>
 #include <optional>
 
+class PageStatus;
 class PopupLimit;
 class QWebEngineNewWindowRequest;
 class QWebEngineView;
@@ -86,10 +88,6 @@ private:
     void resizeWindow(const QRect& geometry);
     void closeWindow();
     void closeIfEmpty();
-    /// Shows something that the user is to know in the status line, until the page goes on.
-    void notify(const QString& text);
-    /// Takes the address of a link out of the status line again.
-    void leaveLink();
 
     QPointer<WebEnginePage> m_page;
     QPointer<QWidget> m_host;
@@ -114,8 +112,5 @@ private:
     QUrl m_errorPage;
     /// The page of another window has opened this one.
     bool m_isOpenedByPage = false;
-    /// What the status text is that this control has sent last, if it still stands for
-    /// something.
-    enum class Status { Nothing, Link, Notice };
-    Status m_status = Status::Nothing;
+    std::unique_ptr<PageStatus> m_status;
 };

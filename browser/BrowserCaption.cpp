@@ -1,0 +1,32 @@
+#include "browser/BrowserCaption.h"
+
+#include "browser/PageTexts.h"
+#include "browser/SoundMark.h"
+
+#include <QWidget>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+BrowserCaption::BrowserCaption(QWidget& window, QIcon icon)
+    : m_window(window), m_icon(std::move(icon))
+{
+    m_window.setWindowIcon(m_icon);
+}
+
+void BrowserCaption::say(const QString& text)
+{
+    m_window.setWindowTitle(windowCaption(text));
+}
+
+void BrowserCaption::showSound(EngineControl::Sound sound)
+{
+    if (std::exchange(m_sound, sound) == sound)
+        return;
+    m_window.setWindowIcon(withSoundMark(m_icon, sound));
+    const QString text = sound == EngineControl::Sound::Playing    ? u"Die Seite spielt Ton."_s
+                         : sound == EngineControl::Sound::Silenced ? u"Der Ton ist aus."_s
+                                                                   : QString();
+    m_window.setAccessibleDescription(text);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "browser/EngineControl.h"
+
+#include <QIcon>
+
+class QWidget;
+
+/// What the title bar of a browser window says: the text, and the icon with its marks.
+class BrowserCaption {
+public:
+    /// Works on `window`, which must outlive this; `icon` is the window's without any mark.
+    BrowserCaption(QWidget& window, QIcon icon);
+
+    /// Shows `text`, which a page may have given.
+    void say(const QString& text);
+    /// Marks the icon, and tells assistive tools what the mark means.
+    void showSound(EngineControl::Sound sound);
+    /// Whether the page plays, or is silenced: the icon is marked then.
+    bool isHeard() const { return m_sound != EngineControl::Sound::None; }
+
+private:
+    QWidget& m_window;
+    QIcon m_icon;
+    EngineControl::Sound m_sound = EngineControl::Sound::None;
+};
