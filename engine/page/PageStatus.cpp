@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QUrl>
+#include <QWidget>
 
 #include <utility>
 
