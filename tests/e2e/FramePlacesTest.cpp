@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int narrow = 9; // less than a scroll bar
-constexpr int low = 60;    // less than a page, more than the status bar
+constexpr int low = 60;   // less than a page, more than the status bar
 constexpr int menuHeight = 22;
 constexpr QPoint restoreButton(-32, 9); // in the menu bar, from its end
 
