@@ -23,6 +23,8 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
 
 void ElidedLabel::elide()
 {
-    setText(fontMetrics().elidedText(oneLineText(m_text), Qt::ElideMiddle, contentsRect().width(),
+    const QString whole = oneLineText(m_text);
+    setText(fontMetrics().elidedText(whole, Qt::ElideMiddle, contentsRect().width(),
                                      Qt::TextSingleLine));
+    setToolTip(text() == whole ? QString() : plainToolTip(whole));
 }

@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A plain text on one line. One that is too long loses its middle; it never
-/// widens the window.
+/// A plain text on one line. One that is too long loses its middle, and is whole in the tool
+/// tip; it never widens the window.
 class ElidedLabel : public QLabel {
     Q_OBJECT
 public:

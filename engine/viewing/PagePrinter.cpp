@@ -22,9 +22,11 @@
 #include <QStandardPaths>
 #include <QStorageInfo>
 #include <QTimer>
+#include <QWebEngineScript>
 #include <QWebEngineView>
 
 #include <algorithm>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +56,11 @@ QString writeFailure(const QSaveFile& file, qint64 size)
 QString notPrinted()
 {
     return u"Die Seite konnte nicht gedruckt werden."_s;
+}
+
+QString notSaved()
+{
+    return u"Die Seite ist nicht als PDF gespeichert."_s;
 }
 
 /// Moves a window back onto its screen when it has grown over the lower or the right edge,
@@ -103,6 +110,11 @@ struct PagePrinter::Job {
     QPointer<QPrintDialog> dialog;
     /// The engine uses the printer until it says that it has finished.
     bool isOnPaper = false;
+    /// It makes a PDF file of the page.
+    bool isForFile = false;
+    /// Has the engine begin, when the page has answered. The program crashes when the process
+    /// of a page ends that has not begun to print yet (seen with Qt 6.4), as of one that hangs.
+    std::function<void()> begin;
     /// The process of the page has ended, so that there is nothing to be printed.
     bool isLost = false;
 };
@@ -133,6 +145,11 @@ void PagePrinter::connectPage()
     connect(m_page, &QWebEnginePage::renderProcessTerminated, this,
             [this] { QTimer::singleShot(0, this, &PagePrinter::pageCrashed); });
     connect(m_page, &WebEnginePage::userNavigates, this, [this] { m_limit.clicked(); });
+    // No answer comes of a document that has gone.
+    connect(m_page, &WebEnginePage::frameReported, this, [this](const FrameReport& report) {
+        if (report.isMainFrame && m_job && m_job->begin)
+            beginWhenAnswered();
+    });
 }
 
 void PagePrinter::pageAsks()
@@ -178,6 +195,8 @@ void PagePrinter::pageCrashed()
     if (!m_job || m_job->isOnPaper)
         return;
     if (!m_job->dialog) {
+        if (m_job->isForFile)
+            m_shell.statusText(notSaved());
         end();
         return;
     }
@@ -288,7 +307,19 @@ void PagePrinter::makePdf(const QString& path, const QPageLayout& layout, const 
         if (self)
             QTimer::singleShot(0, self, [self, path, pdf] { self->writePdf(path, pdf); });
     };
-    m_page->printToPdf(written, layout, ranges);
+    m_job->isForFile = true;
+    m_job->begin = [this, written, layout, ranges] { m_page->printToPdf(written, layout, ranges); };
+    m_shell.statusText(u"Die Seite wird als PDF gespeichert..."_s);
+    beginWhenAnswered();
+}
+
+void PagePrinter::beginWhenAnswered()
+{
+    const auto answered = [self = QPointer(this)](const QVariant&) {
+        if (self && self->m_job && self->m_job->begin)
+            std::exchange(self->m_job->begin, {})();
+    };
+    m_page->runJavaScript(u"0"_s, QWebEngineScript::ApplicationWorld, answered);
 }
 
 QString PagePrinter::askFile()
@@ -307,16 +338,19 @@ QString PagePrinter::askFile()
 void PagePrinter::writePdf(const QString& path, const QByteArray& pdf)
 {
     const auto job = std::exchange(m_job, nullptr); // the page lives until the user is told
+    if (!job)                                       // the page has crashed, which the user knows
+        return;
     QString reason = u"Die Seite lässt sich nicht drucken."_s;
     if (!pdf.isEmpty()) {
         QSaveFile file(path);
         // With a buffer a full disk would not always be noticed (seen with Qt 6.4).
         constexpr auto mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
         if (file.open(mode) && file.write(pdf) == pdf.size() && file.commit()) {
-            m_shell.statusText(u"Gespeichert: "_s + QDir::toNativeSeparators(path));
+            m_shell.statusText(u"Als PDF gespeichert: "_s + QDir::toNativeSeparators(path));
             return;
         }
         reason = writeFailure(file, pdf.size());
     }
-    tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(path, reason));
+    m_shell.statusText(notSaved());
+    tell(u"Die Datei „%1“ konnte nicht gespeichert werden: %2"_s.arg(shortPath(path), reason));
 }

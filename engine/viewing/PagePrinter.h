@@ -48,6 +48,7 @@ private:
     void downloadPdf();
     QString askFile();
     void makePdf(const QString& path, const QPageLayout& layout, const QPageRanges& ranges);
+    void beginWhenAnswered();
     void writePdf(const QString& path, const QByteArray& pdf);
     void end();
     void pageCrashed();

@@ -115,6 +115,18 @@ QString pdfFileName(const QString& title)
     return (stem.isEmpty() ? u"Seite"_s : safeFileName(stem)) + u".pdf"_s;
 }
 
+QString shortPath(const QString& path)
+{
+    constexpr qsizetype longest = 100;
+    if (path.size() <= longest)
+        return path;
+    qsizetype name = std::max(path.lastIndexOf(u'/'), path.size() - longest / 2);
+    if (path.at(name).isLowSurrogate())
+        ++name;
+    const qsizetype folders = path.lastIndexOf(u'/', longest - (path.size() - name)) + 1;
+    return path.left(folders) + u'…' + path.mid(name);
+}
+
 bool runsWhenOpened(const QString& path)
 {
     static const QSet<QString> suffixes{

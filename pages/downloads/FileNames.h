@@ -22,6 +22,9 @@ QString freeFileName(const QString& name, const std::function<bool(const QString
 /// long, and without characters that people stumble over; never empty.
 QString pdfFileName(const QString& title);
 
+/// `path` for a message: of a long one the first folders and the name, with "…" between them.
+QString shortPath(const QString& path);
+
 /// Whether opening a file may run it: programs, scripts, starters, installers.
 /// Told by the name alone if `path` names no file.
 bool runsWhenOpened(const QString& path);

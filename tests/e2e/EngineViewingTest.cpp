@@ -58,7 +58,23 @@ private slots:
         m_page->findChild<PagePrinter*>()->savePdf();
         QTRY_VERIFY(bytesOf(file).startsWith("%PDF") && bytesOf(file).contains("%%EOF"));
         QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
-        QTRY_COMPARE(m_world.shell.status, u"Gespeichert: "_s + file);
+        QTRY_COMPARE(m_world.shell.status, u"Als PDF gespeichert: "_s + file);
+        m_world.shell.fakePrompt.answerFileName(folder.filePath(u"nirgends/seite.pdf"_s));
+        m_page->findChild<PagePrinter*>()->savePdf();
+        QTRY_COMPARE(m_world.shell.status, u"Die Seite ist nicht als PDF gespeichert."_s);
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 2);
+    }
+    void crashesWhileSavingAPdf()
+    {
+        const QTemporaryDir folder;
+        m_world.shell.fakePrompt.answerFileName(folder.filePath(u"seite.pdf"_s));
+        ::kill(pid_t(m_page->renderProcessPid()), SIGSTOP); // else it is done at once
+        m_page->findChild<PagePrinter*>()->savePdf();
+        QCOMPARE(m_world.shell.status, u"Die Seite wird als PDF gespeichert..."_s);
+        ::kill(pid_t(m_page->renderProcessPid()), SIGKILL);
+        QTRY_COMPARE(m_world.shell.status, u"Die Seite ist nicht als PDF gespeichert."_s);
+        QTest::qWait(300);
+        QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 1); // and no message
     }
 
     void crashesWhilePrinting()
