@@ -14,6 +14,8 @@ ClosedWindows::ClosedWindows(MDIForm1& frame) : QObject(&frame), m_frame(frame)
 
 void ClosedWindows::note(const frmBrowser& window)
 {
+    if (window.isPrivate())
+        return;
     Closed closed{window.address(), window.pages()};
     if (closed.address.isEmpty() && closed.pages.isEmpty())
         return;

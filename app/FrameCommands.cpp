@@ -13,6 +13,7 @@
 #include "base/Prefer.h"
 #include "base/RunCommand.h"
 #include "bookmarks/frmBook.h"
+#include "browser/PageTexts.h"
 #include "history/frmHistory.h"
 
 #include <QAction>
@@ -97,6 +98,9 @@ void FrameCommands::addKeys()
     }
     for (int number = 1; number <= 9; ++number)
         addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
+    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] {
+        runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); });
+    });
     auto* const closed = new ClosedWindows(m_frame);
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });
@@ -193,10 +197,12 @@ void FrameCommands::rebuildWindowList()
     for (frmBrowser* window : m_frame.Browser()) {
         if (m_windowList.isEmpty())
             m_windowList.append(menu->addSeparator());
-        auto* entry = new QAction(windowListEntry(++number, window->windowTitle(), longest), menu);
+        const qsizetype kept = window->isPrivate() ? privateMark.size() : 0;
+        auto* entry =
+            new QAction(windowListEntry(++number, window->windowTitle(), longest, kept), menu);
         entry->setCheckable(true);
         entry->setChecked(window == m_frame.activeBrowser());
-        if (window->isHeard())
+        if (window->isHeard() || window->isPrivate())
             entry->setIcon(window->windowIcon());
         connect(entry, &QAction::triggered, window,
                 [this, window] { m_frame.activeChild().choose(*window); });

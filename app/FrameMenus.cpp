@@ -81,15 +81,15 @@ constexpr std::array<std::pair<QStringView, Arrangement>, 3> arrangementItems{{
 constexpr int lastKey = 9;
 } // namespace
 
-QString windowListEntry(int number, const QString& title, qsizetype longest)
+QString windowListEntry(int number, const QString& title, qsizetype longest, qsizetype kept)
 {
     QString shown = title.isEmpty() ? u"Leeres Fenster"_s : title;
     shown.replace(u"[*][*]"_s, u"[*]"_s); // doubled, as a window title needs it
     if (shown.size() > longest) {
-        qsizetype end = longest - 1;
+        qsizetype end = longest - kept - 1;
         if (shown[end - 1].isHighSurrogate())
             --end;
-        shown = shown.left(end).trimmed() + u'…';
+        shown = shown.left(end).trimmed() + u'…' + shown.last(kept);
     }
     shown.replace(u'&', u"&&"_s);
     return (number <= lastKey ? u"&%1 %2"_s : u"%1 %2"_s).arg(number).arg(shown);

@@ -11,8 +11,9 @@ inline constexpr qsizetype longestListTitle = 60;
 
 /// The caption of a browser window's entry in the window list, counted from 1. The
 /// first nine have their number as access key. `title` as QWidget::windowTitle has it; of a
-/// long one `longest` letters are shown.
-QString windowListEntry(int number, const QString& title, qsizetype longest = longestListTitle);
+/// long one `longest` letters are shown, among them its last `kept`.
+QString windowListEntry(int number, const QString& title, qsizetype longest = longestListTitle,
+                        qsizetype kept = 0);
 
 /// The frame's menu bar and its context menu. An item of the context menu has
 /// the role of the menu-bar item that does the same; both report under the name

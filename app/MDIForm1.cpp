@@ -104,6 +104,23 @@ void MDIForm1::VisitUrl(const QString& url)
     m_historyUrl.clear();
 }
 
+void MDIForm1::VisitUrlPrivately(const QString& url)
+{
+    if (!url.isEmpty())
+        openPrivately(url);
+}
+
+void MDIForm1::NewPrivateBrowser()
+{
+    openPrivately({});
+}
+
+void MDIForm1::openPrivately(const QString& url)
+{
+    addBrowser(
+        nullptr, [&](frmBrowser& window) { window.StartingAddress(url); }, true);
+}
+
 void MDIForm1::AddToHistory(const QString& url, const QString& title)
 {
     addVisit(m_history, url, title, QDateTime::currentDateTime(), preferences().HistoryRows());
@@ -116,17 +133,17 @@ void MDIForm1::NewBrowser()
 
 frmBrowser* MDIForm1::CreateBrowser(frmBrowser* opener)
 {
-    return addBrowser(opener, {});
+    return addBrowser(opener, {}, opener != nullptr && opener->isPrivate());
 }
 
 frmBrowser* MDIForm1::addBrowser(frmBrowser* opener,
-                                 const std::function<void(frmBrowser&)>& prepare)
+                                 const std::function<void(frmBrowser&)>& prepare, bool isPrivate)
 {
     if (freeDescriptors() < descriptorsOfAWindow) {
         statusText(u"Kein neues Fenster: zu viele offene Dateien. Bitte Fenster schließen."_s);
         return nullptr;
     }
-    const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts.browser);
+    const QPointer<frmBrowser> window = new frmBrowser(*this, m_parts.browser, isPrivate);
     window->StartingAddress(m_historyUrl.isEmpty() ? preferences().HomeUrl() : m_historyUrl);
     window->showAddressBar(preferences().Adresszeile() != 0);
     window->showToolbar(preferences().Toolbar() != 0);

@@ -27,6 +27,7 @@ struct FrameParts {
     QString title;
     QIcon frameIcon;
     QIcon childIcon;
+    QIcon privateIcon;
     /// Outlive the frame.
     Prefer& preferences;
     Prompt& prompt;
@@ -71,6 +72,7 @@ public:
     // The public operations, in their order.
 
     void VisitUrl(const QString& url) override;
+    void VisitUrlPrivately(const QString& url) override;
     void AddToHistory(const QString& url, const QString& title) override;
     /// Creates one browser window on `HistoryUrl`, or on the start address.
     void NewBrowser();
@@ -81,8 +83,11 @@ public:
 
     // What start-up and the commands need beside them.
 
+    /// Creates an empty private browser window.
+    void NewPrivateBrowser();
     /// As CreateBrowser; `prepare` is called before the window loads.
-    frmBrowser* addBrowser(frmBrowser* opener, const std::function<void(frmBrowser&)>& prepare);
+    frmBrowser* addBrowser(frmBrowser* opener, const std::function<void(frmBrowser&)>& prepare,
+                           bool isPrivate = false);
 
     /// `mayEnd` is asked, after those before it, when the frame is to close;
     /// it may ask the user. False keeps the frame open.
@@ -122,6 +127,7 @@ public:
     const QString& title() const override { return m_parts.title; }
     QIcon frameIcon() const override { return m_parts.frameIcon; }
     QIcon childIcon() const override { return m_parts.childIcon; }
+    QIcon privateIcon() const override { return m_parts.privateIcon; }
     ProposalSource& proposals() override;
 
 signals:
@@ -141,6 +147,8 @@ private:
     void MDIForm_Activate();
     void MDIForm_Unload();
     void ShowActiveChild();
+    /// Without an address the window stays empty: a start page would be told of the visit.
+    void openPrivately(const QString& url);
     /// Has a new window load, behind the window `front` unless that is null.
     void load(const QPointer<frmBrowser>& window, frmBrowser* front);
     void unloadChildren();

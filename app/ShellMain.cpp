@@ -172,7 +172,8 @@ int run(QApplication& application, const ShellStart& start)
     ProcessStarter starter;
     RememberedDrives drives;
     AppInit module(folder, prompt, starter,
-                   {engines.factory(), [&drives] { return drives.entries(); }});
+                   {engines.factory(), [&drives] { return drives.entries(); },
+                    engines.privateFactory()});
     MDIForm1& frame = module.frame();
     new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame);

@@ -109,7 +109,7 @@ OpenWindows WindowKeeper::snapshot() const
 {
     OpenWindows open = m_offered;
     for (const frmBrowser* window : m_frame.Browser()) {
-        if (window->address().isEmpty())
+        if (window->isPrivate() || window->address().isEmpty())
             continue;
         if (window == m_frame.activeBrowser())
             open.active = open.windows.size();

@@ -17,6 +17,8 @@ public:
 
     /// Opens `url` in a new browser window; nothing happens when it is empty.
     virtual void VisitUrl(const QString& url) = 0;
+    /// As VisitUrl, in a private browser window: one that leaves nothing behind.
+    virtual void VisitUrlPrivately(const QString& url) = 0;
     /// The address that the next new browser window opens; empty: the start address.
     virtual void HistoryUrl(const QString& url) = 0;
     virtual void bIsOpenBook(bool value) = 0;

@@ -9,15 +9,17 @@
 
 using namespace Qt::StringLiterals;
 
-BrowserCaption::BrowserCaption(QWidget& window, QIcon icon)
-    : m_window(window), m_icon(std::move(icon))
+BrowserCaption::BrowserCaption(QWidget& window, QIcon icon, bool isPrivate)
+    : m_window(window), m_icon(std::move(icon)), m_isPrivate(isPrivate)
 {
     m_window.setWindowIcon(m_icon);
+    say({});
 }
 
 void BrowserCaption::say(const QString& text)
 {
-    m_window.setWindowTitle(windowCaption(text));
+    const QString caption = windowCaption(text);
+    m_window.setWindowTitle(m_isPrivate ? privateCaption(caption) : caption);
 }
 
 void BrowserCaption::showSound(EngineControl::Sound sound)

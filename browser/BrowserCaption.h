@@ -9,8 +9,9 @@ class QWidget;
 /// What the title bar of a browser window says: the text, and the icon with its marks.
 class BrowserCaption {
 public:
-    /// Works on `window`, which must outlive this; `icon` is the window's without any mark.
-    BrowserCaption(QWidget& window, QIcon icon);
+    /// Works on `window`, which must outlive this; `icon` is the window's without any mark. A
+    /// private window says so in its caption.
+    BrowserCaption(QWidget& window, QIcon icon, bool isPrivate);
 
     /// Shows `text`, which a page may have given.
     void say(const QString& text);
@@ -22,5 +23,6 @@ public:
 private:
     QWidget& m_window;
     QIcon m_icon;
+    bool m_isPrivate;
     EngineControl::Sound m_sound = EngineControl::Sound::None;
 };

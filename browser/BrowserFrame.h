@@ -8,7 +8,8 @@ class frmBrowser;
 /// What a browser window asks of the frame that holds it, beyond what every window may.
 class BrowserFrame : public Shell {
 public:
-    /// Creates and shows a browser window, owned by the frame. It becomes the active one,
+    /// Creates and shows a browser window, owned by the frame, private if `opener` is. It
+    /// becomes the active one,
     /// unless `opener`, whose page wants it, is not: the user may be typing elsewhere. Null
     /// when its page has closed it already, or when there is no room for it.
     virtual frmBrowser* CreateBrowser(frmBrowser* opener) = 0;
@@ -26,6 +27,8 @@ public:
     virtual void bNewSize(bool value) = 0;
 
     virtual QIcon childIcon() const = 0;
+    /// That of a private browser window.
+    virtual QIcon privateIcon() const = 0;
     /// What the address lines of all windows propose.
     virtual ProposalSource& proposals() = 0;
 };

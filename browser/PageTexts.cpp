@@ -60,3 +60,8 @@ QString windowCaption(const QString& text)
     QString caption = oneLineText(text);
     return caption.replace(u"[*]"_s, u"[*][*]"_s);
 }
+
+QString privateCaption(const QString& caption)
+{
+    return caption.isEmpty() ? u"Privates Fenster"_s : caption + privateMark.toString();
+}

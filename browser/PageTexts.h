@@ -43,3 +43,8 @@ QString linkShown(const QString& address);
 /// `text` as a window caption: on one line, without invisible characters. "[*]", in which
 /// QWidget would show whether the window is modified, is doubled.
 QString windowCaption(const QString& text);
+
+/// What the caption of a private window ends with.
+inline constexpr QStringView privateMark = u" (privat)";
+/// The caption of a private window, made of what it would be without the mark.
+QString privateCaption(const QString& caption);

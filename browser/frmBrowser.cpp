@@ -30,8 +30,9 @@ int pixels(qint64 twips)
 }
 } // namespace
 
-frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts)
-    : m_frame(frame), m_drives(parts.drives), m_caption(*this, frame.childIcon())
+frmBrowser::frmBrowser(BrowserFrame& frame, const BrowserParts& parts, bool isPrivate)
+    : m_frame(frame), m_isPrivate(isPrivate), m_drives(parts.drives),
+      m_caption(*this, isPrivate ? frame.privateIcon() : frame.childIcon(), isPrivate)
 {
     setObjectName(u"frmBrowser"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -53,7 +54,7 @@ void frmBrowser::buildControls(const BrowserParts& parts)
     m_client = new QWidget;
     m_toolbar = new BrowserToolbar(m_client);
     m_addressBar = new AddressBar(m_frame.proposals(), m_client);
-    m_engine = parts.engine(m_client);
+    m_engine = (m_isPrivate ? parts.privateEngine : parts.engine)(m_client);
     m_engine->host()->setObjectName(u"brwWebBrowser"_s);
     m_engine->host()->setAccessibleName(u"Seite"_s);
     m_busy = new BusyDisplay(m_toolbar, this);
@@ -337,7 +338,7 @@ void frmBrowser::navigateComplete(const EngineFrame& frame, const QString& url)
     m_updatingList = true;
     ignoringErrors([&] { m_addressBar->visited(current); });
     const Visit visit = visitOf(frame, url, current, name);
-    if (isKept(visit.address))
+    if (!m_isPrivate && isKept(visit.address))
         ignoringErrors([&] { m_frame.AddToHistory(visit.address, visit.title); });
     m_updatingList = false;
     // The frame is one that the page has added or changed after its load, and has given the

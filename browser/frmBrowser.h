@@ -21,6 +21,8 @@ struct BrowserParts {
     EngineFactory engine;
     /// The machine's drives as "C: [NAME]".
     std::function<QStringList()> drives;
+    /// The engine of a private window.
+    EngineFactory privateEngine = {};
 };
 
 /// A browser window: one child of the frame that shows one page. It drives its
@@ -29,8 +31,8 @@ struct BrowserParts {
 class frmBrowser : public QMdiSubWindow {
     Q_OBJECT
 public:
-    /// `frame` outlives the window.
-    frmBrowser(BrowserFrame& frame, const BrowserParts& parts);
+    /// `frame` outlives the window. A private one tells it of no visit.
+    frmBrowser(BrowserFrame& frame, const BrowserParts& parts, bool isPrivate = false);
     ~frmBrowser() override;
 
     /// The address that the window opens when it loads; may be empty.
@@ -42,6 +44,8 @@ public:
     /// The window was made on a page's request.
     bool bNewWindow() const { return m_newWindow; }
     void bNewWindow(bool value) { m_newWindow = value; }
+
+    bool isPrivate() const { return m_isPrivate; }
 
     /// The window whose page has asked for this one, while it is open; else null.
     frmBrowser* opener() const { return m_opener; }
@@ -139,6 +143,7 @@ private:
     void unload();
 
     BrowserFrame& m_frame;
+    bool m_isPrivate;
     std::function<QStringList()> m_drives;
     BrowserCaption m_caption;
     QString m_startingAddress;

@@ -16,9 +16,9 @@
 using namespace Qt::StringLiterals;
 
 ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                                 PromptSession& session)
+                                 PromptSession& session, const QString& dataFolder)
     : m_shell(shell), m_owner(owner), m_profile(profile), m_session(session),
-      m_downloads(shell, owner, profile, session, m_table)
+      m_downloads(shell, owner, profile, session, m_table, dataFolder + u"/downloads"_s)
 {
     new Notifications(profile, this);
     connect(&m_downloads, &WebDownloads::accepted, this,
@@ -32,8 +32,11 @@ ProfileServices::~ProfileServices()
 
 frmDownloads& ProfileServices::downloadsWindow()
 {
-    if (!m_window)
+    if (!m_window) {
         m_window = new frmDownloads(m_shell, m_owner, m_table, &QDesktopServices::openUrl);
+        if (m_profile.isOffTheRecord())
+            m_window->setWindowTitle(u"Downloads (privat)"_s);
+    }
     return *m_window;
 }
 
@@ -53,7 +56,18 @@ void ProfileServices::showBrowserData()
     // screen, and would take the dialog along when it ends.
     frmBrowserData dialog(m_owner);
     if (dialog.exec() == QDialog::Accepted)
-        deleteData(dialog.chosen());
+        emit deletionWanted(dialog.chosen());
+}
+
+void ProfileServices::windowsGone()
+{
+    if (m_window && openDownloads() == 0)
+        m_window->close();
+}
+
+bool ProfileServices::isIdle() const
+{
+    return openDownloads() == 0 && !m_window;
 }
 
 void ProfileServices::deleteData(const BrowserData& data)
@@ -68,6 +82,13 @@ void ProfileServices::deleteData(const BrowserData& data)
         PermissionRequests::forget(m_profile, m_session.permissions);
         m_session.forgetAnswers();
     }
+    // What private windows have stored goes with them.
+    if (!m_profile.isOffTheRecord())
+        reportDeletion(data);
+}
+
+void ProfileServices::reportDeletion(const BrowserData& data)
+{
     const bool isOnlyStorage =
         data.storage && !data.cookies && !data.cache && !data.visitedLinks && !data.permissions;
     QString done = isOnlyStorage ? QString() : u"Die gewählten Browserdaten sind gelöscht. "_s;
@@ -80,27 +101,4 @@ void ProfileServices::deleteData(const BrowserData& data)
                                   u"Meldung"_s, Prompt::Icon::Exclamation);
     }
     m_shell.statusText(done.trimmed());
-}
-
-bool ProfileServices::mayEnd()
-{
-    const int open = m_table.openCount();
-    if (open > 0) {
-        const QString text =
-            open == 1
-                ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
-                : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
-                      open);
-        const PromptSession::Hold hold(m_session);
-        const DropsDisabled guard(m_shell);
-        const Prompt::Question question{.title = u"Meldung"_s,
-                                        .text = text,
-                                        .accept = u"&Ja"_s,
-                                        .refuse = u"&Nein"_s,
-                                        .isRisky = true};
-        if (!m_shell.prompt().ask(m_owner, question).isAccepted)
-            return false;
-    }
-    m_table.cancelAll();
-    return true;
 }

@@ -12,32 +12,46 @@ class Shell;
 class frmDownloads;
 struct BrowserData;
 
-/// What works for all pages of the profile: downloads with their window, notifications, and
-/// the deletion of browsing data. It goes before the profile.
+/// What works for all pages of a profile: downloads with their window, notifications, and
+/// the deletion of browsing data. It goes before the profile. The downloads of private windows
+/// have a list of their own, which goes with these windows; the files stay.
 class ProfileServices : public QObject {
     Q_OBJECT
 public:
     /// All outlive it. `owner` is the frame's window, which the windows of the
-    /// services belong to.
+    /// services belong to. Downloads may wait below `dataFolder`, if need be.
     ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                    PromptSession& session);
+                    PromptSession& session, const QString& dataFolder);
     ~ProfileServices() override;
 
-    /// Whether the program may end. If downloads are not finished the user is asked; they are
-    /// broken off if he agrees.
-    bool mayEnd();
-
     WebDownloads& downloads() { return m_downloads; }
+    /// How many downloads are not finished.
+    int openDownloads() const { return m_table.openCount(); }
+    void cancelDownloads() { m_table.cancelAll(); }
+
+    /// To be told when the last browser window of the profile has gone: the list of its
+    /// downloads closes, unless there is one that the user may want to watch.
+    void windowsGone();
+    /// Whether no download runs, and the list does not show how one has ended.
+    bool isIdle() const;
+
+    /// Deletes browsing data of this profile.
+    void deleteData(const BrowserData& data);
 
 public slots:
     /// Brings the downloads window to the front.
     void showDownloads();
-    /// Asks which browsing data are to be deleted, and deletes them.
+    /// Asks which browsing data are to be deleted.
     void showBrowserData();
+
+signals:
+    /// The user wants these data to be deleted, of all profiles.
+    void deletionWanted(const BrowserData& data);
 
 private:
     frmDownloads& downloadsWindow();
-    void deleteData(const BrowserData& data);
+    /// Says what has been deleted, or will be.
+    void reportDeletion(const BrowserData& data);
 
     Shell& m_shell;
     QWidget* m_owner;

@@ -3,36 +3,32 @@
 #include "address/SearchAddress.h"
 #include "base/Errors.h"
 #include "base/Prefer.h"
-#include "base/Shell.h"
+#include "base/Prompt.h"
+#include "base/RunCommand.h"
 #include "engine/EngineStart.h"
-#include "engine/PageServices.h"
 #include "engine/ProfileServices.h"
-#include "engine/page/WebEnginePage.h"
-#include "pages/asking/PromptSession.h"
-#include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/StoredWebData.h"
 
-#include <QLocale>
+#include <QApplication>
 #include <QQuickWidget>
-#include <QTimer>
-#include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
-#include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
-#include <QWebEngineSettings>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How long after the start the dictionaries are loaded: sooner they would hold up the
-/// first page.
-constexpr std::chrono::seconds dictionaryDelay(2);
+/// How often is looked whether what private windows have left has ended, too.
+constexpr std::chrono::milliseconds untilUnused(200);
 
-std::unique_ptr<QWebEngineProfile> startEngine()
+std::unique_ptr<QWebEngineProfile> startEngine(const QString& dataFolder,
+                                               const QString& cacheFolder)
 {
     prepareEngineStart();
-    return std::make_unique<QWebEngineProfile>(u"Tessera"_s);
+    removeMarkedWebData(dataFolder);
+    auto profile = std::make_unique<QWebEngineProfile>(u"Tessera"_s);
+    profile->setPersistentStoragePath(dataFolder);
+    profile->setCachePath(cacheFolder);
+    return profile;
 }
 
 /// The first page in a window that is already there makes Qt replace it by one that the
@@ -46,102 +42,140 @@ void keepNativeWindow(QWidget& frame)
     child->resize(0, 0);
     child->hide();
 }
+
+QString questionAboutDownloads(int count)
+{
+    return count == 1
+               ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
+               : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
+                     count);
+}
 } // namespace
 
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve, std::chrono::milliseconds sleepAfter)
-    : m_resolve(std::move(resolve)), m_sleepAfter(sleepAfter),
-      m_prompts(std::make_unique<PromptSession>()), m_profile(startEngine()),
-      m_pages(std::make_unique<QObject>())
+    : m_dataFolder(dataFolder),
+      m_surroundings{m_reports, m_turns, {std::move(resolve), searchResolver()}, sleepAfter},
+      m_ordinary(startEngine(dataFolder, cacheFolder), m_surroundings)
 {
-    removeMarkedWebData(dataFolder);
-    m_profile->setPersistentStoragePath(dataFolder);
-    m_profile->setCachePath(cacheFolder);
-    applySettings();
-    addReportScript();
-    QTimer::singleShot(dictionaryDelay, m_profile.get(), [this] { startSpellCheck(); });
+    m_endTimer.setInterval(untilUnused);
+    QObject::connect(&m_endTimer, &QTimer::timeout, &m_endTimer, [this] { endUnused(); });
 }
 
 WebEngineHost::~WebEngineHost() = default;
 
-EngineFactory WebEngineHost::factory()
+SearchResolver WebEngineHost::searchResolver()
 {
-    const SearchResolver search = [this](const QString& query) {
+    return [this](const QString& query) {
         QUrl engine;
-        ignoringErrors([&] { engine = m_resolve(m_shell->preferences().SearchEngine()); });
+        ignoringErrors([&] {
+            engine = m_surroundings.resolve.address(m_shell->preferences().SearchEngine());
+        });
         return searchAddress(engine, query);
     };
-    return [this, search](QWidget* parent) {
-        auto* const page = new WebEnginePage(*m_profile, m_reports, m_pages.get());
-        auto engine = std::make_unique<WebEngineControl>(
-            parent, page, WebEngineControl::Resolvers{m_resolve, search}, m_prompts->popups,
-            m_sleepAfter);
-        // The services belong to the page.
-        new PageServices(*m_shell, *m_services, *m_prompts, search, parent, engine->view(), page);
-        return engine;
+}
+
+EngineFactory WebEngineHost::factory()
+{
+    return [this](QWidget* parent) { return m_ordinary.makeEngine(parent); };
+}
+
+EngineFactory WebEngineHost::privateFactory()
+{
+    return [this](QWidget* parent) {
+        if (!m_private)
+            m_private = makePrivate();
+        return m_private->makeEngine(parent);
     };
+}
+
+std::unique_ptr<WebProfile> WebEngineHost::makePrivate()
+{
+    // A profile without a name stores nothing.
+    auto made = std::make_unique<WebProfile>(std::make_unique<QWebEngineProfile>(), m_surroundings);
+    serve(*made);
+    QObject::connect(made.get(), &WebProfile::abandoned, &m_endTimer,
+                     [this] { putPrivateAside(); });
+    return made;
+}
+
+void WebEngineHost::putPrivateAside()
+{
+    if (ProfileServices* const services = m_private->services())
+        QTimer::singleShot(0, services, &ProfileServices::windowsGone);
+    m_abandoned.push_back(std::move(m_private));
+    // Pages go, and lists close, when control is back in the event loop.
+    m_endTimer.start();
+}
+
+void WebEngineHost::endUnused()
+{
+    // Whoever asks the user may be at work for one of them.
+    if (m_turns.isHeld() || QApplication::activeModalWidget() != nullptr)
+        return;
+    std::erase_if(m_abandoned, [](const auto& profile) { return profile->isUnused(); });
+    if (m_abandoned.empty())
+        m_endTimer.stop();
 }
 
 void WebEngineHost::serve(Shell& shell, QWidget* frame)
 {
     m_shell = &shell;
-    m_services = std::make_unique<ProfileServices>(shell, frame, *m_profile, *m_prompts);
+    m_frame = frame;
+    serve(m_ordinary);
     keepNativeWindow(*frame);
+}
+
+void WebEngineHost::serve(WebProfile& profile)
+{
+    profile.serve(*m_shell, m_frame, m_dataFolder);
+    QObject::connect(profile.services(), &ProfileServices::deletionWanted, &m_endTimer,
+                     [this](const BrowserData& data) { deleteData(data); });
+}
+
+std::vector<WebProfile*> WebEngineHost::profiles()
+{
+    std::vector<WebProfile*> all{&m_ordinary};
+    if (m_private)
+        all.push_back(m_private.get());
+    for (const auto& profile : m_abandoned)
+        all.push_back(profile.get());
+    return all;
 }
 
 bool WebEngineHost::mayEnd()
 {
-    return !m_services || m_services->mayEnd();
+    if (m_ordinary.services() == nullptr)
+        return true;
+    int open = 0;
+    for (const WebProfile* profile : profiles())
+        open += profile->services()->openDownloads();
+    if (open > 0) {
+        const PromptTurns::Hold hold(m_turns);
+        const DropsDisabled guard(*m_shell);
+        const Prompt::Question question{.title = u"Meldung"_s,
+                                        .text = questionAboutDownloads(open),
+                                        .accept = u"&Ja"_s,
+                                        .refuse = u"&Nein"_s,
+                                        .isRisky = true};
+        if (!m_shell->prompt().ask(m_frame, question).isAccepted)
+            return false;
+    }
+    for (const WebProfile* profile : profiles())
+        profile->services()->cancelDownloads();
+    return true;
 }
 
 void WebEngineHost::endService()
 {
-    m_services.reset();
+    for (WebProfile* profile : profiles())
+        profile->endService();
 }
 
-void WebEngineHost::applySettings()
+void WebEngineHost::deleteData(const BrowserData& data)
 {
-    m_profile->setHttpAcceptLanguage(u"de-DE,de,en"_s);
-    QWebEngineSettings& settings = *m_profile->settings();
-    settings.setAttribute(QWebEngineSettings::PluginsEnabled, true);
-    settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
-    settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
-    settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
-    settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, true); // the user is asked
-    settings.setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, true);
-    settings.setUnknownUrlSchemePolicy(
-        QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    // What the user allows holds for this run.
-    m_profile->setPersistentPermissionsPolicy(
-        QWebEngineProfile::PersistentPermissionsPolicy::AskEveryTime);
-#endif
-    // Exported files are in this encoding and say so nowhere.
-    settings.setDefaultTextEncoding(u"windows-1252"_s);
-    // The filter is called in a thread of the engine's.
-    m_profile->cookieStore()->setCookieFilter(
-        [](const QWebEngineCookieStore::FilterRequest& request) { return !request.thirdParty; });
-}
-
-void WebEngineHost::startSpellCheck()
-{
-    const QStringList languages =
-        spellLanguages(installedDictionaries(), QLocale::system().uiLanguages());
-    // With an empty list of languages the engine writes a warning to the terminal (seen with
-    // Qt 6.8).
-    if (languages.isEmpty())
-        return;
-    m_profile->setSpellCheckLanguages(languages);
-    m_profile->setSpellCheckEnabled(true);
-}
-
-void WebEngineHost::addReportScript()
-{
-    QWebEngineScript script;
-    script.setName(u"reports"_s);
-    script.setSourceCode(m_reports.script());
-    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    script.setWorldId(QWebEngineScript::ApplicationWorld);
-    script.setRunsOnSubFrames(true);
-    m_profile->scripts()->insert(script);
+    // The ordinary one, which says what has been done, comes last.
+    const std::vector<WebProfile*> all = profiles();
+    for (auto profile = all.rbegin(); profile != all.rend(); ++profile)
+        (*profile)->services()->deleteData(data);
 }

@@ -1,32 +1,36 @@
 #pragma once
 
 #include "browser/EngineControl.h"
-#include "engine/page/WebEngineControl.h"
+#include "engine/WebProfile.h"
 #include "engine/page/WebEnginePage.h"
+
+#include <QTimer>
 
 #include <chrono>
 #include <memory>
+#include <vector>
 
-class ProfileServices;
-class PromptSession;
-class QWebEngineProfile;
 class Shell;
+struct BrowserData;
 
-/// The engine's side of the program: the one profile of all pages, with what they store and
-/// how they behave, and whatever works for pages. It outlives every engine it has made.
+/// The engine's side of the program: the profile of all ordinary windows, that of the private
+/// ones while there are any, and what these have in common. It outlives every engine it has
+/// made.
 ///
 /// Who makes and owns what, in the order in which it is made:
-/// - The host makes the `PromptSession`, the profile, which starts the engine, and `m_pages`.
-/// - `serve` makes the `ProfileServices`, which work for all pages: downloads, notifications,
-///   and the deletion of browsing data.
-/// - For each browser window `factory()` makes a `WebEngineControl`, which belongs to the
-///   window, a `WebEnginePage`, which belongs to `m_pages`, and `PageServices`, which belong to
+/// - The host makes the `WebProfile` of the ordinary windows, which starts the engine. The first
+///   private window makes another one.
+/// - `WebProfile::serve` makes the `ProfileServices`, which work for all its pages: downloads,
+///   notifications, and the deletion of browsing data.
+/// - For each browser window the profile makes a `WebEngineControl`, which belongs to the
+///   window, a `WebEnginePage`, which belongs to the profile, and `PageServices`, which belong to
 ///   that page. A page may outlive its window, as long as the user is asked or it is printed.
 ///
 /// In which order it ends: the browser windows with their engines, as the frame closes them;
 /// the `ProfileServices` by `endService`, while the frame is still there; after the frame, with
-/// the host, the pages that are left, then the profile, which must not go before any page of
-/// it, and the session.
+/// the host, the pages that are left, then their profile, which must not go before any page of
+/// it. The profile of private windows is put aside when the last of them has gone, so that the
+/// next one begins with nothing. It ends when its pages and downloads have ended, too.
 class WebEngineHost {
 public:
     /// Cookies and the like are kept in `dataFolder`, what can be fetched again
@@ -37,30 +41,40 @@ public:
     ~WebEngineHost();
     Q_DISABLE_COPY_MOVE(WebEngineHost)
 
-    /// The function that makes the engine of a browser window. Call it after `serve` only.
+    /// The functions that make the engine of a browser window. Call them after `serve` only.
     EngineFactory factory();
+    EngineFactory privateFactory();
 
     /// Makes the services of the profile. Services work with the frame as `shell`, with its
     /// window `frame`, which must not have been shown yet. Both outlive every engine.
     void serve(Shell& shell, QWidget* frame);
-    /// Whether the program may end; asks the user if downloads would be lost.
+    /// Whether the program may end; asks the user if downloads would be lost, which are broken
+    /// off if he agrees.
     bool mayEnd();
-    /// Ends the services of the profile. To be called before the frame goes.
+    /// Ends the services of all profiles. To be called before the frame goes.
     void endService();
 
 private:
-    void applySettings();
-    void addReportScript();
-    /// Switches the spell check on for the user's languages, if there are dictionaries.
-    void startSpellCheck();
+    SearchResolver searchResolver();
+    void serve(WebProfile& profile);
+    std::unique_ptr<WebProfile> makePrivate();
+    /// The ordinary one first.
+    std::vector<WebProfile*> profiles();
+    void putPrivateAside();
+    /// Ends the profiles put aside that nothing needs any more.
+    void endUnused();
+    void deleteData(const BrowserData& data);
 
-    AddressResolver m_resolve;
-    std::chrono::milliseconds m_sleepAfter;
+    QString m_dataFolder;
+    PromptTurns m_turns;
     WebFrameReports m_reports;
-    std::unique_ptr<PromptSession> m_prompts;
-    std::unique_ptr<QWebEngineProfile> m_profile;
-    /// Owns all pages, and goes before the profile.
-    std::unique_ptr<QObject> m_pages;
+    WebProfile::Surroundings m_surroundings;
+    WebProfile m_ordinary;
+    /// Null without a private window.
+    std::unique_ptr<WebProfile> m_private;
+    /// Of private windows that have gone.
+    std::vector<std::unique_ptr<WebProfile>> m_abandoned;
+    QTimer m_endTimer;
     Shell* m_shell = nullptr;
-    std::unique_ptr<ProfileServices> m_services;
+    QWidget* m_frame = nullptr;
 };

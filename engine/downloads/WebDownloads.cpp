@@ -43,9 +43,10 @@ struct WebDownloads::Copy {
 };
 
 WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                           PromptSession& session, DownloadTable& table)
+                           PromptSession& session, DownloadTable& table,
+                           const QString& spareFolder)
     : m_shell(shell), m_owner(owner), m_session(session), m_table(table),
-      m_place(shell, owner, table, profile.persistentStoragePath() + u"/downloads"_s)
+      m_place(shell, owner, table, spareFolder)
 {
     connect(&profile, &QWebEngineProfile::downloadRequested, this, &WebDownloads::requested);
 }

@@ -27,9 +27,10 @@ class WebDownloads : public QObject {
     Q_OBJECT
 public:
     /// All outlive it. `owner` is the window that the questions belong to: a page's own may
-    /// close meanwhile, or show it on the whole screen for a while only.
+    /// close meanwhile, or show it on the whole screen for a while only. For `spareFolder` see
+    /// `DownloadPlace`.
     WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile, PromptSession& session,
-                 DownloadTable& table);
+                 DownloadTable& table, const QString& spareFolder);
     /// Removes the files of the downloads that are not finished.
     ~WebDownloads() override;
     Q_DISABLE_COPY_MOVE(WebDownloads)

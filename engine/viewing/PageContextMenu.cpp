@@ -10,6 +10,7 @@
 #include <QUrl>
 #include <QWebEngineContextMenuRequest>
 #include <QWebEngineHistory>
+#include <QWebEngineProfile>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -161,6 +162,8 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     commands.items[Item::CopyLinkAddress] = [copy, link] { copy(link); };
     commands.items[Item::CopyImageAddress] = [copy, media] { copy(media); };
     commands.items[Item::OpenLinkInWindow] = [this, link] { m_shell.VisitUrl(link); };
+    if (!m_page->profile()->isOffTheRecord()) // of such a page every window is private
+        commands.items[Item::OpenLinkPrivately] = [this, link] { m_shell.VisitUrlPrivately(link); };
     commands.items[Item::OpenImageInWindow] = [this, media] { m_shell.VisitUrl(media); };
     if (isForDesktop(request.linkUrl())) {
         for (const Item item : {Item::OpenLink, Item::OpenLinkInWindow})

@@ -2,32 +2,26 @@
 
 #include "pages/asking/PageLimits.h"
 #include "pages/asking/PermissionMemory.h"
+#include "pages/asking/PromptTurns.h"
 
-#include <QObject>
-#include <QPointer>
 #include <QSet>
 
-#include <deque>
-#include <functional>
-
-/// What all pages share when they ask the user, for one run of the program: whose turn it
-/// is, what he has said, and how much they may still do unasked. It outlives every page.
-class PromptSession : public QObject {
-    Q_OBJECT
+/// What the pages of one profile share when they ask the user, for one run of the program: what
+/// he has said, and how much they may still do unasked. Whose turn it is they share with all
+/// others. It outlives every page of the profile.
+class PromptSession {
 public:
-    /// Runs `ask` from the event loop, when it is its turn and nobody else asks; never
-    /// when `owner` is gone by then. `ask` returns when the question has been answered.
-    void askInTurn(QObject* owner, const std::function<void()>& ask);
+    /// `turns` outlives the session.
+    explicit PromptSession(PromptTurns& turns) : m_turns(turns) {}
+    Q_DISABLE_COPY_MOVE(PromptSession)
 
-    /// While one lives, somebody asks the user, and those who wait for their turn wait on.
-    class Hold {
+    void askInTurn(QObject* owner, const std::function<void()>& ask)
+    {
+        m_turns.askInTurn(owner, ask);
+    }
+    class Hold : public PromptTurns::Hold {
     public:
-        explicit Hold(PromptSession& session) : m_session(session) { ++m_session.m_holds; }
-        ~Hold();
-        Q_DISABLE_COPY_MOVE(Hold)
-
-    private:
-        PromptSession& m_session;
+        explicit Hold(PromptSession& session) : PromptTurns::Hold(session.m_turns) {}
     };
 
     /// Forgets what the user has said about pages so far.
@@ -43,14 +37,5 @@ public:
     PrintLimit prints;
 
 private:
-    struct Waiting {
-        QPointer<QObject> owner;
-        std::function<void()> ask;
-    };
-
-    void askNextLater();
-    void askNext();
-
-    std::deque<Waiting> m_waiting;
-    int m_holds = 0;
+    PromptTurns& m_turns;
 };

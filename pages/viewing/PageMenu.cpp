@@ -22,6 +22,7 @@ const QHash<PageMenuItem, Caption>& captions()
     static const QHash<PageMenuItem, Caption> all{
         {OpenLink, {u"OpenLink"_s, u"Link ö&ffnen"_s}},
         {OpenLinkInWindow, {u"OpenLinkInWindow"_s, u"Link in &neuem Fenster öffnen"_s}},
+        {OpenLinkPrivately, {u"OpenLinkPrivately"_s, u"Link in &privatem Fenster öffnen"_s}},
         {CopyLinkAddress, {u"CopyLinkAddress"_s, u"Link-&Adresse kopieren"_s}},
         {SaveLink, {u"SaveLink"_s, u"&Link speichern unter..."_s}},
         {OpenImageInWindow, {u"OpenImageInWindow"_s, u"&Bild in neuem Fenster öffnen"_s}},

@@ -11,7 +11,7 @@ QList<PageMenuItem> linkItems(const PageMenuTarget& target)
     if (target.isLinkOpenable)
         items << OpenLink;
     if (target.isLinkForWindow)
-        items << OpenLinkInWindow;
+        items << OpenLinkInWindow << OpenLinkPrivately;
     items << CopyLinkAddress;
     if (target.isLinkForWindow)
         items << SaveLink;

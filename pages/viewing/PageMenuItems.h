@@ -8,6 +8,7 @@ enum class PageMenuItem {
     Separator,
     OpenLink,
     OpenLinkInWindow,
+    OpenLinkPrivately,
     CopyLinkAddress,
     SaveLink,
     OpenImageInWindow,

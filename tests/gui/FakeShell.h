@@ -15,6 +15,7 @@ public:
     FakeShell() { pref.LoadPref(); }
 
     void VisitUrl(const QString& url) override { visited.append(url); }
+    void VisitUrlPrivately(const QString& url) override { visitedPrivately.append(url); }
     void HistoryUrl(const QString& url) override { historyUrl = url; }
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
@@ -28,6 +29,7 @@ public:
     QIcon frameIcon() const override { return {}; }
 
     QStringList visited;
+    QStringList visitedPrivately;
     HistoryCollection history;
     QString historyUrl;
     bool isOpenBook = false;

@@ -1,0 +1,150 @@
+#include "engine/WebProfile.h"
+
+#include "base/Shell.h"
+#include "engine/PageServices.h"
+#include "engine/ProfileServices.h"
+#include "engine/page/WebEnginePage.h"
+#include "pages/viewing/SpellDictionaries.h"
+
+#include <QIcon>
+#include <QLocale>
+#include <QTimer>
+#include <QWebEngineCookieStore>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How long after the profile is made the dictionaries are loaded: sooner they would hold up
+/// its first page.
+constexpr std::chrono::seconds dictionaryDelay(2);
+
+/// The frame as the services of a profile see it: whatever opens a window for one of its pages
+/// opens one of the same kind.
+class ProfileShell : public Shell {
+public:
+    ProfileShell(Shell& frame, bool isPrivate) : m_frame(frame), m_isPrivate(isPrivate) {}
+
+    void VisitUrl(const QString& url) override
+    {
+        if (m_isPrivate)
+            m_frame.VisitUrlPrivately(url);
+        else
+            m_frame.VisitUrl(url);
+    }
+    void VisitUrlPrivately(const QString& url) override { m_frame.VisitUrlPrivately(url); }
+    void HistoryUrl(const QString& url) override { m_frame.HistoryUrl(url); }
+    void bIsOpenBook(bool value) override { m_frame.bIsOpenBook(value); }
+    void bIsOpenHistory(bool value) override { m_frame.bIsOpenHistory(value); }
+    void StatusBarCurr(bool value) override { m_frame.StatusBarCurr(value); }
+    void SetDropDisabled(bool disable) override { m_frame.SetDropDisabled(disable); }
+    void statusText(const QString& text) override { m_frame.statusText(text); }
+    Prefer& preferences() override { return m_frame.preferences(); }
+    Prompt& prompt() override { return m_frame.prompt(); }
+    const QString& programFolder() const override { return m_frame.programFolder(); }
+    const QString& title() const override { return m_frame.title(); }
+    QIcon frameIcon() const override { return m_frame.frameIcon(); }
+
+private:
+    Shell& m_frame;
+    bool m_isPrivate;
+};
+
+} // namespace
+
+WebProfile::WebProfile(std::unique_ptr<QWebEngineProfile> profile, const Surroundings& surroundings)
+    : m_surroundings(surroundings), m_session(surroundings.turns), m_profile(std::move(profile)),
+      m_pages(std::make_unique<QObject>())
+{
+    applySettings();
+    addReportScript();
+    QTimer::singleShot(dictionaryDelay, this, &WebProfile::startSpellCheck);
+}
+
+WebProfile::~WebProfile() = default;
+
+void WebProfile::serve(Shell& shell, QWidget* frame, const QString& dataFolder)
+{
+    m_shell = std::make_unique<ProfileShell>(shell, m_profile->isOffTheRecord());
+    m_services =
+        std::make_unique<ProfileServices>(*m_shell, frame, *m_profile, m_session, dataFolder);
+}
+
+std::unique_ptr<EngineControl> WebProfile::makeEngine(QWidget* parent)
+{
+    auto* const page = new WebEnginePage(*m_profile, m_surroundings.reports, m_pages.get());
+    auto engine =
+        std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve, m_session.popups,
+                                           m_surroundings.sleepAfter);
+    // The services belong to the page.
+    new PageServices(*m_shell, *m_services, m_session, m_surroundings.resolve.search, parent,
+                     engine->view(), page);
+    ++m_engines;
+    connect(engine.get(), &QObject::destroyed, this, [this] {
+        if (--m_engines == 0)
+            emit abandoned();
+    });
+    return engine;
+}
+
+void WebProfile::endService()
+{
+    m_services.reset();
+}
+
+bool WebProfile::isUnused() const
+{
+    return m_engines == 0 && m_pages->children().isEmpty() &&
+           (!m_services || m_services->isIdle());
+}
+
+void WebProfile::applySettings()
+{
+    m_profile->setHttpAcceptLanguage(u"de-DE,de,en"_s);
+    QWebEngineSettings& settings = *m_profile->settings();
+    settings.setAttribute(QWebEngineSettings::PluginsEnabled, true);
+    settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, true);
+    settings.setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
+    settings.setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    settings.setAttribute(QWebEngineSettings::ScreenCaptureEnabled, true); // the user is asked
+    settings.setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, true);
+    settings.setUnknownUrlSchemePolicy(
+        QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    // What the user allows holds for this run.
+    m_profile->setPersistentPermissionsPolicy(
+        QWebEngineProfile::PersistentPermissionsPolicy::AskEveryTime);
+#endif
+    // Exported files are in this encoding and say so nowhere.
+    settings.setDefaultTextEncoding(u"windows-1252"_s);
+    // The filter is called in a thread of the engine's.
+    m_profile->cookieStore()->setCookieFilter(
+        [](const QWebEngineCookieStore::FilterRequest& request) { return !request.thirdParty; });
+}
+
+void WebProfile::startSpellCheck()
+{
+    const QStringList languages =
+        spellLanguages(installedDictionaries(), QLocale::system().uiLanguages());
+    // With an empty list of languages the engine writes a warning to the terminal (seen with
+    // Qt 6.8).
+    if (languages.isEmpty())
+        return;
+    m_profile->setSpellCheckLanguages(languages);
+    m_profile->setSpellCheckEnabled(true);
+}
+
+void WebProfile::addReportScript()
+{
+    QWebEngineScript script;
+    script.setName(u"reports"_s);
+    script.setSourceCode(m_surroundings.reports.script());
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::ApplicationWorld);
+    script.setRunsOnSubFrames(true);
+    m_profile->scripts()->insert(script);
+}
