@@ -26,10 +26,10 @@ constexpr int handOverMessage = static_cast<int>(InstanceMessage::Number::HandOv
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
                  BrowserParts parts)
-    : m_prefer(programFolder),
-      m_frame(std::make_unique<MDIForm1>(FrameParts{
-          programFolder, QStringLiteral("Tessera " TESSERA_VERSION), colouredIcon(u"frame"_s),
-          colouredIcon(u"child"_s), colouredIcon(u"private"_s), m_prefer, prompt, std::move(parts)}))
+    : m_prefer(programFolder), m_frame(std::make_unique<MDIForm1>(FrameParts{
+                                   programFolder, QStringLiteral("Tessera " TESSERA_VERSION),
+                                   colouredIcon(u"frame"_s), colouredIcon(u"child"_s),
+                                   colouredIcon(u"private"_s), m_prefer, prompt, std::move(parts)}))
 {
     new FrameCommands(*m_frame, starter); // belongs to the frame
 }

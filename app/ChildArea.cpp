@@ -11,6 +11,15 @@
 
 namespace {
 constexpr QSize readablePage(240, 160);
+
+/// Whether `source` is a part of a private browser window.
+bool isInPrivateWindow(const QObject* source)
+{
+    for (; source != nullptr; source = source->parent())
+        if (const auto* const window = qobject_cast<const frmBrowser*>(source))
+            return window->isPrivate();
+    return false;
+}
 } // namespace
 
 ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent)
@@ -194,6 +203,6 @@ bool ChildArea::drop(QDropEvent& event)
     }
     event.setDropAction(Qt::CopyAction);
     event.accept();
-    emit addressDropped(droppedAddress(*event.mimeData()));
+    emit addressDropped(droppedAddress(*event.mimeData()), isInPrivateWindow(event.source()));
     return true;
 }

@@ -28,7 +28,8 @@ public:
     bool acceptsAddresses() const { return m_acceptAddresses; }
 
 signals:
-    void addressDropped(const DroppedAddress& address);
+    /// `isPrivate`: the address was dragged out of a private browser window.
+    void addressDropped(const DroppedAddress& address, bool isPrivate);
     void contextMenuWanted(const QPoint& globalPosition);
 
 protected:

@@ -98,9 +98,8 @@ void FrameCommands::addKeys()
     }
     for (int number = 1; number <= 9; ++number)
         addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
-    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N, [this] {
-        runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); });
-    });
+    addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N,
+           [this] { runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); }); });
     auto* const closed = new ClosedWindows(m_frame);
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });
@@ -218,13 +217,19 @@ void FrameCommands::chooseWindow(int number)
             m_frame.activeChild().choose(*window);
 }
 
-void FrameCommands::openDropped(const DroppedAddress& address)
+void FrameCommands::openDropped(const DroppedAddress& address, bool isPrivate)
 {
+    const auto open = [&](const QString& url) {
+        if (isPrivate)
+            m_frame.VisitUrlPrivately(url);
+        else
+            m_frame.VisitUrl(url);
+    };
     runCommand(m_frame, &m_frame, [&] {
         if (address.text)
-            m_frame.VisitUrl(*address.text);
+            open(*address.text);
         if (!address.files.isEmpty())
-            m_frame.VisitUrl(address.files.constFirst());
+            open(address.files.constFirst());
     });
 }
 

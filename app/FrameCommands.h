@@ -46,7 +46,7 @@ private:
     void rebuildWindowList();
     /// Chooses the browser window with this number in the list, 1-based, if there is one.
     void chooseWindow(int number);
-    void openDropped(const DroppedAddress& address);
+    void openDropped(const DroppedAddress& address, bool isPrivate);
 
     void showPreferences();
     void showInternetOptions();

@@ -171,9 +171,9 @@ int run(QApplication& application, const ShellStart& start)
     EndingPrompt prompt;
     ProcessStarter starter;
     RememberedDrives drives;
-    AppInit module(folder, prompt, starter,
-                   {engines.factory(), [&drives] { return drives.entries(); },
-                    engines.privateFactory()});
+    AppInit module(
+        folder, prompt, starter,
+        {engines.factory(), [&drives] { return drives.entries(); }, engines.privateFactory()});
     MDIForm1& frame = module.frame();
     new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame);

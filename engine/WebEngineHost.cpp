@@ -54,8 +54,10 @@ QString questionAboutDownloads(int count)
 
 WebEngineHost::WebEngineHost(const QString& dataFolder, const QString& cacheFolder,
                              AddressResolver resolve, std::chrono::milliseconds sleepAfter)
-    : m_dataFolder(dataFolder),
-      m_surroundings{m_reports, m_turns, {std::move(resolve), searchResolver()}, sleepAfter},
+    : m_dataFolder(dataFolder), m_surroundings{m_reports,
+                                               m_turns,
+                                               {std::move(resolve), searchResolver()},
+                                               sleepAfter},
       m_ordinary(startEngine(dataFolder, cacheFolder), m_surroundings)
 {
     m_endTimer.setInterval(untilUnused);

@@ -77,9 +77,8 @@ void WebProfile::serve(Shell& shell, QWidget* frame, const QString& dataFolder)
 std::unique_ptr<EngineControl> WebProfile::makeEngine(QWidget* parent)
 {
     auto* const page = new WebEnginePage(*m_profile, m_surroundings.reports, m_pages.get());
-    auto engine =
-        std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve, m_session.popups,
-                                           m_surroundings.sleepAfter);
+    auto engine = std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve,
+                                                     m_session.popups, m_surroundings.sleepAfter);
     // The services belong to the page.
     new PageServices(*m_shell, *m_services, m_session, m_surroundings.resolve.search, parent,
                      engine->view(), page);
@@ -98,8 +97,7 @@ void WebProfile::endService()
 
 bool WebProfile::isUnused() const
 {
-    return m_engines == 0 && m_pages->children().isEmpty() &&
-           (!m_services || m_services->isIdle());
+    return m_engines == 0 && m_pages->children().isEmpty() && (!m_services || m_services->isIdle());
 }
 
 void WebProfile::applySettings()

@@ -43,8 +43,7 @@ struct WebDownloads::Copy {
 };
 
 WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
-                           PromptSession& session, DownloadTable& table,
-                           const QString& spareFolder)
+                           PromptSession& session, DownloadTable& table, const QString& spareFolder)
     : m_shell(shell), m_owner(owner), m_session(session), m_table(table),
       m_place(shell, owner, table, spareFolder)
 {

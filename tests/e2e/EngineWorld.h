@@ -104,19 +104,10 @@ public:
     Q_DISABLE_COPY_MOVE(EngineWorld)
 
     /// A new window; with a path it has the page when it is handed out.
-    EngineWindow* open(const QString& path = {})
+    EngineWindow* open(const QString& path = {}) { return open(path, m_host.factory()); }
+    EngineWindow* openPrivately(const QString& path = {})
     {
-        auto* const window = new EngineWindow(&frame, server, m_host.factory());
-        QObject::connect(&window->engine(), &EngineControl::WindowClosing, window,
-                         [this](bool, bool& cancel) {
-                             cancel = true;
-                             ++closings;
-                         });
-        window->setGeometry(frame.rect());
-        window->show();
-        if (!path.isEmpty())
-            window->visitAndWait(path);
-        return window;
+        return open(path, m_host.privateFactory());
     }
     void closeWindows() { qDeleteAll(frame.findChildren<EngineWindow*>()); }
     /// Whether the program may end, for the engines' part.
@@ -129,6 +120,20 @@ public:
     int closings = 0;
 
 private:
+    EngineWindow* open(const QString& path, const EngineFactory& factory)
+    {
+        auto* const window = new EngineWindow(&frame, server, factory);
+        QObject::connect(&window->engine(), &EngineControl::WindowClosing, window,
+                         [this](bool, bool& cancel) {
+                             cancel = true;
+                             ++closings;
+                         });
+        window->setGeometry(frame.rect());
+        window->show();
+        if (!path.isEmpty())
+            window->visitAndWait(path);
+        return window;
+    }
     static QUrl resolve(const QString& typed)
     {
         return typed.trimmed().isEmpty() ? QUrl() : QUrl(typed, QUrl::StrictMode);

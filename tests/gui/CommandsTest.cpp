@@ -59,6 +59,24 @@ private slots:
         QCOMPARE(windowListEntry(3, {}), u"&3 Leeres Fenster"_s);
     }
 
+    void privateWindowsStayAmongThemselves()
+    {
+        Started f;
+        f.frame().HistoryUrl(u"waiting"_s);
+        f.frame().NewPrivateBrowser();
+        QCOMPARE(f.engine(1)->calls(), QString()); // the address waits on
+        QCOMPARE(f.window(2)->windowTitle(), u"Privates Fenster"_s);
+        f.engine(1)->arrive(u"http://geheim/"_s, QString(90, u'x'));
+        f.frame().CreateBrowser(f.window(2));
+        f.engine(2)->arrive(u"http://geheim/auf"_s, u"A & B"_s);
+        QVERIFY(f.window(3)->isPrivate() && !f.window(1)->isPrivate());
+        QCOMPARE(f.frame().History().Count(), 0);
+        f.open("mn_Fenster");
+        const QList<QAction*> entries = f.item("mn_Fenster")->menu()->actions().mid(9);
+        QCOMPARE(entries[1]->text(), u"&2 "_s + QString(50, u'x') + u"… (privat)"_s);
+        QCOMPARE(entries[2]->text(), u"&3 A && B (privat)"_s);
+    }
+
     void windowsStayWithinReach()
     {
         Started f;

@@ -30,15 +30,21 @@ public:
 struct FrameFixture {
     FrameFixture()
         : start(folder.path(), prompt, starter,
-                {[this](QWidget* parent) {
-                     auto engine = std::make_unique<FakeEngine>(parent);
-                     engines.push_back(engine.get());
-                     return engine;
-                 },
+                {factory(),
                  [] {
                      return QStringList{QStringLiteral("C: [root]"), QStringLiteral("D: [a&b]")};
-                 }})
+                 },
+                 factory()})
     {
+    }
+
+    EngineFactory factory()
+    {
+        return [this](QWidget* parent) {
+            auto engine = std::make_unique<FakeEngine>(parent);
+            engines.push_back(engine.get());
+            return engine;
+        };
     }
 
     MDIForm1& frame() const { return start.frame(); }
