@@ -160,6 +160,18 @@ windows() {
     end_program
 }
 
+private() {
+    fresh_files
+    start
+    place 20 30 760 520
+    keys ctrl+shift+n
+    enter www.example.org/garten.html
+    keys alt+f
+    window_picture privat
+    keys Escape
+    end_program
+}
+
 lists() {
     fresh_files
     start
