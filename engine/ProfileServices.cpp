@@ -2,6 +2,7 @@
 
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
+#include "engine/asking/CertificateGuard.h"
 #include "engine/asking/Notifications.h"
 #include "engine/asking/PermissionRequests.h"
 #include "pages/asking/PromptSession.h"
@@ -21,6 +22,11 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
       m_downloads(shell, owner, profile, session, m_table, dataFolder + u"/downloads"_s)
 {
     new Notifications(profile, this);
+    new CertificateGuard(profile, session, this);
+    connect(&session, &PromptSession::permissionTakenBack, this,
+            [this](const QUrl& site, PermissionKind kind) {
+                PermissionRequests::forget(m_profile, site, kind);
+            });
     connect(&m_downloads, &WebDownloads::accepted, this,
             [this] { downloadsWindow().showQuietly(); });
 }

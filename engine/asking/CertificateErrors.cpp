@@ -54,26 +54,16 @@ QString problem(CertificateError::Type type)
     }
 }
 
-QByteArray keyOf(const CertificateError& error)
-{
-    const QList<QSslCertificate> chain = error.certificateChain();
-    const QByteArray digest =
-        chain.isEmpty() ? QByteArray() : chain.constFirst().digest(QCryptographicHash::Sha256);
-    const QByteArray server =
-        error.url().host().toUtf8() + ':' + QByteArray::number(error.url().port()) + ' ';
-    return server + digest;
-}
-
 QString statement(const CertificateError& error)
 {
     return u"%1 kann nicht nachweisen, der richtige Server zu sein.\n\n%2"_s.arg(
         siteName(error.url()), problem(error.type()));
 }
 
-Prompt::Question question(const CertificateError& error)
+Prompt::Question question(const QString& statement, bool isOverridable)
 {
-    const QString start = statement(error) + u"\n\n"_s;
-    if (!error.isOverridable()) {
+    const QString start = statement + u"\n\n"_s;
+    if (!isOverridable) {
         return {.title = u"Unsichere Verbindung"_s,
                 .text = start + u"Die Seite lässt sich nicht öffnen."_s};
     }
@@ -83,6 +73,30 @@ Prompt::Question question(const CertificateError& error)
             .accept = u"Trotzdem öffnen"_s,
             .refuse = u"Abbrechen"_s,
             .isRisky = true};
+}
+
+QByteArray digestOf(const CertificateError& error)
+{
+    const QList<QSslCertificate> chain = error.certificateChain();
+    return chain.isEmpty() ? QByteArray() : chain.constFirst().digest(QCryptographicHash::Sha256);
+}
+
+QString issuerOf(const QSslCertificate& certificate)
+{
+    const QString name = cleanLine(certificate.issuerDisplayName());
+    return certificate.isSelfSigned() ? u"%1 (der Server selbst)"_s.arg(name) : name;
+}
+
+CertificateException exceptionFor(const CertificateError& error)
+{
+    const QList<QSslCertificate> chain = error.certificateChain();
+    const QSslCertificate own = chain.isEmpty() ? QSslCertificate() : chain.constFirst();
+    return {.host = error.url().host(),
+            .digest = digestOf(error),
+            .statement = statement(error),
+            .problem = problem(error.type()),
+            .issuer = issuerOf(own),
+            .until = own.expiryDate()};
 }
 
 } // namespace
@@ -110,7 +124,8 @@ bool CertificateErrors::isTrusted(const CertificateError& error) const
 {
     // A certificate that the user trusts may meet an error later that cannot be overridden:
     // it may have been revoked, say.
-    return error.isOverridable() && m_prompt.session().trustedCertificates.contains(keyOf(error));
+    return error.isOverridable() &&
+           m_prompt.session().certificates.isAllowed(error.url().host(), digestOf(error));
 }
 
 void CertificateErrors::occurred(CertificateError error)
@@ -129,9 +144,12 @@ void CertificateErrors::ask(CertificateError error)
 {
     // Meanwhile another page may have asked about this server, or this one have gone on.
     if (!isTrusted(error) && isOfPage(error.url())) {
-        const Prompt::Answer answer = m_prompt.ask(question(error));
-        if (answer.isAccepted && error.isOverridable())
-            m_prompt.session().trustedCertificates.insert(keyOf(error));
+        const Prompt::Answer answer =
+            m_prompt.ask(question(statement(error), error.isOverridable()));
+        if (answer.isAccepted && error.isOverridable()) {
+            m_prompt.session().certificates.allow(exceptionFor(error));
+            emit m_prompt.session().answersChanged();
+        }
     }
     if (isTrusted(error)) {
         error.acceptCertificate();
@@ -143,10 +161,34 @@ void CertificateErrors::ask(CertificateError error)
 
 void CertificateErrors::explain(const FrameReport& report)
 {
-    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address) || m_refused.isEmpty())
+    if (!report.isMainFrame || !WebErrorPage::isEnginesOwn(report.address))
+        return;
+    const auto takenBack = m_prompt.session().certificates.takenBack(m_target.host());
+    if (takenBack && m_target.scheme() == "https"_L1 && m_refused.isEmpty()) {
+        m_refused = takenBack->statement;
+        askAnew();
+    }
+    if (m_refused.isEmpty())
         return;
     // The engine's page says that the site is out of order at present. It gets other words,
     // but is not replaced: it keeps its place in the history, and "reload" asks again.
     m_prompt.page().runJavaScript(WebErrorPage::replacement(m_refused),
                                   QWebEngineScript::ApplicationWorld);
+}
+
+void CertificateErrors::askAnew()
+{
+    m_prompt.session().askInTurn(this, [this, url = m_target] {
+        CertificateExceptions& certificates = m_prompt.session().certificates;
+        const auto exception = certificates.takenBack(url.host());
+        if (!isOfPage(url) ||
+            (exception && !m_prompt.ask(question(exception->statement, true)).isAccepted))
+            return;
+        if (exception) { // else another page has asked about this server meanwhile
+            certificates.allow(*exception);
+            emit m_prompt.session().answersChanged();
+        }
+        if (!m_prompt.page().isRetired())
+            m_prompt.page().triggerAction(QWebEnginePage::Reload);
+    });
 }

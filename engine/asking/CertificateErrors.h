@@ -21,6 +21,8 @@ private:
     bool isOfPage(const QUrl& url) const;
     /// Has the engine's error page say why it stands in the place of the page refused.
     void explain(const FrameReport& report);
+    /// Asks about a server that nothing is loaded from since its exception was taken back.
+    void askAnew();
 
     PagePrompt& m_prompt;
     /// Where the page is going or has gone.

@@ -66,7 +66,9 @@ bool DesktopLinks::ask(const QUrl& url, const QString& address, const QString& s
                       .isRisky = true,
                       .checkBox = u"Adressen mit „%1:“ künftig ohne &Frage öffnen"_s.arg(
                           cleanLine(url.scheme(), longestScheme))});
-    if (answer.isAccepted && answer.isChecked)
+    if (answer.isAccepted && answer.isChecked) {
         m_prompt.session().desktopSchemes.insert(url.scheme());
+        emit m_prompt.session().answersChanged();
+    }
     return answer.isAccepted;
 }

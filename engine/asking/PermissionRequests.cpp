@@ -87,6 +87,14 @@ void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemo
         permission.reset();
 }
 
+void PermissionRequests::forget(QWebEngineProfile& profile, const QUrl& site, PermissionKind kind)
+{
+    const QList<QWebEnginePermission> permissions = profile.listPermissionsForOrigin(site);
+    for (const QWebEnginePermission& permission : permissions)
+        if (kindOf(permission.permissionType()) == kind)
+            permission.reset();
+}
+
 void PermissionRequests::connectRequests()
 {
     connect(&m_prompt.page(), &QWebEnginePage::permissionRequested, this,
@@ -104,13 +112,19 @@ void PermissionRequests::connectRequests()
 
 void PermissionRequests::forget(QWebEngineProfile& profile, const PermissionMemory& memory)
 {
-    QWebEnginePage page(&profile); // any page sets what the whole profile remembers
     const QSet<QUrl> sites = memory.sites();
-    for (const QUrl& site : sites) {
-        // Only these the engine remembers (seen with Qt 6.4).
-        for (const Kind kind : {Kind::Notifications, Kind::Geolocation})
-            page.setFeaturePermission(site, kind, QWebEnginePage::PermissionUnknown);
-    }
+    for (const QUrl& site : sites)
+        for (const PermissionKind kind : {PermissionKind::Notifications, PermissionKind::Location})
+            forget(profile, site, kind);
+}
+
+void PermissionRequests::forget(QWebEngineProfile& profile, const QUrl& site, PermissionKind kind)
+{
+    QWebEnginePage page(&profile); // any page sets what the whole profile remembers
+    // Only these the engine remembers (seen with Qt 6.4).
+    for (const Kind feature : {Kind::Notifications, Kind::Geolocation})
+        if (kindOf(feature) == kind)
+            page.setFeaturePermission(site, feature, QWebEnginePage::PermissionUnknown);
 }
 
 void PermissionRequests::connectRequests()
@@ -190,6 +204,7 @@ void PermissionRequests::ask(const QUrl& site, PermissionKind kind, const Answer
         // If the page has lost its window, this is no answer of the user's.
         if (!m_prompt.page().isRetired()) {
             memory.remember(site, kind, *isGranted);
+            emit m_prompt.session().answersChanged();
             m_refusals += *isGranted ? 0 : 1;
         }
     }

@@ -18,6 +18,8 @@ public:
 
     /// Has the engine forget what it knows of the answers in `memory`.
     static void forget(QWebEngineProfile& profile, const PermissionMemory& memory);
+    /// Has the engine forget one answer.
+    static void forget(QWebEngineProfile& profile, const QUrl& site, PermissionKind kind);
 
 private:
     using Answer = std::function<void(bool isGranted)>;

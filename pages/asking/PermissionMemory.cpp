@@ -45,6 +45,11 @@ QString permissionQuestion(PermissionKind kind, const QString& site)
     return u"%1 möchte %2. Erlauben Sie das?"_s.arg(site, purpose(kind));
 }
 
+QString permissionAnswer(PermissionKind kind, bool isGranted)
+{
+    return (isGranted ? u"Erlaubt: %1"_s : u"Abgelehnt: %1"_s).arg(purpose(kind));
+}
+
 std::optional<bool> PermissionMemory::answer(const QUrl& site, PermissionKind kind) const
 {
     if (const auto known = m_answers.constFind(keyOf(site, kind)); known != m_answers.cend())
@@ -65,6 +70,27 @@ void PermissionMemory::remember(const QUrl& site, PermissionKind kind, bool isGr
         remember(site, PermissionKind::Camera, true);
         remember(site, PermissionKind::Microphone, true);
     }
+}
+
+QList<std::pair<PermissionKind, bool>> PermissionMemory::answers(const QUrl& site) const
+{
+    QList<std::pair<PermissionKind, bool>> all;
+    for (int i = 0; i <= static_cast<int>(PermissionKind::Fonts); ++i) {
+        const auto kind = static_cast<PermissionKind>(i);
+        const auto known = m_answers.constFind(keyOf(site, kind));
+        const bool isImplied =
+            known != m_answers.cend() && *known && kind == PermissionKind::CameraAndMicrophone;
+        if (known != m_answers.cend() && !isImplied)
+            all.append({kind, *known});
+    }
+    return all;
+}
+
+void PermissionMemory::forget(const QUrl& site, PermissionKind kind)
+{
+    m_answers.remove(keyOf(site, kind));
+    if (kind == PermissionKind::Camera || kind == PermissionKind::Microphone)
+        m_answers.remove(keyOf(site, PermissionKind::CameraAndMicrophone));
 }
 
 QSet<QUrl> PermissionMemory::sites() const

@@ -1,5 +1,6 @@
 #include "base/ShownText.h"
 #include "browser/PageTexts.h"
+#include "pages/asking/CertificateExceptions.h"
 #include "pages/asking/PageLimits.h"
 #include "pages/asking/PermissionMemory.h"
 #include "pages/asking/SiteText.h"
@@ -120,6 +121,36 @@ private slots:
         memory.clear();
         memory.remember(site, CameraAndMicrophone, true);
         QCOMPARE(memory.answer(site, Microphone), true);
+    }
+
+    void answersAreTakenBack()
+    {
+        using enum PermissionKind;
+        PermissionMemory memory;
+        const QUrl site(u"https://a.de/x"_s);
+        memory.remember(site, CameraAndMicrophone, true);
+        memory.remember(site, Location, false);
+        const auto shown = [&] {
+            QStringList texts;
+            for (const auto& [kind, isGranted] : memory.answers(QUrl(u"https://a.de/y"_s)))
+                texts << permissionAnswer(kind, isGranted).section(u' ', 0, 2);
+            return texts.join(u'|');
+        };
+        QCOMPARE(shown(), u"Erlaubt: die Kamera|Erlaubt: das Mikrofon|Abgelehnt: Ihren Standort"_s);
+        memory.forget(site, Camera);
+        QCOMPARE(memory.answer(site, CameraAndMicrophone), std::nullopt);
+        QCOMPARE(shown(), u"Erlaubt: das Mikrofon|Abgelehnt: Ihren Standort"_s);
+
+        CertificateExceptions certificates;
+        certificates.allow({.host = u"a"_s, .digest = "1"});
+        certificates.allow({.host = u"a"_s, .digest = "2"});
+        certificates.takeBack(u"a"_s);
+        certificates.takeBack(u"b"_s);
+        QVERIFY(!certificates.isAllowed(u"a"_s, "1") && !certificates.isAllowed(u"a"_s, "2"));
+        QCOMPARE(certificates.takenBack(u"a"_s)->digest, "2"_ba);
+        QVERIFY(!certificates.takenBack(u"b"_s));
+        certificates.allow(*certificates.takenBack(u"a"_s));
+        QVERIFY(certificates.isAllowed(u"a"_s, "2") && !certificates.hasTakenBack());
     }
 
     void silence()
