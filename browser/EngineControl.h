@@ -1,5 +1,7 @@
 #pragma once
 
+#include "browser/PageSafety.h"
+
 #include <QObject>
 #include <QString>
 
@@ -63,6 +65,12 @@ public:
     /// The document of the page shown, if there is one.
     virtual std::optional<EngineDocument> Document() const = 0;
 
+    /// How safe the page shown is, and what the user has said about it. What the engine does
+    /// not tell is left out.
+    virtual PageSafety Safety() const { return {}; }
+    /// Takes back what the user has said: the `id` of one of the answers in `Safety`.
+    virtual void TakeBack(const QString& /*answer*/) {}
+
     /// What is to be heard of the page: it plays, or it would if the user had not silenced it.
     enum class Sound { None, Playing, Silenced };
 
@@ -106,6 +114,8 @@ signals:
     void WindowSetHeight(int height);
     void WindowSetWidth(int width);
     void SoundChange(EngineControl::Sound sound);
+    /// `Safety` says something else than before.
+    void SafetyChange();
     /// The page asks to be closed; `cancel` keeps the engine alone alive.
     void WindowClosing(bool isChildWindow, bool& cancel);
 

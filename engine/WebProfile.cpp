@@ -105,7 +105,7 @@ std::unique_ptr<EngineControl> WebProfile::makeEngine(QWidget* parent)
 {
     auto* const page = new WebEnginePage(*m_profile, m_surroundings.reports, m_pages.get());
     auto engine = std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve,
-                                                     m_session.popups, m_surroundings.sleepAfter);
+                                                     m_session, m_surroundings.sleepAfter);
     // The services belong to the page.
     new PageServices(*m_shell, *m_services, m_session, m_surroundings.resolve.search, parent,
                      engine->view(), page);

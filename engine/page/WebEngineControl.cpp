@@ -5,7 +5,7 @@
 #include "engine/page/PageStatus.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
-#include "pages/asking/PageLimits.h"
+#include "pages/asking/PromptSession.h"
 #include "pages/asking/UrlSchemes.h"
 
 #include <QAccessible>
@@ -67,12 +67,13 @@ private:
 } // namespace
 
 WebEngineControl::WebEngineControl(QWidget* parent, WebEnginePage* page, Resolvers resolve,
-                                   PopupLimit& popups, std::chrono::milliseconds sleepAfter)
+                                   PromptSession& session, std::chrono::milliseconds sleepAfter)
     : m_page(page), m_resolve(std::move(resolve.address)), m_search(std::move(resolve.search)),
       m_visits([this](const EngineFrame& frame, const QString& address) {
           emit NavigateComplete2(frame, address);
       }),
-      m_popups(popups), m_closeRequest(*page), m_leaving(*page), m_sleep(*page, sleepAfter)
+      m_popups(session.popups), m_closeRequest(*page), m_leaving(*page), m_sleep(*page, sleepAfter),
+      m_safety(*page, session)
 {
     auto* const host = new PageHost(parent);
     m_host = host;
@@ -144,6 +145,7 @@ void WebEngineControl::connectWindow()
 {
     m_status = std::make_unique<PageStatus>(*m_page, *m_view);
     connect(m_status.get(), &PageStatus::changed, this, &WebEngineControl::StatusTextChange);
+    connect(&m_safety, &WebSafety::changed, this, &WebEngineControl::SafetyChange);
     connect(&m_closeRequest, &WebCloseRequest::asking, this, [this] { activateWindowOf(m_view); });
     connect(&m_closeRequest, &WebCloseRequest::closing, this, &WebEngineControl::closeWindow);
     connect(m_page, &QWebEnginePage::recentlyAudibleChanged, this,

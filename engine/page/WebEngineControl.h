@@ -6,6 +6,7 @@
 #include "engine/page/PageLeaving.h"
 #include "engine/page/PageSleep.h"
 #include "engine/page/WebCloseRequest.h"
+#include "engine/page/WebSafety.h"
 #include "engine/page/WebVisits.h"
 
 #include <QPointer>
@@ -17,6 +18,7 @@
 
 class PageStatus;
 class PopupLimit;
+class PromptSession;
 class QWebEngineNewWindowRequest;
 class QWebEngineView;
 class WebEnginePage;
@@ -36,10 +38,10 @@ public:
     };
 
     /// Takes `page` over, but leaves it its parent, which deletes it if it is still there at
-    /// the program's end. The view is made inside `parent`. `popups` outlives the engine. The
+    /// the program's end. The view is made inside `parent`. `session` outlives the engine. The
     /// page may sleep when it has not been seen for `sleepAfter`.
-    WebEngineControl(QWidget* parent, WebEnginePage* page, Resolvers resolve, PopupLimit& popups,
-                     std::chrono::milliseconds sleepAfter);
+    WebEngineControl(QWidget* parent, WebEnginePage* page, Resolvers resolve,
+                     PromptSession& session, std::chrono::milliseconds sleepAfter);
     ~WebEngineControl() override;
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
@@ -56,6 +58,9 @@ public:
     QString LocationURL() const override;
     QString LocationName() const override;
     std::optional<EngineDocument> Document() const override;
+
+    PageSafety Safety() const override { return m_safety.safety(); }
+    void TakeBack(const QString& answer) override { m_safety.takeBack(answer); }
 
     QByteArray Pages() const override;
     bool RestorePages(const QByteArray& pages) override;
@@ -100,6 +105,7 @@ private:
     WebCloseRequest m_closeRequest;
     PageLeaving m_leaving;
     PageSleep m_sleep;
+    WebSafety m_safety;
     /// Where a pending navigation is: it waits for the event loop, then in the engine, which
     /// begins to load a while later when many windows load at once.
     enum class Pending { Nothing, InEventLoop, InEngine };

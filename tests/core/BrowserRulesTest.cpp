@@ -1,14 +1,60 @@
 #include "app/Arrangement.h"
 #include "browser/AddressProposals.h"
 #include "browser/BrowserLayout.h"
+#include "browser/PageSafety.h"
 #include "browser/PageTexts.h"
 #include "tests/TestCase.h"
 
 using namespace Qt::StringLiterals;
+using Kind = PageSafety::Kind;
 
 class BrowserRulesTest : public TestCase {
     Q_OBJECT
 private slots:
+    void safety_data()
+    {
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("reported");
+        QTest::addColumn<int>("kind");
+        const auto row = [](const char* name, const QString& shown, const QString& reported,
+                            Kind kind) {
+            QTest::newRow(name) << shown << reported << static_cast<int>(kind);
+        };
+        row("nothing", {}, {}, Kind::Unknown);
+        row("blank", u"about:blank"_s, u"about:blank"_s, Kind::Unknown);
+        row("https", u"https://a.de/x"_s, u"https://a.de:443/#y"_s, Kind::Secured);
+        row("on its way", u"https://a.de/"_s, {}, Kind::Unknown);
+        row("page before", u"https://a.de/"_s, u"https://b.de/"_s, Kind::Unknown);
+        row("other port", u"https://a.de:4433/"_s, u"https://a.de/"_s, Kind::Unknown);
+        row("error", u"https://a.de/"_s, u"chrome-error://chromewebdata/"_s, Kind::Unknown);
+        row("source", u"view-source:https://a.de/"_s, u"https://a.de/"_s, Kind::Secured);
+        row("http", u"http://a.de/"_s, {}, Kind::NotSecured);
+        row("source of http", u"view-source:http://a.de/"_s, {}, Kind::NotSecured);
+        for (const char* host : {"localhost", "a.localhost", "127.0.0.1", "127.8.0.1", "[::1]"})
+            row(host, u"http://%1:80/"_s.arg(QLatin1String(host)), {}, Kind::Local);
+        for (const char* host : {"localhost.de", "notlocalhost", "127.0.0.1.de", "128.0.0.1"})
+            row(host, u"http://%1/"_s.arg(QLatin1String(host)), {}, Kind::NotSecured);
+        row("file", u"file:///etc/hosts"_s, {}, Kind::Local);
+        row("file of a server", u"file://server/x"_s, {}, Kind::NotSecured);
+        row("own", u"data:text/html,x"_s, u"tessera-error:address=x"_s, Kind::Local);
+        row("data", u"data:text/html,x"_s, u"data:text/html,x"_s, Kind::NotSecured);
+        row("blob", u"blob:https://a.de/1"_s, u"https://a.de/"_s, Kind::NotSecured);
+        row("engine's", u"chrome://gpu/"_s, u"chrome://gpu/"_s, Kind::Unknown);
+    }
+    void safety()
+    {
+        QFETCH(const QString, shown);
+        QFETCH(const QString, reported);
+        QFETCH(const int, kind);
+        PageOrigin page{.shown = QUrl(shown), .reported = QUrl(reported)};
+        QCOMPARE(static_cast<int>(safetyOf(page)), kind);
+        const bool isSecured = kind == static_cast<int>(Kind::Secured);
+        page.exception = PageOrigin::Exception::Allowed;
+        QCOMPARE(safetyOf(page) == Kind::SecuredByException, isSecured);
+        page.exception = PageOrigin::Exception::TakenBack;
+        QVERIFY(safetyOf(page) != Kind::Secured && safetyOf(page) != Kind::SecuredByException);
+    }
+
     void quotes()
     {
         QCOMPARE(StripQuotes(u"\"\"a b\"\""_s), u"\"a b\""_s);

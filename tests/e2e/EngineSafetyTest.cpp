@@ -8,6 +8,8 @@
 #include <QMenu>
 #include <QtTest>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -224,6 +226,35 @@ private slots:
         visit("<form method=post action=/moves></form><script>document.forms[0].submit()</script>");
         shows(u"Frei"_s);
         QVERIFY(!asks());
+    }
+
+    void aHangingPageInheritsNoSafety()
+    {
+        using Kind = PageSafety::Kind;
+        LoopbackServer secured;
+        secured.useTls(QFINDTESTDATA("localhost.pem"));
+        secured.page(u"/fine"_s, "<title>Gut</title>");
+        const QByteArray hang = "<title>Endlos</title>x<script>for (;;);</script>";
+        secured.page(u"/hang"_s, hang);
+        m_world.server.page(u"/hang"_s, hang);
+        m_world.prompt.onAsk = [](QWidget*, const Prompt::Question&) {
+            return Prompt::Answer{.isAccepted = true};
+        };
+        Kind told = Kind::Unknown;
+        EngineControl& engine = m_window->engine();
+        connect(&engine, &EngineControl::SafetyChange, this, [&] { told = engine.Safety().kind; });
+        for (const auto& [address, kind] :
+             {std::pair{m_world.server.address(u"/hang"_s), Kind::Local},
+              {secured.address(u"/hang"_s, u"localhost"_s), Kind::Unknown}}) {
+            engine.Navigate(secured.address(u"/fine"_s));
+            QTRY_COMPARE(told, Kind::SecuredByException);
+            engine.Navigate(address);
+            QTRY_COMPARE(told, kind);
+            QTest::qWait(1500); // all others have reported themselves by now
+            QCOMPARE(told, kind);
+            ::kill(static_cast<pid_t>(m_window->view()->page()->renderProcessPid()), SIGKILL);
+        }
+        engine.disconnect(this);
     }
 
 private:

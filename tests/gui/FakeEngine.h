@@ -27,6 +27,8 @@ public:
     QString LocationName() const override { return locationName; }
     std::optional<EngineDocument> Document() const override { return document; }
     QWidget* host() override { return m_host; }
+    PageSafety Safety() const override { return safety; }
+    void TakeBack(const QString& answer) override { note(QStringLiteral("TakeBack ") + answer); }
 
     /// What was called since the last look.
     QString calls() { return std::exchange(m_calls, {}).join(u'|'); }
@@ -45,6 +47,7 @@ public:
     QString locationUrl;
     QString locationName;
     std::optional<EngineDocument> document;
+    PageSafety safety;
 
 private:
     void note(const QString& call)
