@@ -5,6 +5,7 @@
 #include "browser/PageTexts.h"
 #include "browser/ProposalList.h"
 #include "browser/ProposalSource.h"
+#include "browser/SafetySign.h"
 
 #include <QComboBox>
 #include <QDropEvent>
@@ -40,11 +41,13 @@ AddressBar::AddressBar(ProposalSource& source, QWidget* parent)
     m_address->setAcceptDrops(true);
     // The line inside the box is what has the focus, and what assistive tools name.
     m_address->lineEdit()->setAccessibleName(u"Adresse"_s);
+    m_sign = new SafetySign(m_address->lineEdit());
     m_address->setToolTip(u"Adresse eingeben und mit der Eingabetaste öffnen"_s);
     // The line would insert a drop into its text; here a drop replaces it.
     m_address->installEventFilter(this);
     m_address->lineEdit()->installEventFilter(this);
     connect(m_address->lineEdit(), &QLineEdit::textEdited, this, &AddressBar::edited);
+    connect(m_address->lineEdit(), &QLineEdit::textChanged, this, &AddressBar::adjustSign);
     connect(&source, &ProposalSource::grown, this, [this] {
         if (m_maybeMore)
             propose();
@@ -67,6 +70,12 @@ void AddressBar::showAddress(const QString& address)
     dismissProposals();
     m_address->setEditText(address);
     m_typed.reset();
+    adjustSign(); // the text may have stood there before its page
+}
+
+void AddressBar::adjustSign()
+{
+    m_sign->isOfPage(address() == m_shown);
 }
 
 void AddressBar::visited(const QString& address)

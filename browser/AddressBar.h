@@ -12,6 +12,7 @@ class QLabel;
 class QMimeData;
 class ProposalList;
 class ProposalSource;
+class SafetySign;
 
 /// The panel `picAddress` with the label and the address line `cboAddress`. The
 /// list of the line holds the addresses visited in this window, the latest
@@ -28,6 +29,7 @@ public:
     AddressBar(ProposalSource& source, QWidget* parent);
 
     QComboBox* cboAddress() const { return m_address; }
+    SafetySign& safetySign() const { return *m_sign; }
     /// Puts `address` at the top of the list, in place of an entry that equals it, and
     /// shows it.
     void visited(const QString& address);
@@ -71,10 +73,13 @@ private:
     void discardText();
     void showAddress(const QString& address);
     void showPage();
+    /// Has the sign say nothing about a text that is not the page's address.
+    void adjustSign();
 
     ProposalSource& m_source;
     QLabel* m_label;
     QComboBox* m_address;
+    SafetySign* m_sign = nullptr;
     ProposalList* m_proposals = nullptr; ///< made when there is something to propose first
     KnownAddresses m_own;                ///< the line's list, made ready for proposals
     bool m_maybeMore = false;            ///< proposals are welcome that come to be known later

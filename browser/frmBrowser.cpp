@@ -9,6 +9,7 @@
 #include "browser/BrowserLayout.h"
 #include "browser/BrowserToolbar.h"
 #include "browser/BusyDisplay.h"
+#include "browser/PageSafetyDisplay.h"
 #include "browser/PageTexts.h"
 #include "browser/SystemMenu.h"
 
@@ -74,6 +75,11 @@ void frmBrowser::connectControls()
     connect(m_systemMenu.get(), &SystemMenu::hintChanged, this,
             [this](const QString& hint) { m_frame.statusText(hint); });
     connect(m_systemMenu.get(), &SystemMenu::placed, m_focus.get(), &BrowserFocus::restore);
+    auto* const safety = new PageSafetyDisplay(*m_engine, *m_addressBar, this);
+    connect(safety, &PageSafetyDisplay::lineWanted, this, [this] {
+        showAddressBar(true);
+        PubResize();
+    });
     connectEscape();
 }
 

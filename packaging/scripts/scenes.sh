@@ -106,6 +106,16 @@ questions() {
     keys ctrl+l
     enter https://sicher.example.org/
     moving=yes question zertifikat 'Unsichere Verbindung'
+    keys F5
+    find_window 'Unsichere Verbindung'
+    keys Tab Return
+    no_window 'Unsichere Verbindung'
+    find_window 'Tessera.*sicher.example.org.*'
+    settle
+    keys alt+Return
+    find_window 'Sicherheit der Seite.*'
+    picture sicherheit $((left + 60)) $((top + 57)) 364 274
+    keys Escape
     end_program
 }
 

@@ -5,11 +5,13 @@
 #include "pages/viewing/PageMenu.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -98,6 +100,50 @@ private slots:
         press(Qt::Key_Return);
         w.click("Stop");
         QCOMPARE(w.combo->currentText(), u"b"_s);
+    }
+
+    void theSignIsOfThePage()
+    {
+        OneWindow w;
+        const auto* sign = w.browser->findChild<QToolButton*>(u"SafetySign"_s);
+        const auto said = [&] { return sign->accessibleName().section(u": "_s, 1); };
+        const auto press = [&](Qt::Key key) {
+            QTest::keyClick(w.combo->lineEdit(), key);
+            return said();
+        };
+        w.page->safety.kind = PageSafety::Kind::Secured;
+        w.page->arrive(u"https://a/"_s, u"a"_s);
+        emit w.page->SafetyChange();
+        QCOMPARE(said(), u"Gesichert"_s);
+        QCOMPARE(press(Qt::Key_B), u"Keine Angabe"_s);
+        QCOMPARE(press(Qt::Key_Escape), u"Gesichert"_s);
+        press(Qt::Key_B);
+        QCOMPARE(press(Qt::Key_Return), u"Keine Angabe"_s); // the page is still the old one
+        w.tick();
+        QCOMPARE(said(), u"Gesichert"_s); // nothing came of it
+        w.page->arrive(u"https://b/"_s, u"b"_s);
+        QCOMPARE(said(), u"Gesichert"_s);
+    }
+
+    void answersAreTakenBackInThePanel()
+    {
+        OneWindow w;
+        w.page->safety.site = u"https://a"_s;
+        w.page->safety.answers = {{u"1"_s, u"eins"_s}, {u"2"_s, u"zwei"_s}};
+        w.browser->findChild<QToolButton*>(u"SafetySign"_s)->click();
+        QWidget* const panel = QApplication::activePopupWidget();
+        QVERIFY(panel != nullptr);
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return})
+            QTest::keyClick(panel->focusWidget(), key);
+        QCOMPARE(w.page->calls(), u"TakeBack 2"_s);
+        w.page->safety.answers.removeLast();
+        emit w.page->SafetyChange();
+        QCOMPARE(panel->findChildren<QLabel*>(u"lblAnswer"_s).size(), 1);
+        QVERIFY(panel->focusWidget()->isVisible()); // its button has gone
+        QVERIFY(panel->isVisible());
+        w.page->safety.site = u"https://b"_s;
+        emit w.page->SafetyChange();
+        QVERIFY(!panel->isVisible());
     }
 
     void aPopUpIsRefusedOnceAfterAButton()
