@@ -289,6 +289,11 @@ void MDIForm1::statusText(const QString& text)
     m_statusPanel->showText(text);
 }
 
+void MDIForm1::addStatusSign(QWidget* sign)
+{
+    statusBar()->addPermanentWidget(sign);
+}
+
 bool MDIForm1::event(QEvent* event)
 {
     if (event->type() == QEvent::StatusTip)

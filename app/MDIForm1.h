@@ -121,6 +121,7 @@ public:
     void bOpenNewWindow(bool value) override { m_openNewWindow = value; }
     void SetDropDisabled(bool disable) override;
     void statusText(const QString& text) override;
+    void addStatusSign(QWidget* sign) override;
     Prefer& preferences() override { return m_parts.preferences; }
     Prompt& prompt() override { return m_parts.prompt; }
     const QString& programFolder() const override { return m_parts.programFolder; }

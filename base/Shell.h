@@ -5,6 +5,7 @@
 class Prefer;
 class Prompt;
 class QIcon;
+class QWidget;
 
 /// The interface of the main frame for all other windows. The frame outlives
 /// every window that was given its Shell.
@@ -31,6 +32,8 @@ public:
     virtual void SetDropDisabled(bool disable) = 0;
     /// Writes into panel 3 of the frame's status bar, which all windows share.
     virtual void statusText(const QString& text) = 0;
+    /// Puts a sign to the right of that panel, and owns it.
+    virtual void addStatusSign(QWidget* sign) = 0;
 
     virtual Prefer& preferences() = 0;
     virtual Prompt& prompt() = 0;

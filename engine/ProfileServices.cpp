@@ -6,6 +6,7 @@
 #include "engine/asking/Notifications.h"
 #include "engine/asking/PermissionRequests.h"
 #include "pages/asking/PromptSession.h"
+#include "pages/downloads/DownloadSign.h"
 #include "pages/downloads/frmDownloads.h"
 #include "pages/viewing/StoredWebData.h"
 #include "pages/viewing/frmBrowserData.h"
@@ -29,11 +30,15 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
             });
     connect(&m_downloads, &WebDownloads::accepted, this,
             [this] { downloadsWindow().showQuietly(); });
+    m_sign = new DownloadSign(m_table);
+    connect(m_sign, &DownloadSign::clicked, this, &ProfileServices::showDownloads);
+    shell.addStatusSign(m_sign);
 }
 
 ProfileServices::~ProfileServices()
 {
     delete m_window; // before the table that it shows
+    delete m_sign;
 }
 
 frmDownloads& ProfileServices::downloadsWindow()

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 
+class DownloadSign;
 class PromptSession;
 class QWebEngineProfile;
 class Shell;
@@ -60,4 +61,6 @@ private:
     DownloadTable m_table;
     WebDownloads m_downloads;
     QPointer<frmDownloads> m_window;
+    /// In the frame's status bar.
+    QPointer<DownloadSign> m_sign;
 };

@@ -6,9 +6,12 @@
 
 #include <QHash>
 #include <QPointer>
+#include <QUrl>
 
+#include <functional>
 #include <memory>
 
+class MovingFile;
 class PromptSession;
 class QWebEngineDownloadRequest;
 class QWebEngineProfile;
@@ -22,7 +25,12 @@ enum class FileMove;
 ///
 /// The way of a download: `requested` - `receive` - `begin` - `askPlace`, when it is its turn -
 /// `checkEnd`, whenever the engine's state changes - `moveToTarget`, after the later one of
-/// these two - `copyToTarget` and `copied`, if the target is in another file system - `moved`.
+/// these two - `moved`.
+///
+/// One that has ended without success is kept until it is taken out of the list, so that it can
+/// be loaded once more, with its name and its place: `reload`. The engine continues it, if the
+/// server allows that, or begins it anew, as long as the frame is there that asked for it (seen
+/// with Qt 6.4); else `loadAnew` has a page that nobody sees ask for it.
 class WebDownloads : public QObject {
     Q_OBJECT
 public:
@@ -44,10 +52,12 @@ signals:
     void accepted();
 
 private:
-    struct Copy;
-    /// A download that has not ended.
+    using Id = DownloadTable::Id;
+    /// A download that is not complete.
     struct Transfer {
-        DownloadTable::Id entry = 0;
+        /// The engine's number.
+        quint32 number = 0;
+        QUrl address = {};
         /// What the file is called in the question.
         QString name = {};
         /// The file that the engine writes.
@@ -56,41 +66,65 @@ private:
         QString target = {};
         /// The user has agreed that a file at `target` is replaced.
         bool mayReplace = false;
-        bool isRefused = false;
-        /// The page that offers it, if it has a document to do so with.
+        /// The question where to is open, or will be.
+        bool isAsked = false;
+        /// It is the answer to a form that was sent.
+        bool isFromForm = false;
+        /// The page that has asked for it: the request itself goes on pointing to it when it
+        /// has gone (seen with Qt 6.4).
+        QPointer<QWebEnginePage> page = {};
+        /// The same, if it has a document that offers the file.
         QPointer<WebEnginePage> source = {};
-        /// Null as soon as the file is whole.
+        /// Keeps a page without a document, whose window closes at once: the frame that has
+        /// asked for the file.
+        std::shared_ptr<WebEnginePage::Keeper> keeper = {};
+        /// Asks for the file once more. Null unless it has been loaded anew.
+        std::shared_ptr<QWebEnginePage> loader = {};
+        /// Null while a new one is awaited, and as soon as the file is whole.
         QPointer<QWebEngineDownloadRequest> request = {};
-        /// Null unless the file is being copied to `target`.
-        std::shared_ptr<Copy> copy = {};
+        /// Null unless the file is on its way to `target`.
+        std::shared_ptr<MovingFile> move = {};
     };
 
     void requested(QWebEngineDownloadRequest* download);
     bool takeOverRetry(QWebEngineDownloadRequest& download);
-    void receive(QWebEngineDownloadRequest& download, WebEnginePage* source);
-    void begin(QWebEngineDownloadRequest& download, Transfer transfer, DownloadState state);
-    void follow(QWebEngineDownloadRequest& download);
-    void reportProgress(QWebEngineDownloadRequest& download);
+    bool takeOverLoader(QWebEngineDownloadRequest& download);
+    void take(Id id, QWebEngineDownloadRequest& download);
+    void receive(QWebEngineDownloadRequest& download, WebEnginePage* page);
+    Id begin(QWebEngineDownloadRequest& download, const Transfer& transfer, DownloadState state);
+    void follow(Id id, QWebEngineDownloadRequest& download);
+    void reportProgress(Id id, QWebEngineDownloadRequest& download);
+    /// Where a new file may wait.
+    QString freeWaitingPath(const QString& name) const;
 
+    bool isWaiting(Id id) const;
     int waitingCount() const;
-    void askPlace(quint32 id);
-    void askPlaceAgain(quint32 id, const QString& problem);
-    void refuse(quint32 id);
+    void askInTurn(Id id, const std::function<void()>& ask);
+    void askPlace(Id id);
+    void askPlaceAgain(Id id, const QString& problem);
+    void refuse(Id id);
 
-    void checkEnd(QWebEngineDownloadRequest& download);
-    void moveToTarget(quint32 id);
-    void copyToTarget(quint32 id);
-    void copied(quint32 id, const QString& partial, FileMove result);
-    void moved(quint32 id, FileMove result);
+    void checkEnd(Id id, QWebEngineDownloadRequest& download);
+    void fail(Id id, const QString& failure);
+    void moveToTarget(Id id);
+    void moved(Id id, FileMove result);
 
-    void cancel(quint32 id);
-    void discard(quint32 id);
+    void pause(Id id);
+    void goOn(Id id);
+    void cancel(Id id);
+    void reload(Id id);
+    void loadAnew(Id id);
+    /// Helps the download if the engine does not tell about its next request for it.
+    void awaitRetry(Id id, const QWebEngineDownloadRequest* former);
+    void release(Id id);
+    /// It has gone from the list.
+    void forget(Id id);
 
     Shell& m_shell;
     QWidget* m_owner;
+    QWebEngineProfile& m_profile;
     PromptSession& m_session;
     DownloadTable& m_table;
     DownloadPlace m_place;
-    /// By the engine's numbers.
-    QHash<quint32, Transfer> m_transfers;
+    QHash<Id, Transfer> m_transfers;
 };

@@ -1,5 +1,6 @@
 #include "engine/page/WebEnginePage.h"
 
+#include "engine/page/SentForms.h"
 #include "engine/page/WebErrorPage.h"
 #include "pages/asking/UrlSchemes.h"
 
@@ -77,8 +78,9 @@ std::optional<FrameReport> WebFrameReports::read(const QString& consoleLine) con
 
 WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports,
                              QObject* parent)
-    : QWebEnginePage(&profile, parent), m_reports(reports)
+    : QWebEnginePage(&profile, parent), m_reports(reports), m_sentForms(new SentForms(this))
 {
+    setUrlRequestInterceptor(m_sentForms);
 }
 
 WebEnginePage::Keeper::Keeper(WebEnginePage& page, While what)
@@ -132,6 +134,11 @@ bool WebEnginePage::isFromSentForm() const
     for (int i = 0; version == historyVersion && i <= current; ++i)
         isSent = isOfSentForm(reader);
     return isSent && reader.status() == QDataStream::Ok;
+}
+
+bool WebEnginePage::hasSentFormTo(const QUrl& address) const
+{
+    return m_sentForms->isFrom(address);
 }
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+class SentForms;
+
 /// What the document of one frame says about itself.
 struct FrameReport {
     bool isMainFrame = false;
@@ -71,6 +73,9 @@ public:
     /// Whether the page shown is the answer to a form that was sent, so that loading it once
     /// more would send the form again.
     bool isFromSentForm() const;
+    /// Whether what the page, or a frame of it, got last from `address`, as a document or a
+    /// download, is the answer to a form that was sent.
+    bool hasSentFormTo(const QUrl& address) const;
 
 signals:
     void frameReported(const FrameReport& report);
@@ -118,6 +123,7 @@ private:
     bool askToLeave();
 
     const WebFrameReports& m_reports;
+    SentForms* m_sentForms;
     int m_keepers = 0;
     int m_questions = 0;
     bool m_isRetired = false;

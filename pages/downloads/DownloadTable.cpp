@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -28,11 +29,46 @@ QString bytesText(qint64 bytes)
     return number + u' ' + QLatin1StringView(units.at(unit));
 }
 
+bool isAtWork(const Download& download)
+{
+    return download.state == DownloadState::Running && !download.isPaused;
+}
+
+QString runningText(const Download& download)
+{
+    if (download.isPaused)
+        return u"Angehalten"_s;
+    const QString remaining = download.isStalled ? u"wartet auf den Server"_s : download.remaining;
+    QString text = u"Wird geladen"_s;
+    if (download.start == DownloadStart::Continued)
+        text = u"Wird fortgesetzt"_s;
+    else if (download.start == DownloadStart::Anew)
+        text = u"Wird von vorn geladen"_s;
+    return remaining.isEmpty() ? text : text + u", "_s + remaining;
+}
+
 } // namespace
 
 bool isOpen(const Download& download)
 {
     return download.state == DownloadState::Asking || download.state == DownloadState::Running;
+}
+
+bool canBePaused(const Download& download)
+{
+    return isAtWork(download) && download.canPause;
+}
+
+bool canGoOn(const Download& download)
+{
+    return download.state == DownloadState::Running && download.isPaused;
+}
+
+bool canBeReloaded(const Download& download)
+{
+    const bool hasEnded =
+        download.state == DownloadState::Cancelled || download.state == DownloadState::Failed;
+    return download.canReload && (hasEnded || (isAtWork(download) && download.isStalled));
 }
 
 QString sizeText(const Download& download)
@@ -49,7 +85,7 @@ QString stateText(const Download& download)
     case DownloadState::Asking:
         return u"Wartet auf den Speicherort"_s;
     case DownloadState::Running:
-        return u"Wird geladen"_s;
+        return runningText(download);
     case DownloadState::Completed:
         return u"Fertig"_s;
     case DownloadState::Cancelled:
@@ -76,57 +112,149 @@ QString progressText(const Download& download)
     return percent < 0 ? u"unbekannt"_s : u"%1 %"_s.arg(percent);
 }
 
-DownloadTable::Id DownloadTable::add(const Download& download, const std::function<void()>& cancel)
+DownloadTable::DownloadTable(QObject* parent) : QAbstractTableModel(parent)
+{
+    m_clock.setInterval(std::chrono::seconds(1));
+    connect(&m_clock, &QTimer::timeout, this, &DownloadTable::takeTime);
+}
+
+DownloadTable::Id DownloadTable::add(const Download& download, const DownloadActions& actions)
 {
     const int row = rowCount();
     beginInsertRows({}, row, row);
-    m_entries.append({++m_lastId, download, cancel});
+    m_entries.append({++m_lastId, download, actions});
     endInsertRows();
+    setClock();
     return m_lastId;
 }
 
-QList<DownloadTable::Entry>::iterator DownloadTable::find(Id id)
+QList<DownloadTable::Entry>::iterator DownloadTable::entryOf(Id id)
 {
     return std::find_if(m_entries.begin(), m_entries.end(),
                         [id](const Entry& candidate) { return candidate.id == id; });
 }
 
+const Download* DownloadTable::find(Id id) const
+{
+    const auto entry = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [id](const Entry& candidate) { return candidate.id == id; });
+    return entry == m_entries.end() ? nullptr : &entry->download;
+}
+
+void DownloadTable::changed(const Entry& entry)
+{
+    const int row = static_cast<int>(&entry - m_entries.constData());
+    emit dataChanged(index(row, 0), index(row, columns - 1));
+}
+
 template <typename Change>
 void DownloadTable::changeOpen(Id id, Change change)
 {
-    const auto entry = find(id);
+    const auto entry = entryOf(id);
     if (entry == m_entries.end() || !isOpen(entry->download))
         return;
     change(entry->download);
-    const int row = static_cast<int>(entry - m_entries.begin());
-    emit dataChanged(index(row, 0), index(row, columns - 1));
+    setClock();
+    changed(*entry);
+}
+
+void DownloadTable::setClock()
+{
+    const bool isNeeded = std::any_of(m_entries.begin(), m_entries.end(),
+                                      [](const Entry& entry) { return isAtWork(entry.download); });
+    if (!isNeeded) {
+        m_clock.stop();
+    } else if (!m_clock.isActive()) {
+        m_sinceClock.start();
+        m_clock.start();
+    }
+}
+
+void DownloadTable::takeTime()
+{
+    const std::chrono::milliseconds elapsed(m_sinceClock.restart());
+    for (Entry& entry : m_entries) {
+        Download& download = entry.download;
+        if (!isAtWork(download))
+            continue;
+        entry.time.add(download.received, download.total, elapsed);
+        const QString before = stateText(download);
+        download.isStalled = entry.time.isStalled();
+        download.remaining = entry.time.text();
+        if (stateText(download) != before)
+            changed(entry);
+    }
 }
 
 void DownloadTable::setPlace(Id id, const std::optional<QString>& path)
 {
-    changeOpen(id, [&](Download& download) {
-        download.path = path.value_or(download.path);
-        download.state = path ? DownloadState::Running : DownloadState::Asking;
-    });
+    const auto entry = entryOf(id);
+    if (entry == m_entries.end())
+        return;
+    entry->download.path = path.value_or(entry->download.path);
+    if (isOpen(entry->download))
+        entry->download.state = path ? DownloadState::Running : DownloadState::Asking;
+    setClock();
+    changed(*entry);
 }
 
 void DownloadTable::remove(Id id)
 {
-    const auto entry = find(id);
+    const auto entry = entryOf(id);
     if (entry != m_entries.end()) {
         const int row = static_cast<int>(entry - m_entries.begin());
         beginRemoveRows({}, row, row);
         m_entries.erase(entry);
         endRemoveRows();
+        setClock();
     }
 }
 
 void DownloadTable::setProgress(Id id, qint64 received, qint64 total)
 {
     changeOpen(id, [&](Download& download) {
+        if (received <= 0 && download.received > 0)
+            return;
+        // The server has another file by now, or cannot begin in the middle.
+        if (received < download.received && download.start == DownloadStart::Continued)
+            download.start = DownloadStart::Anew;
         download.received = received;
         download.total = total;
     });
+}
+
+void DownloadTable::setCanPause(Id id, bool canPause)
+{
+    changeOpen(id, [&](Download& download) { download.canPause = canPause; });
+}
+
+void DownloadTable::setPaused(Id id, bool isPaused)
+{
+    const auto entry = entryOf(id);
+    if (entry != m_entries.end())
+        entry->time = {};
+    changeOpen(id, [&](Download& download) {
+        download.isPaused = isPaused;
+        download.isStalled = false;
+        download.remaining.clear();
+    });
+}
+
+void DownloadTable::restart(Id id, DownloadState state, DownloadStart start)
+{
+    const auto entry = entryOf(id);
+    if (entry == m_entries.end())
+        return;
+    entry->time = {};
+    Download& download = entry->download;
+    download = {.path = download.path,
+                .state = state,
+                .received = start == DownloadStart::Continued ? download.received : 0,
+                .total = download.total,
+                .start = start,
+                .canReload = download.canReload};
+    setClock();
+    changed(*entry);
 }
 
 void DownloadTable::finish(Id id, DownloadState state, const QString& failure)
@@ -134,6 +262,7 @@ void DownloadTable::finish(Id id, DownloadState state, const QString& failure)
     changeOpen(id, [&](Download& download) {
         download.state = state;
         download.failure = failure;
+        download.isPaused = false;
     });
 }
 
@@ -142,8 +271,10 @@ void DownloadTable::removeFinished()
     for (int row = rowCount() - 1; row >= 0; --row) {
         if (!isOpen(at(row))) {
             beginRemoveRows({}, row, row);
-            m_entries.removeAt(row);
+            const Entry entry = m_entries.takeAt(row);
             endRemoveRows();
+            if (entry.actions.forget)
+                entry.actions.forget();
         }
     }
 }
@@ -167,8 +298,52 @@ bool DownloadTable::isTarget(const QString& path) const
 void DownloadTable::cancel(int row)
 {
     const Entry entry = m_entries.at(row); // a copy: cancelling may change the table
-    if (isOpen(entry.download) && entry.cancel)
-        entry.cancel();
+    if (isOpen(entry.download) && entry.actions.cancel)
+        entry.actions.cancel();
+}
+
+void DownloadTable::pause(int row)
+{
+    const Entry entry = m_entries.at(row);
+    if (canBePaused(entry.download) && entry.actions.pause)
+        entry.actions.pause();
+}
+
+void DownloadTable::goOn(int row)
+{
+    const Entry entry = m_entries.at(row);
+    if (canGoOn(entry.download) && entry.actions.goOn)
+        entry.actions.goOn();
+}
+
+void DownloadTable::reload(int row)
+{
+    const Entry entry = m_entries.at(row);
+    if (canBeReloaded(entry.download) && entry.actions.reload)
+        entry.actions.reload();
+}
+
+QString DownloadTable::summary() const
+{
+    Download all{.path = {}};
+    bool isTotalKnown = true;
+    bool isAnyAtWork = false;
+    for (const Entry& entry : m_entries) {
+        const Download& download = entry.download;
+        if (!isOpen(download))
+            continue;
+        all.received += download.received;
+        all.total += download.total;
+        isTotalKnown = isTotalKnown && download.total > 0;
+        isAnyAtWork = isAnyAtWork || !download.isPaused;
+    }
+    const int count = openCount();
+    if (count == 0)
+        return {};
+    const QString downloads = count == 1 ? u"1 Download"_s : u"%1 Downloads"_s.arg(count);
+    if (!isAnyAtWork)
+        return downloads + u", angehalten"_s;
+    return isTotalKnown ? downloads + u", "_s + progressText(all) : downloads;
 }
 
 void DownloadTable::cancelAll()

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "pages/downloads/RemainingTime.h"
+
 #include <QAbstractTableModel>
+#include <QElapsedTimer>
 #include <QList>
+#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -9,6 +13,10 @@
 /// How a download stands. `Asking`: the file is coming, or is there already, but the user has
 /// not said yet where it is to be saved.
 enum class DownloadState { Asking, Running, Completed, Cancelled, Failed };
+
+/// How it came to run, or to ask: for the first time, or once more after it had ended, with
+/// what was there already or without.
+enum class DownloadStart { First, Continued, Anew };
 
 /// A file that is being fetched, or was.
 struct Download {
@@ -21,10 +29,38 @@ struct Download {
     qint64 total = 0;
     /// Why it failed, for the user.
     QString failure = {};
+    DownloadStart start = DownloadStart::First;
+    /// Whether it can be loaded once more when it has ended without success.
+    bool canReload = false;
+    /// While it is running: whether it can be paused, and is.
+    bool canPause = false;
+    bool isPaused = false;
+    /// Nothing has come for some time, though it is running.
+    bool isStalled = false;
+    /// How long it still takes, for the user; empty while nobody can tell.
+    QString remaining = {};
+};
+
+/// What whoever adds a download to the table does about it when the user wants it.
+struct DownloadActions {
+    /// Breaks it off; calls `finish`, at once or later.
+    std::function<void()> cancel = {};
+    /// Call `setPaused`.
+    std::function<void()> pause = {};
+    std::function<void()> goOn = {};
+    /// Loads it once more; calls `restart`.
+    std::function<void()> reload = {};
+    /// It is being taken out of the list, and cannot be loaded once more.
+    std::function<void()> forget = {};
 };
 
 /// Whether it has not ended, so that it can be cancelled.
 bool isOpen(const Download& download);
+/// What the user can do about it now.
+bool canBePaused(const Download& download);
+bool canGoOn(const Download& download);
+/// One from which nothing comes any more can be begun anew, too.
+bool canBeReloaded(const Download& download);
 
 /// "1,2 MB von 3,4 MB", or how much has come if that is all, or if nobody knows how much there
 /// is.
@@ -44,23 +80,30 @@ public:
     /// The number that stands for a download as long as it is in the table; never 0.
     using Id = quint32;
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit DownloadTable(QObject* parent = nullptr);
 
-    /// `cancel` breaks the download off; whoever added it then calls `finish`, at once or later.
-    Id add(const Download& download, const std::function<void()>& cancel = {});
-    // Downloads that have ended, or are not in the table, do not change any more.
+    Id add(const Download& download, const DownloadActions& actions = {});
+    // Downloads that have ended, or are not in the table, do not change any more, unless they
+    // are started once more.
     /// The user wants it as the file `path`; without a path he has to be asked (again).
     void setPlace(Id id, const std::optional<QString>& path);
-    /// Both are in bytes; `total` is 0 or less while nobody knows.
+    /// Both are in bytes; `total` is 0 or less while nobody knows. 0 bytes are what a request
+    /// says that has just been made: they change nothing.
     void setProgress(Id id, qint64 received, qint64 total);
+    void setCanPause(Id id, bool canPause);
+    void setPaused(Id id, bool isPaused);
     /// It has ended as `state`.
     void finish(Id id, DownloadState state, const QString& failure = {});
+    /// It has ended, but runs once more, or asks for its place, as `state` says.
+    void restart(Id id, DownloadState state, DownloadStart start);
     /// Takes a download out of the table, whatever its state.
     void remove(Id id);
     /// Takes those that have ended out of the table.
     void removeFinished();
 
     const Download& at(int row) const { return m_entries.at(row).download; }
+    /// Null if it is not in the table.
+    const Download* find(Id id) const;
     /// How many have not ended.
     int openCount() const;
     /// Whether a running download is going to be the file `path`.
@@ -68,6 +111,13 @@ public:
     /// Breaks off the download in the row `row`, or all, unless they have ended.
     void cancel(int row);
     void cancelAll();
+    // As the user wants it; nothing happens where it cannot be done.
+    void pause(int row);
+    void goOn(int row);
+    void reload(int row);
+
+    /// Those that have not ended, all together: "2 Downloads, 45 %"; empty if there are none.
+    QString summary() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -79,13 +129,20 @@ private:
     struct Entry {
         Id id = 0;
         Download download;
-        std::function<void()> cancel;
+        DownloadActions actions;
+        RemainingTime time = {};
     };
 
-    QList<Entry>::iterator find(Id id);
+    QList<Entry>::iterator entryOf(Id id);
+    void changed(const Entry& entry);
     template <typename Change>
     void changeOpen(Id id, Change change);
+    void takeTime();
+    /// Once a second while any download is running, and not at all otherwise.
+    void setClock();
 
     QList<Entry> m_entries;
     Id m_lastId = 0;
+    QTimer m_clock;
+    QElapsedTimer m_sinceClock;
 };

@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QUrl>
@@ -23,6 +24,19 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// On both sides of a column's texts, in pixels.
+constexpr int cellMargins = 24;
+
+QString pauseCaption()
+{
+    return u"An&halten"_s;
+}
+
+QString goOnCaption()
+{
+    return u"Fort&setzen"_s;
+}
 
 /// Draws a percentage as a progress bar; an unknown one as an empty bar.
 class ProgressDelegate : public QStyledItemDelegate {
@@ -80,12 +94,20 @@ void frmDownloads::buildControls()
     auto* const buttons = new QHBoxLayout;
     m_cancel = makeButton(u"cmdCancel"_s, u"&Abbrechen"_s,
                           u"Bricht die ausgewählten Downloads ab und entfernt, was schon da ist"_s);
+    m_pause = makeButton(u"cmdPause"_s, pauseCaption(), u"Hält laufende Downloads an"_s);
+    // It keeps its width when its caption changes.
+    QPushButton* const other = makeButton({}, goOnCaption());
+    m_pause->setMinimumWidth(std::max(m_pause->sizeHint().width(), other->sizeHint().width()));
+    delete other;
+    m_reload = makeButton(u"cmdReload"_s, u"&Erneut laden"_s,
+                          u"Setzt fort, was abgerissen ist, wenn der Server das zulässt, und "
+                          "beginnt sonst von vorn; Name und Ordner bleiben"_s);
     m_openFile = makeButton(u"cmdOpen"_s, u"Ö&ffnen"_s, u"Öffnet die ausgewählte Datei"_s);
     m_showFolder = makeButton(u"cmdFolder"_s, u"&Ordner anzeigen"_s,
                               u"Zeigt den Ordner, in dem die Datei liegt"_s);
     m_clear = makeButton(u"cmdClear"_s, u"&Liste leeren"_s,
                          u"Nimmt die beendeten Downloads aus der Liste; die Dateien bleiben"_s);
-    for (QPushButton* button : {m_cancel, m_openFile, m_showFolder})
+    for (QPushButton* button : {m_cancel, m_pause, m_reload, m_openFile, m_showFolder})
         buttons->addWidget(button);
     buttons->addStretch();
     buttons->addWidget(m_clear);
@@ -93,15 +115,19 @@ void frmDownloads::buildControls()
     layout->addWidget(m_list);
     layout->addLayout(buttons);
     m_list->setFocus();
-    constexpr QSize firstSize(820, 240);
-    const QHeaderView& header = *m_list->horizontalHeader();
+    constexpr QSize firstSize(900, 240);
+    QHeaderView& header = *m_list->horizontalHeader();
     // With large letters the window begins larger.
-    const QSize roomForLetters(2 * header.sectionSize(DownloadTable::Size) +
-                                   2 * header.sectionSize(DownloadTable::Progress),
-                               12 * fontMetrics().height());
+    const int state = fontMetrics().horizontalAdvance(
+                          u"Wird von vorn geladen, noch etwa 10 Stunden 45 Minuten"_s) +
+                      cellMargins;
+    const int others = header.sectionSize(DownloadTable::Size) +
+                       header.sectionSize(DownloadTable::Progress) + state;
+    const QSize roomForLetters(others * 5 / 4, 12 * fontMetrics().height());
     resize(firstSize.expandedTo(roomForLetters).boundedTo(screen()->availableSize() * 9 / 10));
-    m_list->horizontalHeader()->resizeSection(
-        DownloadTable::Name, std::max(width() / 4, header.sectionSizeHint(DownloadTable::Name)));
+    header.resizeSection(
+        DownloadTable::Name,
+        std::max(width() - others - 2 * cellMargins, header.sectionSizeHint(DownloadTable::Name)));
 }
 
 void frmDownloads::buildList()
@@ -122,7 +148,6 @@ void frmDownloads::buildList()
     header->setHighlightSections(false);
     header->setSectionResizeMode(QHeaderView::Interactive);
     header->setStretchLastSection(true);
-    constexpr int cellMargins = 24;
     header->ensurePolished();
     header->resizeSection(DownloadTable::Progress,
                           std::max(100, header->sectionSizeHint(DownloadTable::Progress)));
@@ -133,7 +158,12 @@ void frmDownloads::buildList()
 
 void frmDownloads::connectControls()
 {
-    connect(m_cancel, &QPushButton::clicked, this, &frmDownloads::cancelSelected);
+    connect(m_cancel, &QPushButton::clicked, this, [this] { forSelected(&DownloadTable::cancel); });
+    connect(m_pause, &QPushButton::clicked, this, [this] {
+        const bool pauses = m_pause->text() == pauseCaption();
+        forSelected(pauses ? &DownloadTable::pause : &DownloadTable::goOn);
+    });
+    connect(m_reload, &QPushButton::clicked, this, [this] { forSelected(&DownloadTable::reload); });
     connect(m_openFile, &QPushButton::clicked, this, &frmDownloads::openFile);
     connect(m_showFolder, &QPushButton::clicked, this, &frmDownloads::showFolder);
     connect(m_clear, &QPushButton::clicked, &m_table, &DownloadTable::removeFinished);
@@ -164,7 +194,11 @@ void frmDownloads::showQuietly()
         return;
     // The owner's lower right corner is where the list hides least of what is being read.
     if (const QWidget* owner = parentWidget()) {
-        const QPoint corner = owner->frameGeometry().bottomRight();
+        QPoint corner = owner->frameGeometry().bottomRight();
+        // The sign in the status bar stays in sight.
+        const auto* const bar = owner->findChild<QStatusBar*>();
+        if (bar != nullptr && bar->isVisible())
+            corner.ry() -= bar->height() + style()->pixelMetric(QStyle::PM_TitleBarHeight);
         const QPoint origin = screen()->availableGeometry().topLeft();
         const QPoint wanted = corner - rect().bottomRight();
         move(std::max(wanted.x(), origin.x()), std::max(wanted.y(), origin.y()));
@@ -192,20 +226,43 @@ const Download* frmDownloads::single() const
 
 void frmDownloads::updateButtons()
 {
+    const QWidget* const before = focusWidget();
     const QList<int> rows = selected();
-    m_cancel->setEnabled(
-        std::any_of(rows.begin(), rows.end(), [this](int row) { return isOpen(m_table.at(row)); }));
+    m_cancel->setEnabled(isAny(rows, &isOpen));
+    m_reload->setEnabled(isAny(rows, &canBeReloaded));
+    updatePause(rows);
     const Download* const download = single();
     m_openFile->setEnabled(download != nullptr && download->state == DownloadState::Completed);
     m_showFolder->setEnabled(download != nullptr && download->state != DownloadState::Asking);
     m_clear->setEnabled(m_table.openCount() < m_table.rowCount());
+    // A button that has done its work hands the keys back to the list, not to its neighbour.
+    if (before != nullptr && !before->isEnabled())
+        m_list->setFocus();
 }
 
-void frmDownloads::cancelSelected()
+void frmDownloads::updatePause(const QList<int>& rows)
+{
+    const bool canPause = isAny(rows, &canBePaused);
+    const bool canLetGoOn = !canPause && isAny(rows, &canGoOn);
+    if (canPause || canLetGoOn) {
+        m_pause->setText(canPause ? pauseCaption() : goOnCaption());
+        m_pause->setToolTip(canPause
+                                ? u"Hält die ausgewählten Downloads an; was schon da ist, bleibt"_s
+                                : u"Lädt die angehaltenen Downloads weiter"_s);
+    }
+    m_pause->setEnabled(canPause || canLetGoOn);
+}
+
+bool frmDownloads::isAny(const QList<int>& rows, bool (*holds)(const Download&)) const
+{
+    return std::any_of(rows.begin(), rows.end(), [&](int row) { return holds(m_table.at(row)); });
+}
+
+void frmDownloads::forSelected(void (DownloadTable::*action)(int))
 {
     const QList<int> rows = selected();
     for (const int row : rows)
-        m_table.cancel(row);
+        (m_table.*action)(row);
 }
 
 void frmDownloads::openFile()

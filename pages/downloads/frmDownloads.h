@@ -40,7 +40,11 @@ private:
     /// The one download that is selected; nothing if there are none or several.
     const Download* single() const;
 
-    void cancelSelected();
+    bool isAny(const QList<int>& rows, bool (*holds)(const Download&)) const;
+    /// How the button of the pauses stands: it pauses, or lets go on.
+    void updatePause(const QList<int>& rows);
+    /// Does something about each of the rows selected.
+    void forSelected(void (DownloadTable::*action)(int));
     void openFile();
     void showFolder();
     void complain(const QString& text);
@@ -50,6 +54,8 @@ private:
     Opener m_open;
     QTableView* m_list = nullptr;
     QPushButton* m_cancel = nullptr;
+    QPushButton* m_pause = nullptr;
+    QPushButton* m_reload = nullptr;
     QPushButton* m_openFile = nullptr;
     QPushButton* m_showFolder = nullptr;
     QPushButton* m_clear = nullptr;

@@ -1,11 +1,14 @@
 #include "pages/downloads/DownloadTable.h"
 #include "pages/downloads/FileMove.h"
 #include "pages/downloads/FileNames.h"
+#include "pages/downloads/RemainingTime.h"
 #include "pages/viewing/StoredWebData.h"
 #include "tests/TestCase.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -83,11 +86,13 @@ private slots:
         DownloadTable table;
         const QAbstractItemModelTester tester(&table);
         int cancelled = 0;
-        const auto first = table.add({.path = u"/d/a"_s}, [&] { ++cancelled; });
-        const auto second = table.add({.path = u"/d/b"_s, .total = 10}, [&] {
+        const auto first = table.add({.path = u"/d/a"_s}, {.cancel = [&] { ++cancelled; }});
+        const auto cancel = [&] {
             ++cancelled;
             table.finish(first + 1, DownloadState::Cancelled);
-        });
+        };
+        const auto second =
+            table.add({.path = u"/d/b"_s, .total = 10, .canPause = true}, {.cancel = cancel});
         table.setProgress(second, 5, 10);
         QCOMPARE(rows(table), QStringList({u"a|-1|0 Byte|Wird geladen"_s,
                                            u"b|50|5 Byte von 10 Byte|Wird geladen"_s}));
@@ -105,6 +110,94 @@ private slots:
         QCOMPARE(rows(table), QStringList({u"a|-1|0 Byte|Fehler: Pech."_s,
                                            u"b|50|5 Byte von 10 Byte|Abgebrochen"_s}));
         QVERIFY(!table.isTarget(u"/d/b"_s));
+    }
+
+    void takenUpAgain()
+    {
+        DownloadTable table;
+        const QAbstractItemModelTester tester(&table);
+        QCOMPARE(table.summary(), QString());
+        const auto id = table.add({.path = u"/d/a"_s, .total = 10, .canReload = true});
+        table.add({.path = u"/d/b"_s, .state = DownloadState::Completed, .canReload = true});
+        table.setCanPause(id, true);
+        table.setProgress(id, 4, 10);
+        QCOMPARE(table.summary(), u"1 Download, 40 %"_s);
+        QVERIFY(canBePaused(table.at(0)) && !canGoOn(table.at(0)) && !canBeReloaded(table.at(0)));
+        table.setPaused(id, true);
+        QCOMPARE(table.summary(), u"1 Download, angehalten"_s);
+        QVERIFY(!canBePaused(table.at(0)) && canGoOn(table.at(0)));
+        QCOMPARE(rows(table).constFirst(), u"a|40|4 Byte von 10 Byte|Angehalten"_s);
+        table.finish(id, DownloadState::Failed, u"Pech."_s);
+        QVERIFY(canBeReloaded(table.at(0)) && !canGoOn(table.at(0)) && !canBeReloaded(table.at(1)));
+        QCOMPARE(table.summary(), QString());
+        table.restart(id, DownloadState::Running, DownloadStart::Continued);
+        table.setProgress(id, 0, -1); // a request that has just been made
+        QCOMPARE(rows(table).constFirst(), u"a|40|4 Byte von 10 Byte|Wird fortgesetzt"_s);
+        table.setProgress(id, 2, 10); // the server did not
+        QCOMPARE(rows(table).constFirst(), u"a|20|2 Byte von 10 Byte|Wird von vorn geladen"_s);
+        int forgotten = 0;
+        table.add({.path = u"/d/c"_s, .state = DownloadState::Failed},
+                  {.forget = [&] { ++forgotten; }});
+        table.removeFinished();
+        QCOMPARE(forgotten, 1);
+        QCOMPARE(table.rowCount(), 1);
+    }
+
+    void remainingTime_data()
+    {
+        QTest::addColumn<QList<qint64>>("amounts"); // second by second
+        QTest::addColumn<qint64>("total");
+        QTest::addColumn<QString>("text");
+
+        const auto even = [](qint64 rate, int seconds) {
+            QList<qint64> amounts;
+            for (int i = 0; i <= seconds; ++i)
+                amounts << i * rate;
+            return amounts;
+        };
+        QTest::newRow("too early") << even(100, 2) << qint64(100'000) << QString();
+        QTest::newRow("nobody knows") << even(100, 20) << qint64(-1) << QString();
+        QTest::newRow("seconds") << even(100, 10) << qint64(2'500) << u"noch etwa 20 Sekunden"_s;
+        QTest::newRow("end") << even(100, 24) << qint64(2'500) << u"noch wenige Sekunden"_s;
+        QTest::newRow("a minute") << even(100, 10) << qint64(6'500) << u"noch etwa 1 Minute"_s;
+        QTest::newRow("minutes") << even(100, 10) << qint64(18'900) << u"noch etwa 3 Minuten"_s;
+        QTest::newRow("an hour") << even(100, 10) << qint64(360'900) << u"noch etwa 1 Stunde"_s;
+        QTest::newRow("hours") << even(100, 10) << qint64(800'000)
+                               << u"noch etwa 2 Stunden 15 Minuten"_s;
+        QTest::newRow("days") << even(1, 10) << qint64(1'000'000) << u"noch mehr als einen Tag"_s;
+        QTest::newRow("nothing comes")
+            << even(100, 20) + QList<qint64>(10, 2'000) << qint64(90'000) << QString();
+        QTest::newRow("begun anew") << even(100, 20) + even(100, 2) << qint64(90'000) << QString();
+    }
+    void remainingTime()
+    {
+        QFETCH(const QList<qint64>, amounts);
+        QFETCH(const qint64, total);
+        RemainingTime time;
+        for (const qint64 amount : amounts)
+            time.add(amount, total, std::chrono::seconds(1));
+        QTEST(time.text(), "text");
+        QCOMPARE(time.isStalled(), QByteArray(QTest::currentDataTag()) == "nothing comes");
+    }
+
+    void remainingTimeDoesNotJumpAbout()
+    {
+        RemainingTime time;
+        QStringList texts;
+        qint64 received = 0;
+        const qint64 total = 60'000;
+        for (int i = 0; received < total; ++i) {
+            time.add(received, total, std::chrono::seconds(1));
+            if (texts.isEmpty() || texts.last() != time.text())
+                texts << time.text();
+            if (i == 300) // half of it is there
+                QVERIFY2(QStringList({u"noch etwa 5 Minuten"_s, u"noch etwa 6 Minuten"_s})
+                             .contains(texts.last()),
+                         qPrintable(texts.last()));
+            received += std::array{20, 250, 90, 40}.at(static_cast<std::size_t>(i % 4));
+        }
+        const QSet<QString> different(texts.begin(), texts.end());
+        QVERIFY2(texts.size() == different.size(), qPrintable(texts.join(u", "_s)));
     }
 
     void moves()

@@ -3,9 +3,13 @@
 #include "pages/downloads/DownloadTable.h"
 #include "tests/Files.h"
 
+#include <QDialog>
 #include <QDir>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QStorageInfo>
 #include <QTableView>
+#include <QToolButton>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -60,6 +64,113 @@ private slots:
         check(whole, "filename=\"../../.x/y.txt\"", u"y.txt"_s);
         check({.body = QByteArray(90000, 'x'), .sent = 40000, .closes = true}, "filename=a.bin",
               u"a.bin"_s, u"Fehler: Die Verbindung ist abgerissen."_s);
+    }
+
+    void takenUpAgain_data()
+    {
+        QTest::addColumn<QByteArray>("etag");
+        QTest::addColumn<QByteArray>("etagLater");
+        QTest::addColumn<bool>("closesWindow");
+        QTest::addColumn<QString>("range"); // that is asked for last
+        QTest::newRow("continued") << "\"1\""_ba
+                                   << "\"1\""_ba << false << u"40000"_s;
+        QTest::newRow("no parts") << ""_ba
+                                  << ""_ba << false << QString();
+        QTest::newRow("changed") << "\"1\""_ba
+                                 << "\"2\""_ba << false << u"40000"_s;
+        QTest::newRow("window gone") << "\"1\""_ba
+                                     << "\"1\""_ba << true << QString();
+        QTest::newRow("gone from the server") << ""_ba
+                                              << "404"_ba << false << QString();
+    }
+    void takenUpAgain()
+    {
+        QFETCH(const QByteArray, etag);
+        QFETCH(const QByteArray, etagLater);
+        QFETCH(const QString, range);
+        QFETCH(const bool, closesWindow);
+        offer(u"/broken"_s,
+              {.body = QByteArray(90000, 'x'), .sent = 40000, .etag = etag, .closes = true},
+              "filename=a.bin");
+        const QString place = m_folder->filePath(u"mine.bin"_s);
+        save(u"mine.bin"_s);
+        m_window->visit(u"/broken"_s);
+        const QString failed = u"Fehler: Die Verbindung ist abgerissen."_s;
+        QTRY_COMPARE(states(), QStringList{failed});
+        QVERIFY(!QFile::exists(place) && isEnabled("cmdReload"));
+        if (closesWindow) {
+            delete m_window;
+            QTest::qWait(300);
+        }
+        if (etagLater == "404") {
+            m_world->server.answer(u"/broken"_s, {.body = "weg", .status = 404});
+            press("cmdReload");
+            QTRY_COMPARE(states(),
+                         QStringList{u"Fehler: Auf dem Server gibt es die Datei nicht."_s});
+            QVERIFY(isEnabled("cmdReload")); // it may be back
+        }
+        writeBytes(place, "Somebody else's.");
+        const char filling = etag == etagLater ? 'x' : 'y';
+        offer(u"/broken"_s, {.body = QByteArray(90000, filling), .etag = etagLater},
+              "filename=other.bin");
+        press("cmdReload");
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(bytesOf(place), "Somebody else's."_ba);
+        QCOMPARE(bytesOf(m_folder->filePath(u"mine (2).bin"_s)), QByteArray(90000, filling));
+        QCOMPARE(rangeOf(u"/broken"_s), range);
+        QVERIFY(!isEnabled("cmdReload"));
+    }
+
+    /// Neither by the engine nor by the program: nobody knows what it would set going.
+    void formIsNotSentAgain()
+    {
+        m_world->server.page(u"/form"_s,
+                             "<title>F</title><form method=post action=/broken></form>");
+        offer(u"/broken"_s, {.body = QByteArray(90000, 'x'), .sent = 40000, .closes = true},
+              "filename=a.bin");
+        m_window->visitAndWait(u"/form"_s);
+        save(u"a.bin"_s);
+        m_window->run(u"document.forms[0].submit()"_s);
+        QTRY_COMPARE(states(), QStringList{u"Fehler: Die Verbindung ist abgerissen. Das Formular "
+                                           "wird nicht noch einmal gesendet."_s});
+        QVERIFY(!isEnabled("cmdReload"));
+        QTRY_COMPARE(waiting() + files(), QStringList());
+    }
+
+    void pauses()
+    {
+        save(u"slow.bin"_s);
+        m_window->visit(u"/partial"_s);
+        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
+        QTRY_COMPARE(summary(), u"1 Download, 44 %"_s);
+        press("cmdPause");
+        QCOMPARE(states(), QStringList{u"Angehalten"_s});
+        QCOMPARE(summary(), u"1 Download, angehalten"_s);
+        m_world->server.goOn();
+        QTest::qWait(300);
+        QCOMPARE(states(), QStringList{u"Angehalten"_s});
+        m_world->shell.fakePrompt.onAsk = [](QWidget*, const Prompt::Question&) {
+            return Prompt::Answer{};
+        };
+        QVERIFY(!m_world->mayEnd()); // it would be lost
+        press("cmdPause");
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(bytesOf(m_folder->filePath(u"slow.bin"_s)), QByteArray(90000, 'x'));
+        QCOMPARE(summary(), QString());
+    }
+
+    void cancelledIsLoadedAgain()
+    {
+        save(u"slow.bin"_s);
+        m_window->visit(u"/slow"_s);
+        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
+        press("cmdCancel");
+        QTRY_COMPARE(states(), QStringList{u"Abgebrochen"_s});
+        QTRY_COMPARE(waiting(), QStringList());
+        offer(u"/slow"_s, {.body = QByteArray(90000, 'x')}, "filename=slow.bin");
+        press("cmdReload");
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(files(), QStringList{u"slow.bin"_s});
     }
 
     void outlivesItsWindow()
@@ -209,6 +320,30 @@ private:
             for (int row = 0; row < list->model()->rowCount(); ++row)
                 all << list->model()->index(row, DownloadTable::State).data().toString();
         return all;
+    }
+
+    QPushButton* button(const char* name) const
+    {
+        const auto* const window = m_world->frame.findChild<QDialog*>(u"frmDownloads"_s);
+        return window->findChild<QPushButton*>(QLatin1String(name));
+    }
+    bool isEnabled(const char* name) const { return button(name)->isEnabled(); }
+    void press(const char* name) const
+    {
+        QTRY_VERIFY(isEnabled(name));
+        button(name)->click();
+    }
+    /// What stands in the status bar.
+    QString summary() const
+    {
+        const auto* const sign = qobject_cast<QToolButton*>(m_world->shell.statusSign);
+        return sign->isHidden() ? QString() : sign->text();
+    }
+    /// Where the part begins that the last request asked for.
+    QString rangeOf(const QString& path) const
+    {
+        static const QRegularExpression pattern(u"Range: bytes=(\\d+)-"_s);
+        return pattern.match(QString::fromLatin1(m_world->server.lastRequest(path))).captured(1);
     }
 
     std::unique_ptr<EngineWorld> m_world;

@@ -57,22 +57,42 @@ void LoopbackServer::serve(QTcpSocket& socket)
     emit requested(path);
     const Answer answer = m_answers.value(path, {.body = "nicht da", .status = 404});
     if (answer.logIn.isEmpty() || request.contains("Basic " + answer.logIn.toBase64() + "\r\n")) {
-        send(socket, answer);
+        send(socket, answer, request);
     } else {
-        send(socket, {.body = "<title>Gesperrt</title>",
-                      .status = 401,
-                      .headers = "WWW-Authenticate: Basic realm=\"Keller\"\r\n"});
+        send(socket,
+             {.body = "<title>Gesperrt</title>",
+              .status = 401,
+              .headers = "WWW-Authenticate: Basic realm=\"Keller\"\r\n"},
+             request);
     }
 }
 
-void LoopbackServer::send(QTcpSocket& socket, const Answer& answer)
+/// The first byte that the request asks for, of a file that is still the same; else 0.
+static qsizetype firstWanted(const LoopbackServer::Answer& answer, const QByteArray& request)
 {
-    socket.write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\n" + answer.headers +
-                 "Content-Type: " + answer.type + "\r\nContent-Length: " +
-                 QByteArray::number(answer.body.size()) + "\r\nConnection: close\r\n\r\n" +
-                 answer.body.left(answer.sent < 0 ? answer.body.size() : answer.sent));
+    static const QByteArray range = "\r\nRange: bytes=";
+    const qsizetype at = request.indexOf(range);
+    const bool isSame = !answer.etag.isEmpty() && request.contains("If-Range: " + answer.etag);
+    return at < 0 || !isSame ? 0 : request.mid(at + range.size()).split('-').first().toLongLong();
+}
+
+void LoopbackServer::send(QTcpSocket& socket, const Answer& answer, const QByteArray& request)
+{
+    const qsizetype first = firstWanted(answer, request);
+    const qsizetype last = answer.sent < 0 ? answer.body.size() : answer.sent;
+    const QByteArray size = QByteArray::number(answer.body.size());
+    QByteArray head = answer.headers;
+    if (!answer.etag.isEmpty())
+        head += "Accept-Ranges: bytes\r\nETag: " + answer.etag + "\r\n";
+    if (first > 0)
+        head += "Content-Range: bytes " + QByteArray::number(first) + "-" +
+                QByteArray::number(answer.body.size() - 1) + "/" + size + "\r\n";
+    socket.write("HTTP/1.1 " + QByteArray::number(first > 0 ? 206 : answer.status) + " Answer\r\n" +
+                 head + "Content-Type: " + answer.type + "\r\nContent-Length: " +
+                 QByteArray::number(answer.body.size() - first) + "\r\nConnection: close\r\n\r\n" +
+                 answer.body.mid(first, std::max<qsizetype>(last - first, 0)));
     if (answer.waits)
-        m_rests.append({&socket, answer.body.mid(answer.sent)});
+        m_rests.append({&socket, answer.body.mid(std::max(first, last))});
     if (answer.sent < 0 || answer.closes)
         socket.disconnectFromHost();
 }

@@ -22,6 +22,8 @@ public:
         qsizetype sent = -1;
         /// Or not before `goOn`.
         bool waits = false;
+        /// With one, a part may be asked for, as long as it is part of the same file.
+        QByteArray etag = {};
         /// The connection ends there, with or without the whole body.
         bool closes = false;
         /// "user:password" that the answer is kept for; others get 401 (realm "Keller").
@@ -52,7 +54,7 @@ protected:
 
 private:
     void serve(QTcpSocket& socket);
-    void send(QTcpSocket& socket, const Answer& answer);
+    void send(QTcpSocket& socket, const Answer& answer, const QByteArray& request);
 
     QHash<QString, Answer> m_answers;
     QHash<QString, int> m_requests;

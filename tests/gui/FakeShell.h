@@ -6,8 +6,10 @@
 #include "tests/gui/FakePrompt.h"
 
 #include <QIcon>
+#include <QPointer>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QWidget>
 
 /// A frame that only keeps what it is told. Its program folder is temporary.
 class FakeShell : public Shell {
@@ -22,6 +24,11 @@ public:
     void StatusBarCurr(bool value) override { statusBarCurr = value; }
     void SetDropDisabled(bool disable) override { dropSwitch.append(disable); }
     void statusText(const QString& text) override { status = text; }
+    void addStatusSign(QWidget* sign) override
+    {
+        sign->setAttribute(Qt::WA_DontShowOnScreen); // it has no bar to be in
+        statusSign = sign;
+    }
     Prefer& preferences() override { return pref; }
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
@@ -36,6 +43,7 @@ public:
     bool isOpenHistory = false;
     bool statusBarCurr = false;
     QString status;
+    QPointer<QWidget> statusSign;
     QList<bool> dropSwitch;
     FakePrompt fakePrompt;
 

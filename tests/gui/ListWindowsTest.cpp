@@ -34,9 +34,9 @@ private slots:
     {
         QCOMPARE(enabled(), QString());
         int cancelled = 0;
-        const auto first = m_table->add({.path = u"/d/a"_s}, [&] { ++cancelled; });
+        const auto first = m_table->add({.path = u"/d/a"_s}, {.cancel = [&] { ++cancelled; }});
         QCOMPARE(enabled(), u"cmdCancel cmdFolder"_s);
-        m_table->add({.path = u"/d/b"_s}, [&] { ++cancelled; });
+        m_table->add({.path = u"/d/b"_s}, {.cancel = [&] { ++cancelled; }});
         m_table->finish(first, DownloadState::Completed);
         QCOMPARE(enabled(), u"cmdOpen cmdFolder cmdClear"_s); // the first one is still selected
         find<QTableView>()->selectAll();
