@@ -31,6 +31,8 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
     connect(&m_downloads, &WebDownloads::accepted, this,
             [this] { downloadsWindow().showQuietly(); });
     m_sign = new DownloadSign(m_table);
+    if (profile.isOffTheRecord())
+        m_sign->setToolTip(u"Zeigt die Downloads der privaten Fenster"_s);
     connect(m_sign, &DownloadSign::clicked, this, &ProfileServices::showDownloads);
     shell.addStatusSign(m_sign);
 }
@@ -76,9 +78,12 @@ void ProfileServices::windowsGone()
         m_window->close();
 }
 
-bool ProfileServices::isIdle() const
+bool ProfileServices::dropIdleList()
 {
-    return openDownloads() == 0 && !m_window;
+    if (openDownloads() > 0 || m_window)
+        return false;
+    m_table.removeFinished(); // what could still be taken up again keeps a page
+    return true;
 }
 
 void ProfileServices::deleteData(const BrowserData& data)

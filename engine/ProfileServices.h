@@ -33,8 +33,9 @@ public:
     /// To be told when the last browser window of the profile has gone: the list of its
     /// downloads closes, unless there is one that the user may want to watch.
     void windowsGone();
-    /// Whether no download runs, and the list does not show how one has ended.
-    bool isIdle() const;
+    /// Empties the list of the downloads, unless one runs or is shown to have ended; whether it
+    /// did.
+    bool dropIdleList();
 
     /// Deletes browsing data of this profile.
     void deleteData(const BrowserData& data);

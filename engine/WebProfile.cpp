@@ -48,6 +48,7 @@ public:
     void StatusBarCurr(bool value) override { m_frame.StatusBarCurr(value); }
     void SetDropDisabled(bool disable) override { m_frame.SetDropDisabled(disable); }
     void statusText(const QString& text) override { m_frame.statusText(text); }
+    void addStatusSign(QWidget* sign) override { m_frame.addStatusSign(sign); }
     Prefer& preferences() override { return m_frame.preferences(); }
     Prompt& prompt() override { return m_frame.prompt(); }
     const QString& programFolder() const override { return m_frame.programFolder(); }
@@ -124,7 +125,8 @@ void WebProfile::endService()
 
 bool WebProfile::isUnused() const
 {
-    return m_engines == 0 && m_pages->children().isEmpty() && (!m_services || m_services->isIdle());
+    return m_engines == 0 && (!m_services || m_services->dropIdleList()) &&
+           m_pages->children().isEmpty();
 }
 
 void WebProfile::applySettings()

@@ -190,6 +190,20 @@ private slots:
         QVERIFY(m_world->mayEnd());
     }
 
+    /// The engine tries again, but would do nothing with the answer.
+    void breaksOffWithoutItsWindow()
+    {
+        save(u"slow.bin"_s);
+        m_window->visit(u"/partial"_s);
+        QTRY_COMPARE(summary(), u"1 Download, 44 %"_s);
+        delete m_window;
+        QTest::qWait(300);
+        offer(u"/partial"_s, {.body = QByteArray(90000, 'x')}, "filename=slow.bin");
+        m_world->server.breakOff();
+        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
+        QCOMPARE(bytesOf(m_folder->filePath(u"slow.bin"_s)), QByteArray(90000, 'x'));
+    }
+
     void othersGoOnWhileOneAsks()
     {
         EngineWindow* const other = m_world->open(u"/start"_s);

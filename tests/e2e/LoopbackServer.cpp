@@ -39,6 +39,13 @@ void LoopbackServer::goOn()
     }
 }
 
+void LoopbackServer::breakOff()
+{
+    for (const auto& [socket, rest] : std::exchange(m_rests, {}))
+        if (socket)
+            socket->disconnectFromHost();
+}
+
 QString LoopbackServer::address(const QString& path, const QString& host) const
 {
     return (m_certificate.isEmpty() ? u"http"_s : u"https"_s) +

@@ -36,6 +36,8 @@ public:
     void useTls(const QString& certificate) { m_certificate = certificate; }
     /// Sends the rest of the answers that wait.
     void goOn();
+    /// Ends their connections instead.
+    void breakOff();
 
     void answer(const QString& path, const Answer& answer) { m_answers.insert(path, answer); }
     void page(const QString& path, const QByteArray& html) { answer(path, {.body = html}); }
