@@ -118,16 +118,16 @@ void frmDownloads::buildControls()
     constexpr QSize firstSize(900, 240);
     QHeaderView& header = *m_list->horizontalHeader();
     // With large letters the window begins larger.
-    const int state = fontMetrics().horizontalAdvance(
-                          u"Wird von vorn geladen, noch etwa 10 Stunden 45 Minuten"_s) +
-                      cellMargins;
+    const int state =
+        fontMetrics().horizontalAdvance(u"Wird von vorn geladen, noch etwa 10 Minuten"_s) +
+        cellMargins;
     const int others = header.sectionSize(DownloadTable::Size) +
                        header.sectionSize(DownloadTable::Progress) + state;
     const QSize roomForLetters(others * 5 / 4, 12 * fontMetrics().height());
     resize(firstSize.expandedTo(roomForLetters).boundedTo(screen()->availableSize() * 9 / 10));
-    header.resizeSection(
-        DownloadTable::Name,
-        std::max(width() - others - 2 * cellMargins, header.sectionSizeHint(DownloadTable::Name)));
+    header.resizeSection(DownloadTable::Name,
+                         std::max({width() - others - 2 * cellMargins, width() / 5,
+                                   header.sectionSizeHint(DownloadTable::Name)}));
 }
 
 void frmDownloads::buildList()
