@@ -200,8 +200,6 @@ fresh_files() {
     [[ ${1:-} == none ]] || perl "$samples/records.pl" "$program"
 }
 
-scene_list() { printf '%s\n' "${scenes[@]}"; }
-
 require_packages "${program_packages[@]}" "${display_packages[@]}" perl openssl
 build release tessera
 start_display
@@ -210,6 +208,6 @@ start_private_folders
 allow_engine_as_root
 settle_locale
 for scene in "${@:-${scenes[@]}}"; do
-    scene_list | grep -qxF "$scene" || die "there is no scene '$scene'"
+    [[ " ${scenes[*]} " == *" $scene "* ]] || die "there is no scene '$scene'"
     "$scene"
 done
