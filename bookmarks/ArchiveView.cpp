@@ -127,6 +127,13 @@ void ArchiveView::selectNode(const QModelIndex& node)
         selectionModel()->clear();
 }
 
+void ArchiveView::reachNode(const QModelIndex& node)
+{
+    selectNode(node);
+    scrollTo(node); // opens its folder
+    emit nodeReached(node);
+}
+
 void ArchiveView::StartLabelEdit(const QModelIndex& node)
 {
     if (!node.isValid() || isEditing())

@@ -23,6 +23,8 @@ public:
     QModelIndex selectedNode() const;
     /// Selects this node alone, or none with an invalid index.
     void selectNode(const QModelIndex& node);
+    /// Selects the node and brings it into sight, as if a key had reached it.
+    void reachNode(const QModelIndex& node);
 
     /// Lets the user edit a label; the node becomes the selected one.
     void StartLabelEdit(const QModelIndex& node);

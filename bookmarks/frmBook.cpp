@@ -8,12 +8,14 @@
 #include "bookmarks/ArchiveMenus.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/FolderNames.h"
+#include "bookmarks/TreeFind.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>
 #include <QIcon>
 #include <QScreen>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -41,7 +43,6 @@ frmBook::~frmBook()
 void frmBook::buildControls()
 {
     m_client = new QWidget(this);
-    setCentralWidget(m_client);
     m_view = new ArchiveView(m_tree, m_client);
     m_view->setObjectName(u"TreeView1"_s);
     m_view->setAccessibleName(windowTitle());
@@ -52,10 +53,25 @@ void frmBook::buildControls()
     status->addPermanentWidget(m_statusPanel, 1);
     setStatusBar(status);
     m_client->installEventFilter(this);
+    buildFindLine();
     m_view->setFocus();
     m_menus = new ArchiveMenus(this, *m_view);
     connect(m_menus, &ArchiveMenus::chosen, this,
             [this](const QString& item) { run(m_commands.value(item)); });
+}
+
+void frmBook::buildFindLine()
+{
+    m_find = std::make_unique<TreeFind>(*m_view);
+    auto* const line = new FindLine(*m_find, u"Im Archiv suchen"_s, m_view, this);
+    connect(&m_find->archive(), &ArchiveFind::changed, line, &FindLine::searchedChanged);
+    auto* const all = new QWidget(this);
+    auto* const column = new QVBoxLayout(all);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_client, 1);
+    column->addWidget(line);
+    setCentralWidget(all);
 }
 
 void frmBook::buildCommands()

@@ -16,6 +16,7 @@ class ArchiveMenus;
 class ArchiveView;
 class ElidedLabel;
 class Shell;
+class TreeFind;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
 /// window above its owner that deletes itself when it closes.
@@ -60,6 +61,7 @@ private:
 
     void buildControls();
     void buildCommands();
+    void buildFindLine();
     void connectView(const HistoryCollection& history);
     QSize firstSize() const;
     void Form_Resize();
@@ -99,6 +101,7 @@ private:
     ArchiveExport m_export;
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
+    std::unique_ptr<TreeFind> m_find;
     ElidedLabel* m_statusPanel = nullptr;
     /// The node whose address the status line shows.
     QPersistentModelIndex m_shownNode;

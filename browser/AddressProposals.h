@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include "base/SearchedTexts.h"
+
 #include <QString>
 
 #include <initializer_list>
@@ -23,9 +24,7 @@ private:
     friend class ProposalSearch;
 
     std::vector<KnownAddress> m_known;
-    /// Title and address of all, in UTF-8 and without regard to case.
-    QByteArray m_texts;
-    std::vector<qsizetype> m_ends; ///< where the text of each ends
+    SearchedTexts m_texts; ///< title and address of each
 };
 
 /// What is proposed for a text that is being typed: addresses that have all of its words in

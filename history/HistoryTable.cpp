@@ -106,6 +106,7 @@ void HistoryTable::fill(const HistoryCollection& history)
 {
     beginResetModel();
     m_rows.clear();
+    m_texts = {};
     m_rows.reserve(static_cast<std::size_t>(history.Count()));
     for (const auto& item : history)
         m_rows.push_back({item->Url(), item->Title(), dateDigits(item->UrlDate())});
@@ -170,6 +171,24 @@ void HistoryTable::sortByAddress()
 QString HistoryTable::address(int row) const
 {
     return row >= 0 && row < rowCount() ? at(row).address : QString();
+}
+
+std::vector<int> HistoryTable::rowsWith(const QString& text)
+{
+    m_texts.reserve(m_rows.size());
+    for (std::size_t i = m_texts.count(); i < m_rows.size(); ++i)
+        m_texts.add({m_rows[i].address, m_rows[i].title, dateText(m_rows[i].date)});
+    const QByteArray word = foldedText(text);
+    std::vector<bool> isFound(m_rows.size());
+    if (!word.isEmpty())
+        for (std::size_t i = m_texts.find(word, 0); i != m_texts.count();
+             i = m_texts.find(word, i + 1))
+            isFound[i] = true;
+    std::vector<int> rows;
+    for (std::size_t row = 0; row < m_order.size(); ++row)
+        if (isFound[m_order[row]])
+            rows.push_back(static_cast<int>(row));
+    return rows;
 }
 
 int HistoryTable::rowCount(const QModelIndex& parent) const

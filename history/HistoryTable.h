@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/SearchedTexts.h"
 #include "history/HistoryList.h"
 
 #include <QAbstractTableModel>
@@ -40,6 +41,9 @@ public:
     void sortBy(HistoryColumn column);
     /// The address in a row (from 0); empty when there is no such row.
     QString address(int row) const;
+    /// The rows that have `text` in what they show, without regard to case; none for an empty
+    /// text.
+    std::vector<int> rowsWith(const QString& text);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -61,6 +65,7 @@ private:
     const Row& at(int row) const;
     void sortByAddress();
 
+    SearchedTexts m_texts;            ///< of `m_rows`, made when they are searched first
     std::vector<Row> m_rows;          ///< in the order of the history
     std::vector<std::size_t> m_order; ///< the places in `m_rows` of the rows as shown
 };

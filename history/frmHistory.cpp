@@ -20,6 +20,7 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -97,12 +98,20 @@ frmHistory::frmHistory(Shell& shell, const HistoryCollection& history, QWidget* 
 
 void frmHistory::buildControls()
 {
-    m_client = new QWidget(this);
-    setCentralWidget(m_client);
+    auto* const all = new QWidget(this);
+    m_client = new QWidget(all);
+    setCentralWidget(all);
     m_grid = new QTableView(m_client);
     m_grid->setObjectName(QStringLiteral("Grid"));
     m_grid->setAccessibleName(windowTitle());
     buildGrid();
+    m_find = std::make_unique<HistoryFind>(m_table, *m_grid);
+    m_findLine = new FindLine(*m_find, QStringLiteral("In der Historie suchen"), m_grid, this);
+    auto* const column = new QVBoxLayout(all);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_client, 1);
+    column->addWidget(m_findLine);
     m_grid->setFocus();
 }
 
@@ -220,6 +229,7 @@ void frmHistory::sortBy(HistoryColumn column)
     // A sort makes the header the current row, so no row of the data stays selected.
     m_grid->selectionModel()->clear();
     m_table.sortBy(column);
+    m_findLine->searchedChanged();
 }
 
 int frmHistory::currentRow() const

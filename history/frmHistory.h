@@ -1,10 +1,12 @@
 #pragma once
 
+#include "history/HistoryFind.h"
 #include "history/HistoryTable.h"
 
 #include <QMainWindow>
 
 #include <functional>
+#include <memory>
 
 class QContextMenuEvent;
 class QKeyEvent;
@@ -60,6 +62,8 @@ private:
     QWidget* m_client = nullptr;
     QTableView* m_grid = nullptr;
     QMenu* m_menu = nullptr;
+    std::unique_ptr<HistoryFind> m_find;
+    FindLine* m_findLine = nullptr;
     /// The last press was on the header: a double-click opens nothing.
     bool m_headerClick = false;
 };
