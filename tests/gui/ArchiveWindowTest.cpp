@@ -33,6 +33,42 @@ private slots:
         }
     }
 
+    void findsNodes()
+    {
+        OpenArchive f;
+        f.select(u"B"_s);
+        f.window->AddBkmToArchive(u"Über A"_s, u"http://x"_s, u"ein A1\r\nzwei"_s);
+        f.view().collapseAll();
+        auto* line = f.window->findChild<QLineEdit*>(u"txtFind"_s);
+        const auto* hits = f.window->findChild<QLabel*>(u"lblHits"_s);
+        const auto seen = [&] { return f.view().selectedNode().data().toString() + hits->text(); };
+        QTest::keyClick(&f.view(), Qt::Key_F, Qt::ControlModifier);
+        QTRY_VERIFY(line->hasFocus());
+        QTest::keyClicks(line, u"a1"_s);
+        QCOMPARE(seen(), u"a11 von 2"_s);
+        QVERIFY(f.view().isExpanded(f.node(u"A"_s)) && f.window->isVisible());
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(seen(), u"Über A2 von 2"_s); // by its description
+        QTest::keyClick(line, Qt::Key_F3);
+        QCOMPARE(seen(), u"a11 von 2"_s);
+        f.select(u"A"_s);
+        f.window->AddBkmToArchive(u"new a1"_s, {}, {});
+        QTRY_COMPARE(seen(), u"A3"_s); // counted anew, nothing else selected
+        QTest::keyClick(line, Qt::Key_F3, Qt::ShiftModifier);
+        QCOMPARE(seen(), u"Über A3 von 3"_s);
+        f.select(u"A"_s);
+        f.choose(u"mn_AddOrdner"); // before all others
+        f.view().commitLabel();
+        line->setText(u"ÜBER"_s);
+        QCOMPARE(seen(), u"Über A1 von 1"_s);
+        line->setText(u"über a\u00adb"_s);
+        QCOMPARE(seen(), u"Über ANicht gefunden"_s);
+        line->setFocus();
+        QTest::keyClick(line, Qt::Key_Escape);
+        QVERIFY(line->isHidden() || !line->isVisible());
+        QVERIFY(f.view().hasFocus() && f.window->isVisible());
+    }
+
     void newFolders()
     {
         OpenArchive f;

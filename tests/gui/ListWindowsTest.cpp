@@ -3,7 +3,10 @@
 #include "tests/gui/FakeShell.h"
 #include "tests/gui/GuiTest.h"
 
+#include <QAction>
 #include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTableView>
 #include <QUrl>
 
@@ -104,6 +107,38 @@ private slots:
             QCOMPARE(shell.historyUrl, marked);
             QVERIFY(shell.visited.isEmpty());
         }
+    }
+
+    void historyIsSearched()
+    {
+        FakeShell shell;
+        for (const auto& [url, title] : {std::pair{u"http://a"_s, u"Eins"_s},
+                                         {u"http://b"_s, u"zwei"_s},
+                                         {u"http://c"_s, u"EIN"_s}})
+            addVisit(shell.history, url, title, QDate(2000, 1, 31).startOfDay(), 3);
+        frmHistory window(shell, shell.history, nullptr);
+        window.setAttribute(Qt::WA_DeleteOnClose, false);
+        show(window);
+        auto* grid = find<QTableView>();
+        auto* line = find<QLineEdit>(u"txtFind"_s);
+        const auto seen = [&] {
+            return grid->currentIndex().siblingAtColumn(1).data().toString() + u' ' +
+                   find<QLabel>(u"lblHits"_s)->text();
+        };
+        QTest::keyClick(grid, Qt::Key_F, Qt::ControlModifier);
+        QTRY_VERIFY(line->hasFocus());
+        QTest::keyClicks(line, u"ein"_s);
+        QCOMPARE(seen(), u"Eins 1 von 2"_s);
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(seen(), u"EIN 2 von 2"_s);
+        find<QAction>(u"mn_SortTitel"_s)->trigger(); // EIN, Eins, zwei
+        QTest::keyClick(line, Qt::Key_F3);
+        QCOMPARE(seen(), u"EIN 1 von 2"_s);
+        QTest::keyClick(line, Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(seen(), u"Eins 2 von 2"_s);
+        QTest::keyClick(line, Qt::Key_Escape);
+        QVERIFY(grid->hasFocus() && window.isVisible());
+        window.close();
     }
 
 private:
