@@ -2,7 +2,8 @@
 // against a bare loop that reads the same files, makes three texts a record and
 // fills a bare tree widget that is shown; and the time that a new folder and a
 // new bookmark take there, and among 5,000 folders that all have the first names;
-// and the time that opening every folder takes.
+// and the time that opening every folder takes; and what a key of a search costs.
+#include "base/FindLine.h"
 #include "bench/BenchArchive.h"
 #include "bench/Report.h"
 #include "bookmarks/ArchiveView.h"
@@ -12,9 +13,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <ctime>
 
 using namespace Qt::StringLiterals;
@@ -108,6 +111,29 @@ void openEverything(Report& report, FakeShell& shell, std::unique_ptr<frmBook>& 
     report.value(u"every folder of 1,000 x 100 opened, CPU"_s, median(times), u"ms"_s, 1000);
 }
 
+/// The slowest of the keys that type a text that many bookmarks have, and of one that none has.
+void find(Report& report, frmBook& window)
+{
+    auto* const line = window.findChild<FindLine*>();
+    line->open();
+    auto* const text = line->findChild<QLineEdit*>();
+    std::vector<double> slowest;
+    for (int i = 0; i < runs; ++i) {
+        double most = 0;
+        for (const QString& typed : {u"https://www.example.org/ordner/77/"_s, u"größe"_s, u"zzz"_s})
+            for (qsizetype length = 1; length <= typed.size(); ++length) {
+                const std::clock_t begin = std::clock();
+                text->setText(typed.first(length));
+                QApplication::processEvents();
+                most = std::max(most, 1000.0 * static_cast<double>(std::clock() - begin) /
+                                          CLOCKS_PER_SEC);
+            }
+        slowest.push_back(most);
+    }
+    line->close();
+    report.value(u"slowest key of a search in 1,000 x 100, CPU"_s, median(slowest), u"ms"_s, 50);
+}
+
 void measure(Report& report)
 {
     std::unique_ptr<frmBook> window;
@@ -117,6 +143,7 @@ void measure(Report& report)
         runs, [&] { return open(shell, window); }, [&] { return openBare(shell.programFolder()); });
     report.ratio(u"archive window of 1,000 x 100 opened"_s, u"files read into a bare tree widget"_s,
                  medians.ours, medians.bare, u"ms"_s, 1);
+    find(report, *window);
     add(report, *window, u"1,000 folders"_s);
     openEverything(report, shell, window);
     window.reset();
