@@ -106,7 +106,7 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
 {
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
-    auto* const zoom = new PageZoom(m_page, *pdf);
+    auto* const zoom = new PageZoom(m_page, *pdf, profile.zooms());
     auto* const printer = new PagePrinter(shell, window, view, m_prompt, m_input, *pdf);
     auto* const fullScreen = new PageFullScreen(window, view, m_page);
 

@@ -2,6 +2,7 @@
 
 #include "engine/downloads/WebDownloads.h"
 #include "pages/downloads/DownloadTable.h"
+#include "pages/viewing/SiteZooms.h"
 
 #include <QObject>
 #include <QPointer>
@@ -13,9 +14,9 @@ class Shell;
 class frmDownloads;
 struct BrowserData;
 
-/// What works for all pages of a profile: downloads with their window, notifications, and
-/// the deletion of browsing data. It goes before the profile. The downloads of private windows
-/// have a list of their own, which goes with these windows; the files stay.
+/// What works for all pages of a profile: downloads with their window, notifications,
+/// the sizes of sites, and the deletion of browsing data. It goes before the profile. The downloads
+/// of private windows have a list of their own, which goes with these windows; the files stay.
 class ProfileServices : public QObject {
     Q_OBJECT
 public:
@@ -26,6 +27,7 @@ public:
     ~ProfileServices() override;
 
     WebDownloads& downloads() { return m_downloads; }
+    SiteZooms& zooms() { return m_zooms; }
     /// How many downloads are not finished.
     int openDownloads() const { return m_table.openCount(); }
     void cancelDownloads() { m_table.cancelAll(); }
@@ -61,6 +63,7 @@ private:
     PromptSession& m_session;
     DownloadTable m_table;
     WebDownloads m_downloads;
+    SiteZooms m_zooms;
     QPointer<frmDownloads> m_window;
     /// In the frame's status bar.
     QPointer<DownloadSign> m_sign;

@@ -1,12 +1,16 @@
 #include "engine/viewing/PageZoom.h"
 
+#include "engine/page/WebEnginePage.h"
 #include "engine/viewing/PdfWatch.h"
 #include "pages/viewing/OverlayPlacer.h"
 #include "pages/viewing/PageHint.h"
 #include "pages/viewing/PageKeys.h"
+#include "pages/viewing/SiteZooms.h"
+#include "pages/viewing/ZoomSteps.h"
 
 #include <QChildEvent>
 #include <QCoreApplication>
+#include <QWebEngineHistory>
 #include <QWebEnginePage>
 #include <QWebEngineView>
 #include <QWheelEvent>
@@ -17,13 +21,17 @@ namespace {
 constexpr std::chrono::milliseconds hintTime(1500);
 } // namespace
 
-PageZoom::PageZoom(QWebEnginePage* page, const PdfWatch& pdf)
-    : QObject(page), m_page(page), m_pdf(pdf)
+PageZoom::PageZoom(WebEnginePage* page, const PdfWatch& pdf, SiteZooms& zooms)
+    : QObject(page), m_page(page), m_pdf(pdf), m_zooms(&zooms)
 {
-    // The engine keeps a size for each site (seen with Qt 6.4), so the window's own is set
-    // again whenever another site may be shown.
-    connect(page, &QWebEnginePage::urlChanged, this, &PageZoom::apply);
-    connect(page, &QWebEnginePage::loadFinished, this, &PageZoom::apply);
+    // The engine takes the size of the page before along, or drops it (seen with Qt 6.4). The
+    // address changes when the page has come and has not been painted yet.
+    connect(page, &QWebEnginePage::urlChanged, this, [this] { apply(site()); });
+    connect(page, &QWebEnginePage::loadFinished, this, [this] { apply(site()); });
+    connect(&zooms, &SiteZooms::changed, this, [this](const QString& site) {
+        if (site == this->site())
+            apply(site);
+    });
 }
 
 void PageZoom::attachTo(QWidget* window, QWebEngineView* view)
@@ -72,7 +80,7 @@ void PageZoom::step(int turns)
     if (m_pdf.isPdf())
         zoomPdf(turns);
     else
-        zoom(zoomedBy(m_percent, turns));
+        zoom(zoomedBy(percentOf(site()), turns));
 }
 
 /// Hands the wish to the engine's viewer as turns of the wheel, which it zooms by itself.
@@ -102,8 +110,8 @@ void PageZoom::reset()
 
 void PageZoom::zoom(int percent)
 {
-    m_percent = percent;
-    apply();
+    if (m_zooms)
+        m_zooms->set(site(), percent);
     QWebEngineView* const view = QWebEngineView::forPage(m_page);
     if (view == nullptr)
         return;
@@ -114,8 +122,21 @@ void PageZoom::zoom(int percent)
     m_hint->showFor(hintTime, u"%1 %"_s.arg(percent));
 }
 
-void PageZoom::apply()
+QString PageZoom::site() const
 {
-    if (const double factor = m_percent / 100.0; !qFuzzyCompare(m_page->zoomFactor(), factor))
-        m_page->setZoomFactor(factor);
+    // The address of the page may be that of a page on its way.
+    const QUrl shown = m_page->history()->currentItem().url();
+    return SiteZooms::siteOf(shown.isEmpty() ? m_page->url() : shown);
+}
+
+int PageZoom::percentOf(const QString& site) const
+{
+    return m_zooms ? m_zooms->percentOf(site) : normalZoom;
+}
+
+void PageZoom::apply(const QString& site)
+{
+    // Also where it seems to be the one already: what the engine says of itself need not be what
+    // the process that draws the page has been told.
+    m_page->setZoomFactor(percentOf(site) / 100.0);
 }

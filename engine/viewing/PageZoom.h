@@ -1,23 +1,21 @@
 #pragma once
 
-#include "pages/viewing/ZoomSteps.h"
-
 #include <QObject>
 #include <QPointer>
 
 class PageHint;
 class PdfWatch;
-class QWebEnginePage;
+class WebEnginePage;
 class QWebEngineView;
 class QWheelEvent;
+class SiteZooms;
 
-/// How large a page is shown, by keys, wheel and menu. The size belongs to the page's window:
-/// it stays when the window goes to another address.
+/// How large a page is shown, by keys, wheel and menu. The size belongs to the page's site.
 class PageZoom : public QObject {
     Q_OBJECT
 public:
-    /// Belongs to `page`, as `pdf` does.
-    PageZoom(QWebEnginePage* page, const PdfWatch& pdf);
+    /// Belongs to `page`, as `pdf` does, which may be there for a while after `zooms`.
+    PageZoom(WebEnginePage* page, const PdfWatch& pdf, SiteZooms& zooms);
 
     /// Makes the keys work in `window`, and Ctrl with the wheel over `view`.
     void attachTo(QWidget* window, QWebEngineView* view);
@@ -33,15 +31,18 @@ public:
 private:
     void step(int turns);
     void zoom(int percent);
-    void apply();
+    /// The site of the page shown.
+    QString site() const;
+    int percentOf(const QString& site) const;
+    void apply(const QString& site);
     void filterWheel(QObject* child);
     void zoomPdf(int turns);
     void turnWheel(const QWheelEvent& event);
 
-    QWebEnginePage* m_page;
+    WebEnginePage* m_page;
     const PdfWatch& m_pdf;
+    QPointer<SiteZooms> m_zooms;
     QPointer<PageHint> m_hint;
-    int m_percent = normalZoom;
     /// What the wheel has turned beyond whole steps, in eighths of a degree.
     int m_turned = 0;
 };

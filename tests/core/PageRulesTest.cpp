@@ -8,6 +8,7 @@
 #include "pages/downloads/FileNames.h"
 #include "pages/viewing/EndProcess.h"
 #include "pages/viewing/PageMenuItems.h"
+#include "pages/viewing/SiteZooms.h"
 #include "pages/viewing/SpellDictionaries.h"
 #include "pages/viewing/ZoomSteps.h"
 #include "tests/TestCase.h"
@@ -179,6 +180,15 @@ private slots:
         QCOMPARE(zoomedBy(400, 5), 500); // there and no further
         QCOMPARE(zoomedBy(120, 1), 125); // beside the steps
         QCOMPARE(zoomedBy(120, -1), 110);
+        for (const auto& [address, site] : {std::pair{u"http://Host:80/a"_s, u"host"_s},
+                                            {u"https://host:8443/b?c#d"_s, u"host"_s},
+                                            {u"view-source:https://host/a"_s, u"host"_s},
+                                            {u"blob:https://host/1-2"_s, u"host"_s},
+                                            {u"file:///a/b.html"_s, u"file:"_s},
+                                            {u"file://server/c.html"_s, u"file:"_s},
+                                            {u"about:blank"_s, u"about:"_s},
+                                            {u"view-source:view-source:"_s, u":"_s}})
+            QCOMPARE(SiteZooms::siteOf(QUrl(address)), site);
     }
 
     void menu()
