@@ -13,10 +13,12 @@
 /// How long the program may take for anything, in milliseconds.
 constexpr int patience = 20000;
 
-// A caption comes and goes while a page is loading: once is enough.
+// A caption comes and goes while a page is loading, and a page that has just come up may be white
+// once more for 50 ms, when it gets its size: once is enough.
 #define QTRY_SEES(what) QVERIFY(QTest::qWaitFor([&] { return User::sees(what); }, patience))
 #define QTRY_COLOUR(place, colour)                                                                 \
-    QTRY_COMPARE_WITH_TIMEOUT(User::colourAt(place), QColor(colour), patience)
+    QVERIFY2(QTest::qWaitFor([&] { return User::colourAt(place) == QColor(colour); }, patience),   \
+             qPrintable(User::colourAt(place).name()))
 
 /// A copy of the program in a folder of its own, with a home of its own.
 class Installation {
