@@ -13,6 +13,8 @@
 #include <QQuickWidget>
 #include <QWebEngineProfile>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -178,6 +180,6 @@ void WebEngineHost::deleteData(const BrowserData& data)
 {
     // The ordinary one, which says what has been done, comes last.
     const std::vector<WebProfile*> all = profiles();
-    for (auto profile = all.rbegin(); profile != all.rend(); ++profile)
-        (*profile)->services()->deleteData(data);
+    std::for_each(all.rbegin(), all.rend(),
+                  [&data](WebProfile* profile) { profile->services()->deleteData(data); });
 }
