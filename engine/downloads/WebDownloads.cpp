@@ -37,6 +37,21 @@ WebEnginePage* sourceOf(WebEnginePage* page)
     return page != nullptr && page->history()->count() > 0 ? page : nullptr;
 }
 
+/// Has the engine remove what it has written, however near the end it is.
+void cancelAndDelete(QWebEngineDownloadRequest& download)
+{
+    const auto end = [&download] {
+        if (download.state() == QWebEngineDownloadRequest::DownloadCompleted)
+            QFile::remove(QDir(download.downloadDirectory()).filePath(download.downloadFileName()));
+        download.deleteLater();
+    };
+    download.cancel();
+    if (download.isFinished())
+        end();
+    else
+        QObject::connect(&download, &QWebEngineDownloadRequest::isFinishedChanged, &download, end);
+}
+
 } // namespace
 
 WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
@@ -50,8 +65,11 @@ WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& prof
 WebDownloads::~WebDownloads()
 {
     const QList<Id> ids = m_transfers.keys();
-    for (const Id id : ids)
+    for (const Id id : ids) {
         release(id);
+        // The engine does not when the program ends (seen with Qt 6.4).
+        removeFiles(m_transfers[id]);
+    }
 }
 
 void WebDownloads::requested(QWebEngineDownloadRequest* download)
@@ -462,15 +480,28 @@ void WebDownloads::awaitRetry(Id id, const QWebEngineDownloadRequest* former)
 void WebDownloads::release(Id id)
 {
     Transfer& transfer = m_transfers[id];
+    const bool isBegun = transfer.request &&
+                         transfer.request->state() == QWebEngineDownloadRequest::DownloadInProgress;
     if (transfer.request) {
         transfer.request->disconnect(this);
-        transfer.request->deleteLater(); // which cancels it
+        if (isBegun)
+            cancelAndDelete(*transfer.request);
+        else
+            transfer.request->deleteLater(); // which cancels it
         transfer.request = nullptr;
     }
     transfer.keeper.reset();
     transfer.loader.reset();
     transfer.move.reset();
-    // The engine removes its partial file, too, but not when the program ends (seen with Qt 6.4).
+    // A file that the engine is writing it removes itself. It may be giving it its last name just
+    // now: without its partial file it would leave an empty one under that name (seen with
+    // Qt 6.8).
+    if (!isBegun)
+        removeFiles(transfer);
+}
+
+void WebDownloads::removeFiles(const Transfer& transfer)
+{
     QFile::remove(partialFile(transfer.waitingPath));
     if (transfer.waitingPath != transfer.target)
         QFile::remove(transfer.waitingPath);

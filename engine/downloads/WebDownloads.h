@@ -117,6 +117,7 @@ private:
     /// Helps the download if the engine does not tell about its next request for it.
     void awaitRetry(Id id, const QWebEngineDownloadRequest* former);
     void release(Id id);
+    static void removeFiles(const Transfer& transfer);
     /// It has gone from the list.
     void forget(Id id);
 
