@@ -142,9 +142,11 @@ void WebProfile::applySettings()
     settings.setUnknownUrlSchemePolicy(
         QWebEngineSettings::AllowUnknownUrlSchemesFromUserInteraction);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-    // What the user allows holds for this run.
+    // What the user allows holds for this run. With AskEveryTime the engine would still remember
+    // it for each page, but list nothing of it, so that it could not be taken back (seen with
+    // Qt 6.8).
     m_profile->setPersistentPermissionsPolicy(
-        QWebEngineProfile::PersistentPermissionsPolicy::AskEveryTime);
+        QWebEngineProfile::PersistentPermissionsPolicy::StoreInMemory);
 #endif
     // Exported files are in this encoding and say so nowhere.
     settings.setDefaultTextEncoding(u"windows-1252"_s);

@@ -100,9 +100,12 @@ void PermissionRequests::connectRequests()
     connect(&m_prompt.page(), &QWebEnginePage::permissionRequested, this,
             [this](const QWebEnginePermission& permission) {
                 if (const auto kind = kindOf(permission.permissionType()))
-                    requested(permission.origin(), *kind, [permission](bool isGranted) {
-                        isGranted ? permission.grant() : permission.deny();
-                    });
+                    requested(
+                        permission.origin(), *kind, [permission](std::optional<bool> isGranted) {
+                            isGranted.value_or(false) ? permission.grant() : permission.deny();
+                            if (!isGranted)
+                                permission.reset();
+                        });
                 else
                     permission.deny();
             });
@@ -132,10 +135,11 @@ void PermissionRequests::connectRequests()
     WebEnginePage& page = m_prompt.page();
     connect(&page, &QWebEnginePage::featurePermissionRequested, this,
             [this, &page](const QUrl& site, Kind feature) {
-                const Answer answer = [&page, site, feature](bool isGranted) {
+                const Answer answer = [&page, site, feature](std::optional<bool> isGranted) {
                     page.setFeaturePermission(site, feature,
-                                              isGranted ? QWebEnginePage::PermissionGrantedByUser
-                                                        : QWebEnginePage::PermissionDeniedByUser);
+                                              isGranted.value_or(false)
+                                                  ? QWebEnginePage::PermissionGrantedByUser
+                                                  : QWebEnginePage::PermissionDeniedByUser);
                 };
                 if (const auto kind = kindOf(feature))
                     requested(site, *kind, answer);
@@ -184,7 +188,7 @@ void PermissionRequests::requested(const QUrl& site, PermissionKind kind, const 
         if (document == m_document && m_refusals < mostRefusals)
             ask(site, kind, answer);
         else
-            answer(false);
+            answer(std::nullopt);
     });
 }
 
@@ -202,11 +206,13 @@ void PermissionRequests::ask(const QUrl& site, PermissionKind kind, const Answer
                               .isRisky = true})
                         .isAccepted;
         // If the page has lost its window, this is no answer of the user's.
-        if (!m_prompt.page().isRetired()) {
-            memory.remember(site, kind, *isGranted);
-            emit m_prompt.session().answersChanged();
-            m_refusals += *isGranted ? 0 : 1;
+        if (m_prompt.page().isRetired()) {
+            answer(std::nullopt);
+            return;
         }
+        memory.remember(site, kind, *isGranted);
+        emit m_prompt.session().answersChanged();
+        m_refusals += *isGranted ? 0 : 1;
     }
     answer(*isGranted);
 }

@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
 class PagePrompt;
 class QWebEngineProfile;
@@ -22,7 +23,8 @@ public:
     static void forget(QWebEngineProfile& profile, const QUrl& site, PermissionKind kind);
 
 private:
-    using Answer = std::function<void(bool isGranted)>;
+    /// Without a value it is refused, but not by the user.
+    using Answer = std::function<void(std::optional<bool> isGranted)>;
 
     void connectRequests();
     void connectScreen();
