@@ -2,6 +2,7 @@
 
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
+#include "engine/downloads/CancelledDownload.h"
 #include "engine/downloads/DownloadFailures.h"
 #include "pages/asking/PromptSession.h"
 #include "pages/downloads/FileNames.h"
@@ -37,21 +38,6 @@ WebEnginePage* sourceOf(WebEnginePage* page)
     return page != nullptr && page->history()->count() > 0 ? page : nullptr;
 }
 
-/// Has the engine remove what it has written, however near the end it is.
-void cancelAndDelete(QWebEngineDownloadRequest& download)
-{
-    const auto end = [&download] {
-        if (download.state() == QWebEngineDownloadRequest::DownloadCompleted)
-            QFile::remove(QDir(download.downloadDirectory()).filePath(download.downloadFileName()));
-        download.deleteLater();
-    };
-    download.cancel();
-    if (download.isFinished())
-        end();
-    else
-        QObject::connect(&download, &QWebEngineDownloadRequest::isFinishedChanged, &download, end);
-}
-
 } // namespace
 
 WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& profile,
@@ -62,12 +48,11 @@ WebDownloads::WebDownloads(Shell& shell, QWidget* owner, QWebEngineProfile& prof
     connect(&profile, &QWebEngineProfile::downloadRequested, this, &WebDownloads::requested);
 }
 
-WebDownloads::~WebDownloads()
+WebDownloads::~WebDownloads() // the engine leaves its files then (seen with Qt 6.4)
 {
     const QList<Id> ids = m_transfers.keys();
     for (const Id id : ids) {
         release(id);
-        // The engine does not when the program ends (seen with Qt 6.4).
         removeFiles(m_transfers[id]);
     }
 }
@@ -493,9 +478,8 @@ void WebDownloads::release(Id id)
     transfer.keeper.reset();
     transfer.loader.reset();
     transfer.move.reset();
-    // A file that the engine is writing it removes itself. It may be giving it its last name just
-    // now: without its partial file it would leave an empty one under that name (seen with
-    // Qt 6.8).
+    // The engine may be renaming what it writes, and would leave an empty file if this one took
+    // the partial one away (seen with Qt 6.8).
     if (!isBegun)
         removeFiles(transfer);
 }
