@@ -4,6 +4,7 @@
 #include "bookmarks/ArchiveTree.h"
 
 #include <optional>
+#include <tuple>
 #include <vector>
 
 /// Finds texts in the archive as its tree shows it: in the names of folders, and in the titles,
@@ -31,7 +32,10 @@ private:
     struct Place {
         int folder = 0;
         int entry = 0;
-        auto operator<=>(const Place&) const = default;
+        friend bool operator<(const Place& a, const Place& b)
+        {
+            return std::tie(a.folder, a.entry) < std::tie(b.folder, b.entry);
+        }
     };
 
     void watch();
