@@ -1,6 +1,6 @@
 #include "bookmarks/ArchiveFind.h"
 
-#include <algorithm>
+#include "base/PlaceBeside.h"
 
 ArchiveFind::ArchiveFind(const ArchiveTree& tree) : m_tree(tree)
 {
@@ -104,15 +104,5 @@ ArchiveFind::Place ArchiveFind::placeOf(const QModelIndex& node) const
 
 int ArchiveFind::beside(const QModelIndex& node, bool backwards) const
 {
-    if (m_places.empty())
-        return -1;
-    const Place here = placeOf(node);
-    const auto begin = m_places.begin();
-    const auto last = m_places.end() - 1;
-    if (backwards) {
-        const auto behind = std::lower_bound(begin, m_places.end(), here);
-        return static_cast<int>((behind == begin ? last : behind - 1) - begin);
-    }
-    const auto next = std::upper_bound(begin, m_places.end(), here);
-    return static_cast<int>(next == m_places.end() ? 0 : next - begin);
+    return placeBeside(m_places, placeOf(node), backwards);
 }

@@ -1,10 +1,9 @@
 #include "history/HistoryFind.h"
 
+#include "base/PlaceBeside.h"
 #include "history/HistoryTable.h"
 
 #include <QTableView>
-
-#include <algorithm>
 
 int HistoryFind::find(const QString& text)
 {
@@ -14,17 +13,9 @@ int HistoryFind::find(const QString& text)
 
 int HistoryFind::beside(bool backwards) const
 {
-    if (m_rows.empty())
-        return -1;
     const QModelIndexList selected = m_grid.selectionModel()->selectedRows();
     const int here = selected.isEmpty() ? -1 : selected.first().row(); // -1: before all others
-    const auto begin = m_rows.begin();
-    if (backwards) {
-        const auto behind = std::lower_bound(begin, m_rows.end(), here);
-        return static_cast<int>((behind == begin ? m_rows.end() : behind) - begin) - 1;
-    }
-    const auto next = std::upper_bound(begin, m_rows.end(), here);
-    return static_cast<int>(next == m_rows.end() ? 0 : next - begin);
+    return placeBeside(m_rows, here, backwards);
 }
 
 void HistoryFind::show(int place)
