@@ -7,6 +7,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 #include <QWebEnginePage>
+#include <QWebEngineProfile>
 #include <QWebEngineView>
 
 using namespace Qt::StringLiterals;
@@ -84,6 +85,8 @@ void PageInspector::open()
 
 void PageInspector::nameWindow()
 {
-    if (m_window)
-        m_window->setWindowTitle(u"Entwicklerwerkzeuge: "_s + windowCaption(m_page->title()));
+    if (!m_window)
+        return;
+    const QString name = u"Entwicklerwerkzeuge: "_s + windowCaption(m_page->title());
+    m_window->setWindowTitle(m_page->profile()->isOffTheRecord() ? privateCaption(name) : name);
 }
