@@ -1,27 +1,26 @@
 #include "bookmarks/frmBook.h"
 
-#include "base/ElidedLabel.h"
 #include "base/RunCommand.h"
 #include "base/Shell.h"
 #include "base/WindowParts.h"
 #include "bookmarks/ArchiveDrops.h"
 #include "bookmarks/ArchiveMenus.h"
+#include "bookmarks/ArchiveStatus.h"
 #include "bookmarks/ArchiveView.h"
-#include "bookmarks/FolderNames.h"
+#include "bookmarks/LabelEditing.h"
 #include "bookmarks/TreeFind.h"
 #include "bookmarks/frmBMProperty.h"
 
 #include <QCloseEvent>
 #include <QIcon>
 #include <QScreen>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
 frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
-    : QMainWindow(owner, freeWindow), m_shell(shell), m_files(shell.programFolder()),
-      m_editor(m_files, m_tree), m_export(m_files, shell, this)
+    : QMainWindow(owner, freeWindow), m_shell(shell), m_runner(shell, *this),
+      m_files(shell.programFolder()), m_editor(m_files, m_tree), m_export(m_files, shell, this)
 {
     setObjectName(u"frmBook"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -29,6 +28,7 @@ frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
     setWindowIcon(shell.frameIcon());
     buildControls();
     buildCommands();
+    buildLabels();
     connectView(history);
     resize(firstSize());
     m_shell.bIsOpenBook(true);
@@ -46,18 +46,13 @@ void frmBook::buildControls()
     m_view = new ArchiveView(m_tree, m_client);
     m_view->setObjectName(u"TreeView1"_s);
     m_view->setAccessibleName(windowTitle());
-    auto* status = new QStatusBar(this);
-    status->setObjectName(u"StatusBar1"_s);
-    status->setAccessibleName(u"Status-Zeile"_s);
-    m_statusPanel = new ElidedLabel(u"panel1"_s, status);
-    status->addPermanentWidget(m_statusPanel, 1);
-    setStatusBar(status);
+    m_status = new ArchiveStatus(m_tree, m_editor, this);
     m_client->installEventFilter(this);
     buildFindLine();
     m_view->setFocus();
     m_menus = new ArchiveMenus(this, *m_view);
     connect(m_menus, &ArchiveMenus::chosen, this,
-            [this](const QString& item) { run(m_commands.value(item)); });
+            [this](const QString& item) { m_runner.run(m_commands.value(item)); });
 }
 
 void frmBook::buildFindLine()
@@ -108,26 +103,36 @@ void frmBook::buildCommands()
     };
 }
 
+void frmBook::buildLabels()
+{
+    m_labels = std::make_unique<LabelEditing>(m_shell, *m_view, m_tree, m_editor);
+    m_runner.prepareBy([this] { return m_labels->commit(); });
+    connect(m_labels.get(), &LabelEditing::refused, this,
+            [this](const QPersistentModelIndex& node, const QString& message) {
+                m_runner.run([this, &node, &message] {
+                    m_runner.tell(message);
+                    m_view->StartLabelEdit(node);
+                });
+            });
+}
+
 void frmBook::connectView(const HistoryCollection& history)
 {
     connect(m_view, &ArchiveView::escapePressed, this, &frmBook::close);
     connect(m_view, &ArchiveView::renamePressed, this, runItem(u"mn_AttrOrdner"_s));
     connect(m_view, &ArchiveView::deletePressed, this, runItem(u"mn_Loeschen"_s));
     connect(m_view, &ArchiveView::openWanted, this, runItem(u"mn_OpenBkm"_s));
-    connect(m_view, &ArchiveView::labelEdited, this, &frmBook::AfterLabelEdit);
-    connect(m_view, &ArchiveView::nodeReached, this, &frmBook::showAddress);
-    const auto showAgain = [this] { showAddress(m_shownNode); };
-    connect(&m_tree, &ArchiveTree::dataChanged, this, showAgain);
-    connect(&m_tree, &ArchiveTree::rowsRemoved, this, showAgain);
-    connect(&m_tree, &ArchiveTree::modelReset, this, showAgain);
-    connect(m_view, &ArchiveView::menuWanted, this,
-            [this](const QPoint& place) { run([this, place] { m_menus->popUp(place); }); });
-    connect(m_view, &ArchiveView::wholeMenuWanted, this,
-            [this](const QPoint& place) { run([this, place] { m_menus->popUpWhole(place); }); });
+    connect(m_view, &ArchiveView::nodeReached, m_status, &ArchiveStatus::showNode);
+    connect(m_view, &ArchiveView::menuWanted, this, [this](const QPoint& place) {
+        m_runner.run([this, place] { m_menus->popUp(place); });
+    });
+    connect(m_view, &ArchiveView::wholeMenuWanted, this, [this](const QPoint& place) {
+        m_runner.run([this, place] { m_menus->popUpWhole(place); });
+    });
     const auto* drops = new ArchiveDrops(*m_view, history);
     connect(drops, &ArchiveDrops::bookmarkDropped, this,
             [this](const QString& title, const QString& address) {
-                run([this, &title, &address] { AddBkmToArchive(title, address, {}); });
+                m_runner.run([this, &title, &address] { AddBkmToArchive(title, address, {}); });
             });
 }
 
@@ -153,45 +158,9 @@ bool frmBook::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
-void frmBook::showAddress(const QModelIndex& node)
+CommandRunner::Command frmBook::runItem(const QString& item)
 {
-    m_shownNode = node;
-    QString address;
-    ignoringErrors([&] {
-        if (m_tree.kind(node) == NodeKind::Bookmark)
-            address = m_editor.resolve(node).bookmark->Url();
-    });
-    m_statusPanel->showText(address);
-}
-
-void frmBook::tell(const QString& text)
-{
-    if (text.isEmpty())
-        return;
-    const DropsDisabled guard(m_shell);
-    m_shell.prompt().tell(this, text, u"Meldung"_s, Prompt::Icon::Exclamation);
-}
-
-void frmBook::run(const Command& command)
-{
-    if (m_closing || !command || !commitLabel())
-        return;
-    ++m_running;
-    runCommand(m_shell, this, [this, &command] {
-        try {
-            command();
-        } catch (const Error& error) {
-            tell(error.text());
-        }
-    });
-    --m_running;
-    if (m_running == 0 && m_closeLater)
-        close();
-}
-
-frmBook::Command frmBook::runItem(const QString& item)
-{
-    return [this, item] { run(m_commands.value(item)); };
+    return [this, item] { m_runner.run(m_commands.value(item)); };
 }
 
 void frmBook::loadArchive()
@@ -207,7 +176,8 @@ void frmBook::loadArchive()
         return;
     // Later, as the window may just be being made and has to be there for the message.
     QMetaObject::invokeMethod(
-        this, [this, problem] { run([this, problem] { tell(problem); }); }, Qt::QueuedConnection);
+        this, [this, problem] { m_runner.run([this, problem] { m_runner.tell(problem); }); },
+        Qt::QueuedConnection);
 }
 
 bool frmBook::saveArchive()
@@ -217,7 +187,7 @@ bool frmBook::saveArchive()
         const WaitPointer wait(this);
         problem = m_files.save();
     }
-    tell(problem);
+    m_runner.tell(problem);
     return problem.isEmpty();
 }
 
@@ -346,57 +316,13 @@ void frmBook::OpenBookmark()
         m_shell.VisitUrl(bookmark->Url());
 }
 
-bool frmBook::commitLabel()
-{
-    m_labelRefused = false;
-    m_view->commitLabel();
-    return !m_labelRefused;
-}
-
-void frmBook::AfterLabelEdit(const QModelIndex& node, const QString& typed)
-{
-    runCommand(m_shell, this, [this, &node, &typed] {
-        const QString message = takeName(node, typed);
-        m_labelRefused = !message.isEmpty();
-        if (!m_labelRefused || m_closing)
-            return;
-        // Later, as the editor is still open and has to close before the message opens.
-        const QPersistentModelIndex its = node;
-        QMetaObject::invokeMethod(
-            this, [this, its, message] { refuseLabel(its, message); }, Qt::QueuedConnection);
-    });
-}
-
-QString frmBook::takeName(const QModelIndex& node, const QString& typed)
-{
-    const DropsDisabled guard(m_shell);
-    const QString name = cleanDirName(typed);
-    const auto isFree = [this](const QString& wanted) { return m_tree.IsNameFree(wanted); };
-    const DirNameCheck check = checkDirName(node.data().toString(), name, isFree);
-    if (check == DirNameCheck::Accepted) {
-        UpdateDir(m_editor.resolve(node).folder, name);
-        m_tree.refresh(node);
-    }
-    return dirNameMessage(check, name);
-}
-
-void frmBook::refuseLabel(const QModelIndex& node, const QString& message)
-{
-    run([this, its = QPersistentModelIndex(node), message] {
-        tell(message);
-        m_view->StartLabelEdit(its);
-    });
-}
-
 void frmBook::closeEvent(QCloseEvent* event)
 {
-    if (m_running > 0 || m_closing) {
-        m_closeLater = !m_closing;
+    if (!m_runner.startClosing()) {
         event->ignore();
         return;
     }
-    m_closing = true;
-    commitLabel();
+    m_labels->commit();
     runCommand(m_shell, this, [this] { askToSave(); });
     m_tree.build(nullptr);
     m_files.release();

@@ -4,17 +4,18 @@
 #include "bookmarks/ArchiveExport.h"
 #include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ArchiveTree.h"
+#include "bookmarks/CommandRunner.h"
 #include "history/HistoryList.h"
 
 #include <QHash>
 #include <QMainWindow>
 
-#include <functional>
 #include <memory>
 
 class ArchiveMenus;
+class ArchiveStatus;
 class ArchiveView;
-class ElidedLabel;
+class LabelEditing;
 class Shell;
 class TreeFind;
 
@@ -57,23 +58,15 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    using Command = std::function<void()>;
-
     void buildControls();
     void buildCommands();
     void buildFindLine();
+    void buildLabels();
     void connectView(const HistoryCollection& history);
     QSize firstSize() const;
     void Form_Resize();
-    void showAddress(const QModelIndex& node);
-    void tell(const QString& text);
-
-    /// Runs a command of this window: a label being edited is taken over first, errors
-    /// become messages, and closing waits until the command is done. The command is left
-    /// out when the label is refused.
-    void run(const Command& command);
-    /// The command of a menu item, as above, for a signal.
-    Command runItem(const QString& item);
+    /// Runs the command of a menu item, for a signal.
+    CommandRunner::Command runItem(const QString& item);
 
     void loadArchive();
     bool saveArchive();
@@ -87,14 +80,10 @@ private:
     void deleteBookmark();
     void showProperties(bool newBookmark);
 
-    void AfterLabelEdit(const QModelIndex& node, const QString& typed);
-    /// Gives the node's folder the name, or returns what the user is told about it.
-    QString takeName(const QModelIndex& node, const QString& typed);
-    void refuseLabel(const QModelIndex& node, const QString& message);
-    /// False when the label that was being edited is refused.
-    bool commitLabel();
-
     Shell& m_shell;
+    /// A command first takes over the label that is being edited, and is left out when the
+    /// label is refused.
+    CommandRunner m_runner;
     ArchiveFiles m_files;
     ArchiveTree m_tree;
     ArchiveEditor m_editor;
@@ -102,16 +91,9 @@ private:
     QWidget* m_client = nullptr;
     ArchiveView* m_view = nullptr;
     std::unique_ptr<TreeFind> m_find;
-    ElidedLabel* m_statusPanel = nullptr;
-    /// The node whose address the status line shows.
-    QPersistentModelIndex m_shownNode;
+    std::unique_ptr<LabelEditing> m_labels;
+    ArchiveStatus* m_status = nullptr;
     ArchiveMenus* m_menus = nullptr;
     /// By the names of the menu items.
-    QHash<QString, Command> m_commands;
-    /// How many commands are running: one may open another's menu or prompt.
-    int m_running = 0;
-    bool m_labelRefused = false;
-    /// The user has closed the window while a command was running.
-    bool m_closeLater = false;
-    bool m_closing = false;
+    QHash<QString, CommandRunner::Command> m_commands;
 };
