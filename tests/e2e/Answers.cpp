@@ -7,6 +7,10 @@
 #include <cstring>
 #include <xcb/xcb.h>
 
+namespace {
+constexpr int patience = 5000;
+} // namespace
+
 Answers::Answers()
     : m_connection(qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection()),
       m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root),
@@ -42,12 +46,31 @@ void Answers::await(std::uint32_t window)
     // The toolkit answers at once, before it handles the keys that came with the question: those
     // are handled when the next one is answered, and what they have set going by the third.
     constexpr int questions = 3;
-    constexpr int patience = 5000;
     for (int i = 0; i < questions; ++i) {
         ask(window, ++m_asked);
         if (!QTest::qWaitFor([this] { return m_answered == m_asked; }, patience))
             return;
     }
+}
+
+void Answers::forgetDrag() const
+{
+    xcb_set_selection_owner(m_connection, XCB_NONE, atom("XdndSelection"), XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
+}
+
+bool Answers::awaitDrag() const
+{
+    const std::uint32_t dragged = atom("XdndSelection");
+    return QTest::qWaitFor(
+        [this, dragged] {
+            auto* const reply = xcb_get_selection_owner_reply(
+                m_connection, xcb_get_selection_owner(m_connection, dragged), nullptr);
+            const std::uint32_t owner = reply->owner;
+            std::free(reply);
+            return owner != XCB_NONE;
+        },
+        patience);
 }
 
 void Answers::ask(std::uint32_t window, std::uint32_t number) const

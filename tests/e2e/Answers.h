@@ -6,8 +6,9 @@
 
 struct xcb_connection_t;
 
-/// Finds out whether a program on the display has worked off what it was sent, by the question
-/// with which window managers find hanging programs (_NET_WM_PING).
+/// Finds out how far programs on the display are: whether one has worked off what it was sent, by
+/// the question with which window managers find hanging programs (_NET_WM_PING), and whether one
+/// has begun to drag something.
 class Answers : public QAbstractNativeEventFilter {
 public:
     Answers();
@@ -16,6 +17,10 @@ public:
 
     /// Waits until the program of a window has answered, or for 5 s.
     void await(std::uint32_t window);
+    /// From now on nobody drags anything.
+    void forgetDrag() const;
+    /// Whether a program has begun to drag something since, within 5 s.
+    bool awaitDrag() const;
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 

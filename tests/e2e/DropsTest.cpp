@@ -42,7 +42,7 @@ private slots:
         drop(LinkedImage, u"/bild2.svg"_s);
         back();
         drop(Selection, u"/text"_s);
-        User::drag(thing(Script), m_frame + addressLine);
+        User::carry(thing(Script), m_frame + addressLine);
         QTRY_SEES(noAddress());
         User::press(u"ctrl+l Return"_s); // not typed by hand, for all that
         QTest::qWait(1500);
@@ -93,7 +93,7 @@ private:
     void drop(Thing dragged, const QString& path, const QPoint& target = addressLine)
     {
         const int before = m_server->requests(path);
-        User::drag(thing(dragged), m_frame + target);
+        User::carry(thing(dragged), m_frame + target);
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(path), before + 1, patience);
         QTest::qWait(700); // the page is there, and takes the mouse
     }
@@ -104,7 +104,7 @@ private:
         User::press(u"alt+a l"_s); // the first folder is there now
         const QPoint tree = User::place(u"Bookmark Archiv"_s).topLeft() - border;
         for (const Thing dragged : {Link, LinkedImage, Selection})
-            User::drag(thing(dragged), tree + QPoint(80, 48));
+            User::carry(thing(dragged), tree + QPoint(80, 48));
         User::click(tree + QPoint(200, 250)); // the drags have brought the frame forward
         QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), u"Bookmark Archiv"_s, patience);
         User::press(u"alt+a s"_s);

@@ -22,10 +22,13 @@
 template <typename Condition>
 bool comesToHold(Condition holds)
 {
-    return QTest::qWaitFor([&holds] {
-        QTest::qWait(20);
-        return holds();
-    });
+    constexpr int patience = 20000;
+    return QTest::qWaitFor(
+        [&holds] {
+            QTest::qWait(20);
+            return holds();
+        },
+        patience);
 }
 
 /// A bare window around one engine, which writes down what the engine tells.

@@ -72,19 +72,30 @@ public:
         // Not to be waited for: a pointer that is there already never moves.
         tool("mousemove", numbers(place.x(), place.y()));
     }
-    /// Drags with the left button held, slowly enough for every window underway to
+    /// Moves the mouse with the left button held, slowly enough for every window underway to
     /// answer; rests for a moment before it lets go.
     static void drag(const QPoint& from, const QPoint& to)
     {
-        constexpr int steps = 12;
         moveTo(from);
         tool("mousedown 1");
-        for (int i = 1; i <= steps; ++i) {
-            moveTo(from + (to - from) * i / steps);
-            QTest::qWait(60);
-        }
-        QTest::qWait(300);
-        tool("mouseup 1");
+        pull(from, to);
+    }
+    /// The same for what a program lets be carried away. A page's process has to be asked first
+    /// what there is, so the way is gone on when the program says that something is carried.
+    static void carry(const QPoint& from, const QPoint& to)
+    {
+        constexpr int begin = 16; // pixels, more than a hand trembles
+        Answers answers;
+        answers.forgetDrag();
+        moveTo(from);
+        tool("mousedown 1");
+        QTest::qWait(pageTime);
+        moveTo(from + QPoint(begin, 0));
+        if (!answers.awaitDrag())
+            qWarning("Nothing is dragged.");
+        pull(from, to);
+        answers.await(tool("getactivewindow").toUInt());
+        QTest::qWait(pageTime); // the page hears that it is over
     }
     static void resize(const QString& title, const QSize& size)
     {
@@ -114,6 +125,16 @@ private:
     /// What a page gets of a key goes through another process, in milliseconds.
     static constexpr int pageTime = 100;
 
+    static void pull(const QPoint& from, const QPoint& to)
+    {
+        constexpr int steps = 12;
+        for (int i = 1; i <= steps; ++i) {
+            moveTo(from + (to - from) * i / steps);
+            QTest::qWait(60);
+        }
+        QTest::qWait(300);
+        tool("mouseup 1");
+    }
     static QString outputOf(const char* command, const QStringList& further)
     {
         const QStringList words = QString::fromLatin1(command).split(u' ');
