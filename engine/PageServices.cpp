@@ -8,6 +8,7 @@
 #include "engine/asking/PermissionRequests.h"
 #include "engine/asking/ScriptDialogs.h"
 #include "engine/page/WebEnginePage.h"
+#include "engine/viewing/ExportEncoding.h"
 #include "engine/viewing/HangWatch.h"
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
@@ -104,6 +105,7 @@ void PageServices::coverCrashes(QWebEngineView* view)
 void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* window,
                                QWebEngineView* view)
 {
+    new ExportEncoding(m_page);
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
     auto* const zoom = new PageZoom(m_page, *pdf, profile.zooms());

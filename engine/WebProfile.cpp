@@ -148,7 +148,7 @@ void WebProfile::applySettings()
     m_profile->setPersistentPermissionsPolicy(
         QWebEngineProfile::PersistentPermissionsPolicy::StoreInMemory);
 #endif
-    // Exported files are in this encoding and say so nowhere.
+    // For pages without one of their own; of exported files see ExportEncoding.
     settings.setDefaultTextEncoding(u"windows-1252"_s);
     // The filter is called in a thread of the engine's.
     m_profile->cookieStore()->setCookieFilter(

@@ -1,10 +1,12 @@
 #include "EngineWorld.h"
 
+#include "bookmarks/ExportFormats.h"
 #include "engine/viewing/PagePrinter.h"
 #include "pages/viewing/CrashOverlay.h"
 #include "pages/viewing/FindBar.h"
 #include "pages/viewing/HangNotice.h"
 #include "tests/Files.h"
+#include "tests/core/SampleArchive.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -117,6 +119,30 @@ private slots:
         delete m_window;
         QVERIFY(screen() == nullptr);
         QTRY_VERIFY(page.isNull());
+    }
+
+    void exportsAreShownInTheirEncoding()
+    {
+        const QString text = u"5 € ÿ"_s; // too little to guess right from
+        Book book(QDir::tempPath());
+        const auto folder = addThema(book, QDir::tempPath(), 1, u"A"_s);
+        folder->colBookmark(std::make_shared<BookmarkCollection>());
+        folder->colBookmark()->Add(makeBookmark(1, u"a"_s, u"http://a/"_s, text));
+        const ExportTime now{QDateTime::currentDateTime(), QLocale()};
+        const QTemporaryDir files;
+        int number = 0;
+        for (const QByteArray& bytes :
+             {exportFolderText(*folder), exportArchiveText(book), exportFolderHtml(*folder),
+              exportArchiveHtml(book), exportFolderNetscape(*folder, now),
+              exportArchiveNetscape(book, now),
+              text.toUtf8() + ": " + exportFolderText(*folder).left(40)}) {
+            const QString name = files.filePath(QString::number(++number));
+            const QString file = name + (bytes.startsWith('<') ? u".htm"_s : u".txt"_s);
+            writeBytes(file, bytes);
+            m_window->engine().Navigate(QUrl::fromLocalFile(file).toString());
+            QTRY_VERIFY(m_window->visits.last().endsWith(file) && !m_window->engine().Busy());
+            QTRY_VERIFY2(shownText().contains(text), qPrintable(file));
+        }
     }
 
     void find()
@@ -282,6 +308,13 @@ private slots:
     }
 
 private:
+    QString shownText()
+    {
+        QString shown;
+        m_page->toPlainText([&shown](const QString& text) { shown = text; });
+        (void)comesToHold([&shown] { return !shown.isEmpty(); });
+        return shown;
+    }
     static HangNotice* shownNotice(const EngineWindow* window)
     {
         HangNotice* notice = nullptr;
