@@ -318,28 +318,29 @@ void MDIForm1::closeEvent(QCloseEvent* event)
     // keeps the frame open.
     storeSizeAndState();
     if (!std::all_of(m_endChecks.begin(), m_endChecks.end(),
-                     [](const auto& mayEnd) { return mayEnd(); })) {
+                     [](const auto& mayEnd) { return mayEnd(); }) ||
+        !closeFreeWindows()) {
         m_unloading = false;
         return;
     }
-    unloadChildren();
+    // A copy: each takes itself out.
+    const KeyedCollection<frmBrowser*> open = m_browser;
+    for (frmBrowser* window : open)
+        window->closeUnasked(); // the user has decided already
     MDIForm_Unload();
     event->accept();
     emit unloaded();
 }
 
-void MDIForm1::unloadChildren()
+bool MDIForm1::closeFreeWindows()
 {
-    const KeyedCollection<frmBrowser*> open = m_browser;
-    for (frmBrowser* window : open)
-        window->closeUnasked(); // the user has decided already
     // The question of a window takes the focus from others, which may delete themselves then.
     QList<QPointer<QWidget>> children;
     for (QWidget* window : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
         children.append(window);
-    for (const QPointer<QWidget>& window : children)
-        if (!window.isNull() && window->isWindow() && !window->isHidden())
-            window->close();
+    return std::all_of(children.begin(), children.end(), [](const QPointer<QWidget>& window) {
+        return window.isNull() || !window->isWindow() || window->isHidden() || window->close();
+    });
 }
 
 void MDIForm1::MDIForm_Unload()

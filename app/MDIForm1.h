@@ -152,7 +152,9 @@ private:
     void openPrivately(const QString& url);
     /// Has a new window load, behind the window `front` unless that is null.
     void load(const QPointer<frmBrowser>& window, frmBrowser* front);
-    void unloadChildren();
+    /// False when one of them stays: an archive whose changes could not be saved. Comes before
+    /// the browser windows close, so that these stay as well.
+    bool closeFreeWindows();
     /// Lets other windows take the place of one that is about to go.
     void replace(const frmBrowser& closing);
     void storeSizeAndState();

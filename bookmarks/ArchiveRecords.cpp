@@ -4,9 +4,6 @@
 #include "base/WholeNumber.h"
 
 namespace {
-constexpr qsizetype titelWidth = 200;
-constexpr qsizetype urlWidth = 200;
-constexpr qsizetype infoWidth = 320;
 constexpr qsizetype dirNameWidth = 200;
 constexpr qsizetype fileNameWidth = 128;
 

@@ -14,6 +14,11 @@
 constexpr qsizetype bookmarkRecordSize = 722;
 constexpr qsizetype themaRecordSize = 336;
 
+/// How many bytes the files have for the texts of a bookmark.
+constexpr qsizetype titelWidth = 200;
+constexpr qsizetype urlWidth = 200;
+constexpr qsizetype infoWidth = 320;
+
 /// The most bytes of a file that a reader needs to see: numbers of 16 bits
 /// count the records, so a longer file is refused by its first excess record.
 constexpr qint64 bookmarkFileLimit = 32768 * bookmarkRecordSize;

@@ -26,6 +26,8 @@ public:
     /// To be asked once by each close event. False while a command runs, which then closes
     /// the window at its end, and when the window is closing already.
     bool startClosing();
+    /// The window stays after all.
+    void stopClosing() { m_closing = false; }
 
 private:
     Shell& m_shell;

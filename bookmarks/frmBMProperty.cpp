@@ -4,6 +4,8 @@
 #include "base/Prompt.h"
 #include "base/RunCommand.h"
 #include "base/WindowParts.h"
+#include "bookmarks/ArchiveRecords.h"
+#include "bookmarks/StoredTextHint.h"
 #include "bookmarks/frmBook.h"
 
 #include <QGridLayout>
@@ -79,11 +81,11 @@ void frmBMProperty::buildControls()
 
     auto* grid = new QGridLayout;
     addLabel(*grid, 0, u"Label1"_s, u"Name:"_s, m_text1);
-    grid->addWidget(m_text1, 0, 1);
+    grid->addWidget(StoredTextHint::under(m_text1, titelWidth), 0, 1);
     addLabel(*grid, 1, u"Label2"_s, u"URL:"_s, m_text2);
-    grid->addWidget(m_text2, 1, 1);
+    grid->addWidget(StoredTextHint::under(m_text2, urlWidth), 1, 1);
     addLabel(*grid, 2, u"Label3"_s, u"Beschreibung:"_s, m_text3, Qt::AlignTop);
-    grid->addWidget(m_text3, 2, 1);
+    grid->addWidget(StoredTextHint::under(m_text3, infoWidth), 2, 1);
     grid->setRowStretch(2, 1);
 
     m_ok = makeButton(u"Ok"_s, u"Ok"_s);

@@ -180,13 +180,15 @@ void frmBook::loadArchive()
         Qt::QueuedConnection);
 }
 
+QString frmBook::written()
+{
+    const WaitPointer wait(this);
+    return m_files.save();
+}
+
 bool frmBook::saveArchive()
 {
-    QString problem;
-    {
-        const WaitPointer wait(this);
-        problem = m_files.save();
-    }
+    const QString problem = written();
     m_runner.tell(problem);
     return problem.isEmpty();
 }
@@ -323,19 +325,41 @@ void frmBook::closeEvent(QCloseEvent* event)
         return;
     }
     m_labels->commit();
-    runCommand(m_shell, this, [this] { askToSave(); });
+    bool mayClose = false;
+    runCommand(m_shell, this, [this, &mayClose] { mayClose = askToSave(); });
+    if (!mayClose) {
+        m_runner.stopClosing();
+        event->ignore();
+        return;
+    }
     m_tree.build(nullptr);
     m_files.release();
     m_shell.bIsOpenBook(false);
     event->accept();
 }
 
-void frmBook::askToSave()
+bool frmBook::askToSave()
 {
     if (!m_files.isChanged())
-        return;
+        return true;
     const DropsDisabled guard(m_shell);
-    if (m_shell.prompt().askYesNo(this, u"Änderungen am Archiv speichern ?"_s, u"Meldung"_s,
-                                  Prompt::Icon::Question))
-        saveArchive();
+    if (!m_shell.prompt().askYesNo(this, u"Änderungen am Archiv speichern ?"_s, u"Meldung"_s,
+                                   Prompt::Icon::Question))
+        return true;
+    const QString problem = written();
+    return problem.isEmpty() || mayLose(problem);
+}
+
+bool frmBook::mayLose(const QString& problem)
+{
+    const QString text = problem +
+                         u"\n\nDie Änderungen gibt es nur noch in diesem Fenster. Wird es "
+                         "trotzdem geschlossen, sind sie verloren."_s;
+    return m_shell.prompt()
+        .ask(this, {.title = u"Meldung"_s,
+                    .text = text,
+                    .accept = u"Trotzdem schließen"_s,
+                    .refuse = u"Zurück zum Archiv"_s,
+                    .isRisky = true})
+        .isAccepted;
 }

@@ -70,7 +70,11 @@ private:
 
     void loadArchive();
     bool saveArchive();
-    void askToSave();
+    /// Saves, and returns what could not be written, as a text for the user.
+    QString written();
+    /// False when changes could not be saved and the user will not lose them.
+    bool askToSave();
+    bool mayLose(const QString& problem);
 
     void renameFolder();
     void deleteFolder();

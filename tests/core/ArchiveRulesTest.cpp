@@ -1,6 +1,7 @@
 #include "base/DroppedAddress.h"
 #include "bookmarks/DroppedBookmark.h"
 #include "bookmarks/FolderNames.h"
+#include "bookmarks/StoredText.h"
 #include "tests/TestCase.h"
 
 #include <QMimeData>
@@ -48,6 +49,29 @@ private slots:
         check(u"file:///home/u/c%23.htm#top"_s, u"/home/u/c#.htm#top"_s, u"c#.htm#top"_s);
         check(u"file:///home/100%.htm"_s, u"/home/100%.htm"_s, u"100%.htm"_s);
         check(u"file:///home/%E4"_s, u"file:///home/%E4"_s, u"%E4"_s);
+    }
+
+    void losses_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("losses");
+        const auto row = [](const char* name, const QString& text, const QString& losses) {
+            QTest::addRow("%s", name) << text << losses;
+        };
+        row("what the code page has", u"Öl 5 € „?“"_s, {});
+        row("as long as the field", u"ä€123678ij"_s, {});
+        row("longer", u"ä€1236789ij"_s, u"Wird nach 10 Zeichen abgeschnitten (es sind 11)."_s);
+        row("blanks at the end", u"1234567890  "_s, {});
+        row("a line break", u"12345\r\n7890"_s,
+            u"Wird nach 10 Zeichen abgeschnitten (es sind 11, ein Zeilenumbruch zählt zwei)."_s);
+        row("others", u"Жa\u200bЖ\U0001F600"_s, u"Wird zu „?“: Ж U+200B \U0001F600"_s);
+        row("pairs count one", QString::fromUcs4(U"\U0001F600").repeated(10),
+            u"Wird zu „?“: \U0001F600"_s);
+    }
+    void losses()
+    {
+        QFETCH(QString, text);
+        QTEST(lossesOf(text, 10), "losses");
     }
 
     void droppedOffers_data()

@@ -85,6 +85,32 @@ private slots:
         QVERIFY(next.waitForFinished(patience));
     }
 
+    void changesThatCannotBeSavedStay()
+    {
+        const QString archive = u"Bookmark Archiv"_s;
+        const QString index = m_program->file(u"Book.bkm"_s);
+        open(u"/red"_s, u"Rot"_s);
+        User::press(u"alt+x b"_s);
+        QTRY_SEES(archive);
+        User::press(u"alt+m o h Return"_s);
+        QVERIFY(QFile::remove(index) && QDir().mkpath(index + u"/x"_s));
+        User::press(u"Escape Return"_s); // closed, with its changes saved
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return"_s); // back to the archive
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), archive, patience);
+        m_run->terminate();
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return Return"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), archive, patience);
+        QVERIFY(User::sees(maximised(u"Rot"_s)));
+        QVERIFY(QDir(index).removeRecursively());
+        m_run->terminate();
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return"_s);
+        QVERIFY(hasEnded());
+        QVERIFY(bytesOf(index).contains("Neuer Ordner"));
+    }
+
     void whyItDoesNotStartIsShown()
     {
         QVERIFY(QDir(m_program->home()).mkdir(u"tessera.lock"_s)); // is to be a file

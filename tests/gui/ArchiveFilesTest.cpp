@@ -60,6 +60,15 @@ private slots:
         QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"'1.bkm' (Ordner 'A')"_s));
         QCOMPARE(f.shown(), u"A(a2) B()"_s); // not read anew: it is only here
         QVERIFY(f.isChanged() && f.window->Buch().colThema()->Item(1)->IsEdit());
+        for (const bool closes : {false, true}) {
+            f.shell.fakePrompt.answerYesNo(true);
+            f.shell.fakePrompt.onAsk = [closes](QWidget*, const Prompt::Question& question) {
+                return Prompt::Answer{closes && question.isRisky};
+            };
+            QCOMPARE(f.window->close(), closes);
+            QCOMPARE(f.shell.fakePrompt.takeTexts().size(), 1);
+            QVERIFY(f.shell.fakePrompt.questions.takeFirst().contains(u"'1.bkm' (Ordner 'A')"_s));
+        }
     }
 
     void exports()

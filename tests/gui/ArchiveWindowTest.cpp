@@ -232,6 +232,12 @@ private slots:
         frmBMProperty another(*f.window, prompt, QIcon(), nullptr);
         another.bNewBkm(true);
         show(another);
+        QTest::keyClicks(find(u"Text1"_s), QString(201, u'x'));
+        const auto* const hint = find<QLabel>(u"Text1Hint"_s);
+        QVERIFY(hint->isVisible() && hint->text().startsWith(u"Wird nach 200 Zeichen"_s));
+        QCOMPARE(find(u"Text1"_s)->accessibleDescription(), hint->text());
+        QTest::keyClick(find(u"Text1"_s), Qt::Key_Backspace);
+        QVERIFY(!hint->isVisible());
         setFields(u"m"_s, u""_s);
         press(u"Ok"_s);
         QCOMPARE(prompt.takeTexts(), QStringList(u"Meldung|Critical|Feld darf nicht leer sein."_s));
