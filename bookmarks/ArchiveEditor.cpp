@@ -7,6 +7,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,6 +22,34 @@ qint16 positionOf(const Collection& items, qint32 number)
             return toInt16(position);
     }
     return 0;
+}
+
+/// Bookmarks with the next numbers of the folder, which does not hold them yet.
+std::vector<std::shared_ptr<Bookmark>> newBookmarks(Thema& folder,
+                                                    const std::vector<BookmarkTexts>& texts)
+{
+    std::vector<std::shared_ptr<Bookmark>> bookmarks;
+    bookmarks.reserve(texts.size());
+    for (const BookmarkTexts& its : texts) {
+        auto bookmark = std::make_shared<Bookmark>();
+        bookmark->Nr(folder.GetNewKey());
+        bookmark->Titel(its.titel);
+        bookmark->Url(its.url);
+        bookmark->Info(its.info);
+        bookmarks.push_back(std::move(bookmark));
+    }
+    return bookmarks;
+}
+
+/// A file may hold numbers above the count of its bookmarks.
+void checkNumbersFree(const Thema& folder, const std::vector<std::shared_ptr<Bookmark>>& bookmarks)
+{
+    if (!folder.colBookmark())
+        return;
+    for (const auto& bookmark : bookmarks)
+        if (const QString key = bookmarkKey(folder.Nr(), bookmark->Nr());
+            folder.colBookmark()->Contains(key))
+            throw DuplicateKeyError(key);
 }
 } // namespace
 
@@ -52,10 +82,19 @@ ArchiveEditor::Place ArchiveEditor::resolve(const QModelIndex& node) const
     return place;
 }
 
-void ArchiveEditor::markChanged(Thema& folder)
+QString ArchiveEditor::load()
 {
-    folder.IsEdit(true);
-    m_files.book().IsEdit(true);
+    const QString problem = m_files.load();
+    m_tree.build(m_files.shownFolders().get());
+    m_steps.clear();
+    return problem;
+}
+
+QString ArchiveEditor::save()
+{
+    const QString problem = m_files.save();
+    m_steps.noteSaved(problem.isEmpty());
+    return problem;
 }
 
 QString ArchiveEditor::GetNewDirName() const
@@ -65,79 +104,77 @@ QString ArchiveEditor::GetNewDirName() const
     return newDirName([&taken](const QString& name) { return !taken.contains(name); });
 }
 
-QModelIndex ArchiveEditor::addFolder(const QModelIndex& reference, const QString& name)
+QModelIndex ArchiveEditor::addFolder(const QModelIndex& reference, const QString& name,
+                                     const std::vector<BookmarkTexts>& bookmarks)
 {
     m_files.checkReadable();
-    Book& book = m_files.book();
     const NodeKind kind = m_tree.kind(reference);
+    FolderPlace place;
+    if (kind != NodeKind::Root) {
+        place.position = addWhole(resolve(reference).dirIdx, 1);
+        place.row = kind == NodeKind::Bookmark ? -1 : reference.row() + 1;
+    } else if (m_tree.hasChildren(reference)) {
+        place.position = 1;
+    }
 
-    const qint32 newNr = book.GetNewKey();
+    const qint32 newNr = m_files.book().GetNewKey();
     auto folder = std::make_shared<Thema>(m_files.programFolder());
     folder->Nr(newNr);
     folder->FileName(QString::number(newNr) + u".bkm"_s);
     folder->DirName(name);
     folder->Sequenz(newNr);
-
-    if (kind != NodeKind::Root) {
-        book.colThema()->AddAfter(resolve(reference).dirIdx, folder, themaKey(newNr));
-    } else if (m_tree.hasChildren(reference)) {
-        book.colThema()->AddBefore(1, folder, themaKey(newNr));
-    } else {
-        book.colThema(std::make_shared<ThemaCollection>());
-        book.colThema()->Add(folder, themaKey(newNr));
-    }
-    book.IsEdit(true);
-    if (kind == NodeKind::Bookmark)
-        return {};
-    return m_tree.insertFolder(kind == NodeKind::Root ? 0 : reference.row() + 1, folder);
+    if (!bookmarks.empty())
+        folder->colBookmark(std::make_shared<BookmarkCollection>());
+    for (const auto& bookmark : newBookmarks(*folder, bookmarks))
+        folder->colBookmark()->Add(bookmark, bookmarkKey(newNr, bookmark->Nr()));
+    return m_steps.run(addedFolder(m_steps.archive(), place, folder));
 }
 
-void ArchiveEditor::renameFolder(Thema& folder, const QString& name)
+void ArchiveEditor::renameFolder(const std::shared_ptr<Thema>& folder, const QString& name)
 {
-    ArchiveFiles::checkReadable(folder);
-    folder.DirName(name);
-    markChanged(folder);
+    ArchiveFiles::checkReadable(*folder);
+    m_steps.run(renamedFolder(m_steps.archive(), folder, name));
 }
 
 void ArchiveEditor::removeFolder(const QModelIndex& node)
 {
-    const qint16 position = resolve(node).dirIdx;
-    m_tree.removeFolder(node);
-    m_files.book().DeleteThema(position);
-    if (const QString problem = m_files.unwritten(); !problem.isEmpty())
+    const Place place = resolve(node);
+    m_files.checkReadable();
+    ArchiveFiles::checkReadable(*place.folder);
+    m_steps.run(removedFolder(m_steps.archive(), {place.dirIdx, node.row()}, place.folder));
+    if (const QString& problem = m_steps.archive().problem; !problem.isEmpty())
         throw Error(problem);
 }
 
-void ArchiveEditor::addBookmark(const QModelIndex& node, const QString& title, const QString& url,
-                                const QString& info)
+QModelIndex ArchiveEditor::addBookmarks(const QModelIndex& node,
+                                        const std::vector<BookmarkTexts>& bookmarks)
 {
     const Place place = resolve(node);
     ArchiveFiles::checkReadable(*place.folder);
-    auto bookmark = std::make_shared<Bookmark>();
-    bookmark->Nr(place.folder->GetNewKey());
-    bookmark->Titel(title);
-    bookmark->Url(url);
-    bookmark->Info(info);
-    const QModelIndex folderNode = place.bookmark ? node.parent() : node;
+    if (bookmarks.empty())
+        return {};
+    const auto added = newBookmarks(*place.folder, bookmarks);
+    checkNumbersFree(*place.folder, added);
     // Positions count from 1 and rows from 0, so this is the row behind the bookmark.
-    m_tree.insertBookmark(folderNode, place.bookmarkIdx, bookmark);
-    markChanged(*place.folder);
+    return m_steps.run(addedBookmarks(m_steps.archive(), place.folder, place.bookmarkIdx, added));
 }
 
-void ArchiveEditor::changeBookmark(const QModelIndex& node, Bookmark& bookmark,
-                                   const QString& title, const QString& url, const QString& info)
+void ArchiveEditor::changeBookmark(const QModelIndex& node,
+                                   const std::shared_ptr<Bookmark>& bookmark,
+                                   const BookmarkTexts& texts)
 {
     const auto folder = resolve(node).folder;
-    bookmark.Titel(title);
-    bookmark.Url(url);
-    bookmark.Info(info);
-    m_tree.refresh(node);
-    markChanged(*folder);
+    const BookmarkCollection& all = *folder->colBookmark();
+    const auto its = std::find(all.begin(), all.end(), bookmark);
+    if (its == all.end())
+        throw NotFoundError(bookmark->Titel());
+    const auto row = static_cast<int>(its - all.begin());
+    m_steps.run(changedBookmark(m_steps.archive(), folder, row, texts));
 }
 
 void ArchiveEditor::removeBookmark(const QModelIndex& node)
 {
     const Place place = resolve(node);
-    m_tree.removeBookmark(m_tree.index(place.bookmarkIdx - 1, 0, node.parent()));
-    markChanged(*place.folder);
+    ArchiveFiles::checkReadable(*place.folder);
+    m_steps.run(removedBookmark(m_steps.archive(), place.folder, place.bookmarkIdx - 1));
 }

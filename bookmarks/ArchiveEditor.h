@@ -1,16 +1,18 @@
 #pragma once
 
 #include "bookmarks/ArchiveFiles.h"
+#include "bookmarks/ArchiveSteps.h"
 
 #include <QModelIndex>
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class ArchiveTree;
 
 /// Changes the archive at a node of its tree and keeps the two in step. A change is marked
-/// on the folder and on the archive.
+/// on the folder and on the archive, and is a step that can be taken back.
 ///
 /// Nothing is changed that could not be read: that, and a node that stands for nothing any
 /// more, throws an Error before anything is done.
@@ -26,7 +28,15 @@ public:
     };
 
     /// Both outlive the editor.
-    ArchiveEditor(ArchiveFiles& files, ArchiveTree& tree) : m_files(files), m_tree(tree) {}
+    ArchiveEditor(ArchiveFiles& files, ArchiveTree& tree)
+        : m_files(files), m_tree(tree), m_steps(files, tree)
+    {
+    }
+
+    /// As `ArchiveFiles` loads and saves; the tree is built anew by a load.
+    QString load();
+    QString save();
+    ArchiveSteps& steps() { return m_steps; }
 
     /// Goes by the numbers in the node's key. Throws NotFoundError for the root and for no
     /// node.
@@ -40,23 +50,24 @@ public:
     /// A name that no node has yet.
     QString GetNewDirName() const;
     /// Adds a folder behind that of `reference`, or first at the root. Returns its node;
-    /// none with a bookmark for reference: then only the archive gets the folder.
-    QModelIndex addFolder(const QModelIndex& reference, const QString& name);
-    void renameFolder(Thema& folder, const QString& name);
+    /// none with a bookmark for reference: then only the archive gets the folder. Throws
+    /// OverflowError for more than 32767 bookmarks.
+    QModelIndex addFolder(const QModelIndex& reference, const QString& name,
+                          const std::vector<BookmarkTexts>& bookmarks = {});
+    void renameFolder(const std::shared_ptr<Thema>& folder, const QString& name);
     /// Saves the archive at once; throws Error, too, when that fails.
     void removeFolder(const QModelIndex& node);
 
-    /// Adds a bookmark behind the one of `node`, or first in its folder.
-    void addBookmark(const QModelIndex& node, const QString& title, const QString& url,
-                     const QString& info);
+    /// Adds bookmarks behind the one of `node`, or first in its folder. Returns the node of
+    /// the first; none without bookmarks. Throws OverflowError past the number 32767.
+    QModelIndex addBookmarks(const QModelIndex& node, const std::vector<BookmarkTexts>& bookmarks);
     /// Changes `bookmark`, which belongs to the folder of `node`.
-    void changeBookmark(const QModelIndex& node, Bookmark& bookmark, const QString& title,
-                        const QString& url, const QString& info);
+    void changeBookmark(const QModelIndex& node, const std::shared_ptr<Bookmark>& bookmark,
+                        const BookmarkTexts& texts);
     void removeBookmark(const QModelIndex& node);
 
 private:
-    void markChanged(Thema& folder);
-
     ArchiveFiles& m_files;
     ArchiveTree& m_tree;
+    ArchiveSteps m_steps;
 };

@@ -37,6 +37,8 @@ ArchiveStatus::ArchiveStatus(const ArchiveTree& tree, const ArchiveEditor& edito
 void ArchiveStatus::showNode(const QModelIndex& node)
 {
     m_node = node;
+    if (m_tree.kind(node) == NodeKind::Bookmark)
+        m_reading.stop();
     showAddress();
 }
 

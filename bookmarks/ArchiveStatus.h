@@ -19,7 +19,7 @@ public:
 
     /// Shows the address of a bookmark; nothing for any other node.
     void showNode(const QModelIndex& node);
-    /// Shows the text until the user has had time to read it.
+    /// Shows the text until the user has had time to read it, or reaches a bookmark.
     void showText(const QString& text);
 
 private:

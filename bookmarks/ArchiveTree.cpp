@@ -78,6 +78,14 @@ std::shared_ptr<Thema> ArchiveTree::folder(const QModelIndex& node) const
     return its == nullptr ? nullptr : its->folder;
 }
 
+QModelIndex ArchiveTree::nodeOf(const Thema& folder) const
+{
+    for (const auto& node : m_folders)
+        if (node->folder.get() == &folder)
+            return index(node->row, 0, root());
+    return {};
+}
+
 QModelIndex ArchiveTree::insertFolder(int row, const std::shared_ptr<Thema>& folder)
 {
     beginInsertRows(root(), row, row);
@@ -96,32 +104,38 @@ void ArchiveTree::removeFolder(const QModelIndex& node)
     endRemoveRows();
 }
 
-QModelIndex ArchiveTree::insertBookmark(const QModelIndex& folderNode, int row,
-                                        const std::shared_ptr<Bookmark>& bookmark)
+QModelIndex ArchiveTree::insertBookmarks(const QModelIndex& folderNode, int row,
+                                         const std::vector<std::shared_ptr<Bookmark>>& bookmarks)
 {
     Thema& thema = *folder(folderNode);
-    auto bookmarks = thema.colBookmark();
-    if (!bookmarks)
-        bookmarks = std::make_shared<BookmarkCollection>();
-    const QString key = bookmarkKey(thema.Nr(), bookmark->Nr());
-    if (bookmarks->Contains(key))
-        throw DuplicateKeyError(key);
-    beginInsertRows(folderNode, row, row);
-    if (row < bookmarks->Count())
-        bookmarks->AddBefore(row + 1, bookmark, key);
-    else
-        bookmarks->Add(bookmark, key);
-    thema.colBookmark(bookmarks);
+    auto collection = thema.colBookmark();
+    if (!collection)
+        collection = std::make_shared<BookmarkCollection>();
+    const auto keyOf = [&thema](const auto& its) { return bookmarkKey(thema.Nr(), its->Nr()); };
+    for (const auto& bookmark : bookmarks)
+        if (const QString key = keyOf(bookmark); collection->Contains(key))
+            throw DuplicateKeyError(key);
+    const int count = static_cast<int>(bookmarks.size());
+    beginInsertRows(folderNode, row, row + count - 1);
+    collection->reserve(collection->Count() + count);
+    for (int i = 0; i < count; ++i) {
+        const auto& bookmark = bookmarks[static_cast<std::size_t>(i)];
+        if (row + i < collection->Count())
+            collection->AddBefore(row + i + 1, bookmark, keyOf(bookmark));
+        else
+            collection->Add(bookmark, keyOf(bookmark));
+    }
+    thema.colBookmark(collection);
     endInsertRows();
     return index(row, 0, folderNode);
 }
 
-void ArchiveTree::removeBookmark(const QModelIndex& node)
+void ArchiveTree::removeBookmarks(const QModelIndex& folderNode, int row, int count)
 {
-    const auto bookmarks = folder(node)->colBookmark();
-    const int row = node.row();
-    beginRemoveRows(node.parent(), row, row);
-    bookmarks->Remove(row + 1);
+    const auto bookmarks = folder(folderNode)->colBookmark();
+    beginRemoveRows(folderNode, row, row + count - 1);
+    for (int position = row + count; position > row; --position)
+        bookmarks->Remove(position);
     endRemoveRows();
 }
 

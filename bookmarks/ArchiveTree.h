@@ -43,17 +43,19 @@ public:
     NodeKind kind(const QModelIndex& node) const;
     /// The folder's own node, or that of the bookmark's folder; else null.
     std::shared_ptr<Thema> folder(const QModelIndex& node) const;
+    /// The node of this folder; invalid when the tree does not show it.
+    QModelIndex nodeOf(const Thema& folder) const;
 
     /// Adds a folder's node at `row` below the root.
     QModelIndex insertFolder(int row, const std::shared_ptr<Thema>& folder);
     void removeFolder(const QModelIndex& node);
-    /// Adds a bookmark, which has its number, at `row` of the folder's node and
-    /// of the folder; a folder without a collection gets one. Throws
-    /// DuplicateKeyError before anything is changed.
-    QModelIndex insertBookmark(const QModelIndex& folderNode, int row,
-                               const std::shared_ptr<Bookmark>& bookmark);
-    /// Removes the node and the bookmark.
-    void removeBookmark(const QModelIndex& node);
+    /// Adds bookmarks, which have their numbers, from `row` on of the folder's node and of
+    /// the folder; a folder without a collection gets one. Returns the node of the first.
+    /// Throws DuplicateKeyError before anything is changed.
+    QModelIndex insertBookmarks(const QModelIndex& folderNode, int row,
+                                const std::vector<std::shared_ptr<Bookmark>>& bookmarks);
+    /// Removes the nodes and the bookmarks.
+    void removeBookmarks(const QModelIndex& folderNode, int row, int count);
     /// The node's text has changed.
     void refresh(const QModelIndex& node);
     /// Which of its two images a folder shows.

@@ -71,6 +71,11 @@ private:
     /// Qt may commit the same editor twice: on Enter, and when it loses the focus.
     mutable bool m_handedOver = false;
 };
+
+bool pressedWithCtrl(const QKeyEvent& event, Qt::Key key)
+{
+    return event.key() == key && event.modifiers() == Qt::ControlModifier;
+}
 } // namespace
 
 ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent), m_tree(tree)
@@ -188,7 +193,11 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
     default:
         break;
     }
-    if (event->key() == Qt::Key_Asterisk)
+    if (event->matches(QKeySequence::Undo))
+        emit takeBackPressed();
+    else if (event->matches(QKeySequence::Redo) || pressedWithCtrl(*event, Qt::Key_Y))
+        emit repeatPressed();
+    else if (event->key() == Qt::Key_Asterisk)
         expandBelow(selectedNode());
     else
         walk(*event);

@@ -41,6 +41,10 @@ signals:
     /// F2.
     void renamePressed();
     void deletePressed();
+    /// Ctrl+Z.
+    void takeBackPressed();
+    /// Ctrl+Shift+Z or Ctrl+Y.
+    void repeatPressed();
     /// Enter or a double click: the selected bookmark is to be opened.
     void openWanted();
     /// The menu key, Shift+F10, or the right button while a node is selected.

@@ -39,9 +39,7 @@ QString LabelEditing::takeName(const QModelIndex& node, const QString& typed)
     const QString name = cleanDirName(typed);
     const auto isFree = [this](const QString& wanted) { return m_tree.IsNameFree(wanted); };
     const DirNameCheck check = checkDirName(node.data().toString(), name, isFree);
-    if (check == DirNameCheck::Accepted) {
-        m_editor.renameFolder(*m_editor.resolve(node).folder, name);
-        m_tree.refresh(node);
-    }
+    if (check == DirNameCheck::Accepted)
+        m_editor.renameFolder(m_editor.resolve(node).folder, name);
     return dirNameMessage(check, name);
 }

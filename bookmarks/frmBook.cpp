@@ -8,6 +8,7 @@
 #include "bookmarks/ArchiveStatus.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/LabelEditing.h"
+#include "bookmarks/StepKeys.h"
 #include "bookmarks/TreeFind.h"
 #include "bookmarks/frmBMProperty.h"
 
@@ -123,6 +124,7 @@ void frmBook::connectView(const HistoryCollection& history)
     connect(m_view, &ArchiveView::deletePressed, this, runItem(u"mn_Loeschen"_s));
     connect(m_view, &ArchiveView::openWanted, this, runItem(u"mn_OpenBkm"_s));
     connect(m_view, &ArchiveView::nodeReached, m_status, &ArchiveStatus::showNode);
+    new StepKeys(m_editor.steps(), m_runner, *m_view, *m_status);
     connect(m_view, &ArchiveView::menuWanted, this, [this](const QPoint& place) {
         m_runner.run([this, place] { m_menus->popUp(place); });
     });
@@ -168,8 +170,7 @@ void frmBook::loadArchive()
     QString problem;
     {
         const WaitPointer wait(this);
-        problem = m_files.load();
-        m_tree.build(m_files.shownFolders().get());
+        problem = m_editor.load();
         m_view->expand(m_tree.root());
     }
     if (problem.isEmpty())
@@ -183,7 +184,7 @@ void frmBook::loadArchive()
 QString frmBook::written()
 {
     const WaitPointer wait(this);
-    return m_files.save();
+    return m_editor.save();
 }
 
 bool frmBook::saveArchive()
@@ -220,8 +221,7 @@ void frmBook::AddDirToArchive(const QString& name)
 
 void frmBook::UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name)
 {
-    m_editor.renameFolder(*folder, name);
-    m_tree.refresh(m_view->selectedNode());
+    m_editor.renameFolder(folder, name);
 }
 
 void frmBook::renameFolder()
@@ -280,14 +280,14 @@ void frmBook::showProperties(bool newBookmark)
 
 void frmBook::AddBkmToArchive(const QString& title, const QString& url, const QString& info)
 {
-    m_editor.addBookmark(m_view->selectedNode(), title, url, info);
+    m_editor.addBookmarks(m_view->selectedNode(), {{title, url, info}});
 }
 
 void frmBook::UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
                              const QString& url, const QString& info)
 {
     if (bookmark)
-        m_editor.changeBookmark(m_view->selectedNode(), *bookmark, title, url, info);
+        m_editor.changeBookmark(m_view->selectedNode(), bookmark, {title, url, info});
     else
         AddBkmToArchive(title, url, info);
 }

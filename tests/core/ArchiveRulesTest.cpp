@@ -1,13 +1,91 @@
+#include "SampleArchive.h"
 #include "base/DroppedAddress.h"
+#include "bookmarks/ArchiveEditor.h"
+#include "bookmarks/ArchiveTree.h"
 #include "bookmarks/DroppedBookmark.h"
 #include "bookmarks/FolderNames.h"
 #include "bookmarks/StoredText.h"
-#include "tests/TestCase.h"
 
+#include <QAbstractItemModelTester>
+#include <QDir>
 #include <QMimeData>
+#include <QRandomGenerator>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// An archive as it is edited, with what can be seen of it.
+struct Edited {
+    ArchiveFiles files;
+    ArchiveTree tree;
+    ArchiveEditor editor{files, tree};
+    QAbstractItemModelTester tester{&tree};
+
+    explicit Edited(const QString& path) : files(path) { editor.load(); }
+
+    /// What a save would write.
+    static QByteArrayList content(Book& book)
+    {
+        QByteArrayList all;
+        if (book.colThema())
+            for (const auto& its : *book.colThema()) {
+                all << writeThemaRecords({{its->Sequenz(), 0, its->DirName(), its->FileName()}});
+                all << (its->colBookmark() ? writeBookmarks(*its->colBookmark()) : QByteArray());
+            }
+        return all;
+    }
+    /// The content, what the tree shows, and all numbers.
+    QByteArrayList state()
+    {
+        QByteArrayList all = content(files.book());
+        const auto add = [&all](const QModelIndex& node) {
+            all << (ArchiveTree::key(node) + node.data().toString()).toUtf8();
+        };
+        for (int i = 0; i < tree.rowCount(tree.root()); ++i) {
+            const QModelIndex folder = tree.index(i, 0, tree.root());
+            add(folder);
+            for (int j = 0; j < tree.rowCount(folder); ++j)
+                add(tree.index(j, 0, folder));
+        }
+        return all;
+    }
+    QByteArrayList saved() const
+    {
+        Book book(files.programFolder());
+        book.LoadAllThema();
+        book.loadFolders();
+        return content(book);
+    }
+
+    void changeSomewhere(QRandomGenerator& random)
+    {
+        const auto below = [&random](int count) { return random.bounded(count); };
+        const int folders = tree.rowCount(tree.root());
+        const QModelIndex folder =
+            folders == 0 ? tree.root() : tree.index(below(folders), 0, tree.root());
+        const int its = folders == 0 ? 0 : tree.rowCount(folder);
+        const QModelIndex node = its == 0 ? QModelIndex() : tree.index(below(its), 0, folder);
+        const QString text = QString::number(random.generate());
+        const std::vector<BookmarkTexts> texts{{text, u"u"_s, {}}, {u"a"_s, u"b"_s, u"c"_s}};
+        const int kind = folders == 0 ? 0 : below(8);
+        if (kind == 0)
+            editor.addFolder(below(4) == 0 ? tree.root() : folder, text, {texts[0]});
+        else if (kind == 1)
+            editor.addFolder(node.isValid() ? node : folder, text);
+        else if (kind == 2)
+            editor.renameFolder(editor.resolve(folder).folder, text);
+        else if (kind == 3)
+            editor.removeFolder(folder);
+        else if (kind == 4 || !node.isValid())
+            editor.addBookmarks(node.isValid() ? node : folder, texts);
+        else if (kind == 5)
+            editor.changeBookmark(node, editor.resolve(node).bookmark, texts[0]);
+        else
+            editor.removeBookmark(node);
+    }
+};
+} // namespace
 
 class ArchiveRulesTest : public TestCase {
     Q_OBJECT
@@ -119,6 +197,84 @@ private slots:
                 data.setData(format, bytes);
         const DroppedAddress dropped = droppedAddress(data);
         QTEST(dropped.text.value_or(u"-"_s) + u' ' + dropped.files.join(u'|'), "address");
+    }
+
+    void stepsGoBackAndForth_data()
+    {
+        QTest::addColumn<int>("seed");
+        QTest::addColumn<bool>("inFolder"); // where deleting a folder deletes its file
+        for (int seed = 0; seed < 16; ++seed)
+            QTest::addRow("%d", seed) << seed << (seed % 2 == 0);
+    }
+    void stepsGoBackAndForth()
+    {
+        QFETCH(int, seed);
+        QFETCH(bool, inFolder);
+        const QString before = QDir::currentPath();
+        const auto back = qScopeGuard([&before] { QDir::setCurrent(before); });
+        if (inFolder)
+            QDir::setCurrent(path());
+        {
+            Book book(path());
+            fillSample(book, path());
+            book.SaveAllThema();
+        }
+        Edited e(path());
+        ArchiveSteps& steps = e.editor.steps();
+        QRandomGenerator random(static_cast<quint32>(seed));
+        QList<QByteArrayList> states{e.state()};
+        const QByteArrayList first = e.saved();
+        qsizetype now = 0;
+        const auto check = [&] {
+            QCOMPARE(e.state(), states[now]);
+            if (!e.files.isChanged())
+                QCOMPARE(e.saved(), Edited::content(e.files.book()));
+        };
+        const auto goBack = [&] {
+            const bool moved = steps.takeBack().has_value();
+            QCOMPARE(moved, now > 0);
+            now -= moved ? 1 : 0;
+            check();
+        };
+        const auto goForth = [&] {
+            const bool moved = steps.repeat().has_value();
+            QCOMPARE(moved, now + 1 < states.size());
+            now += moved ? 1 : 0;
+            check();
+        };
+        for (int i = 0; i < 60; ++i) {
+            switch (random.bounded(8)) {
+            case 0:
+                QCOMPARE(e.editor.save(), QString());
+                QVERIFY(!e.files.isChanged());
+                break;
+            case 1:
+                goForth();
+                break;
+            case 2:
+            case 3:
+                goBack();
+                break;
+            default:
+                const OneStep step(steps, u"Import"_s);
+                for (int left = random.bounded(1, 3); left > 0; --left)
+                    e.changeSomewhere(random);
+                states.resize(++now);
+                states << e.state();
+            }
+            check();
+        }
+        while (now > 0)
+            goBack();
+        goBack();
+        QCOMPARE(e.editor.save(), QString());
+        QCOMPARE(e.saved(), first);
+        while (now + 1 < states.size())
+            goForth();
+        QCOMPARE(e.editor.save(), QString());
+        QCOMPARE(e.saved(), Edited::content(e.files.book()));
+        e.editor.load();
+        QVERIFY(!steps.takeBack() && !steps.repeat());
     }
 };
 

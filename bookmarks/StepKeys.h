@@ -1,0 +1,31 @@
+#pragma once
+
+#include "bookmarks/ArchiveSteps.h"
+
+#include <QObject>
+
+class ArchiveStatus;
+class ArchiveView;
+class CommandRunner;
+
+/// The keys of the archive's tree that take changes back and repeat them: the node concerned
+/// is selected, and the status line says what was done.
+class StepKeys : public QObject {
+    Q_OBJECT
+public:
+    /// All outlive this, which belongs to the view.
+    StepKeys(ArchiveSteps& steps, CommandRunner& runner, ArchiveView& view, ArchiveStatus& status);
+
+private:
+    using Moved = std::optional<ArchiveSteps::Moved>;
+
+    void takeBack();
+    void repeat();
+    Moved move(Moved (ArchiveSteps::*how)());
+    void show(const ArchiveSteps::Moved& moved, const QString& done);
+
+    ArchiveSteps& m_steps;
+    CommandRunner& m_runner;
+    ArchiveView& m_view;
+    ArchiveStatus& m_status;
+};
