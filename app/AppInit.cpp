@@ -25,11 +25,12 @@ constexpr int handOverMessage = static_cast<int>(InstanceMessage::Number::HandOv
 } // namespace
 
 AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
-                 BrowserParts parts)
-    : m_prefer(programFolder), m_frame(std::make_unique<MDIForm1>(FrameParts{
-                                   programFolder, QStringLiteral("Tessera " TESSERA_VERSION),
-                                   colouredIcon(u"frame"_s), colouredIcon(u"child"_s),
-                                   colouredIcon(u"private"_s), m_prefer, prompt, std::move(parts)}))
+                 BrowserParts parts, const QString& dataFolder)
+    : m_prefer(programFolder),
+      m_frame(std::make_unique<MDIForm1>(
+          FrameParts{programFolder, QStringLiteral("Tessera " TESSERA_VERSION),
+                     colouredIcon(u"frame"_s), colouredIcon(u"child"_s), colouredIcon(u"private"_s),
+                     m_prefer, prompt, std::move(parts), dataFolder}))
 {
     new FrameCommands(*m_frame, starter); // belongs to the frame
 }

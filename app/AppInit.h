@@ -16,10 +16,11 @@ struct SecondStart;
 /// up, and takes over what second starts bring.
 class AppInit {
 public:
-    /// `programFolder` is the folder of the executable. `prompt`, `starter` and
-    /// what `parts` refers to outlive the module.
+    /// `programFolder` is the folder of the executable, `dataFolder` the program's in the user's
+    /// data; without one nothing is kept there. `prompt`, `starter` and what `parts` refers to
+    /// outlive the module.
     AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
-            BrowserParts parts);
+            BrowserParts parts, const QString& dataFolder = {});
     ~AppInit();
     Q_DISABLE_COPY_MOVE(AppInit)
 

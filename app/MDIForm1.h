@@ -32,6 +32,8 @@ struct FrameParts {
     Prefer& preferences;
     Prompt& prompt;
     BrowserParts browser;
+    /// The program's folder in the user's data; empty: nothing is kept there.
+    QString dataFolder = {};
 };
 
 /// The main frame: a multiple-document frame that owns every browser window and
@@ -125,6 +127,7 @@ public:
     Prefer& preferences() override { return m_parts.preferences; }
     Prompt& prompt() override { return m_parts.prompt; }
     const QString& programFolder() const override { return m_parts.programFolder; }
+    const QString& dataFolder() const override { return m_parts.dataFolder; }
     const QString& title() const override { return m_parts.title; }
     QIcon frameIcon() const override { return m_parts.frameIcon; }
     QIcon childIcon() const override { return m_parts.childIcon; }

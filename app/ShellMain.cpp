@@ -158,22 +158,21 @@ void endProgram(MDIForm1& frame, EndingPrompt& prompt)
     prompt.setUnattended(false);
 }
 
-QString storage(QStandardPaths::StandardLocation location)
-{
-    return QStandardPaths::writableLocation(location) + u"/engine"_s;
-}
-
 int run(QApplication& application, const ShellStart& start)
 {
     const QString folder = QCoreApplication::applicationDirPath();
-    WebEngineHost engines(storage(QStandardPaths::AppLocalDataLocation),
-                          storage(QStandardPaths::CacheLocation), machineResolver(folder));
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    WebEngineHost engines(data + u"/engine"_s,
+                          QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
+                              u"/engine"_s,
+                          machineResolver(folder));
     EndingPrompt prompt;
     ProcessStarter starter;
     RememberedDrives drives;
     AppInit module(
         folder, prompt, starter,
-        {engines.factory(), [&drives] { return drives.entries(); }, engines.privateFactory()});
+        {engines.factory(), [&drives] { return drives.entries(); }, engines.privateFactory()},
+        data);
     MDIForm1& frame = module.frame();
     new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame);
@@ -189,8 +188,7 @@ int run(QApplication& application, const ShellStart& start)
     const EndSignals endSignals(end);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 
-    new WindowKeeper(frame, QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) +
-                                u"/fenster.json"_s); // belongs to the frame
+    new WindowKeeper(frame, data + u"/fenster.json"_s); // belongs to the frame
     module.Main(QString::fromStdString(start.address));
     const int status = QApplication::exec();
     engines.endService();

@@ -35,6 +35,26 @@ void setAside(const QString& path)
     QFile::rename(path, backupOf(path));
 }
 
+/// Whether nothing is there, and nothing can be made.
+bool isMissingForGood(const QString& path)
+{
+    const QFileInfo file(path);
+    return !file.exists() && !QFileInfo::exists(backupOf(path)) && QFileInfo(file.path()).isDir() &&
+           !QFileInfo(file.path()).isWritable();
+}
+
+/// Opens what there is where nothing may be written: the file, or else its ".bak".
+bool openForReading(QFile& file)
+{
+    const QString path = file.fileName();
+    for (const QString& name : {path, backupOf(path)}) {
+        file.setFileName(name);
+        if (QFileInfo(name).isFile() && file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            return true;
+    }
+    return false;
+}
+
 /// How many names the file has in its file system.
 nlink_t namesOf(const QString& path)
 {
@@ -181,8 +201,13 @@ QByteArray readOrCreateFile(const QString& path, qint64 limit)
     QFile file(path);
     if (!file.open(mode | QIODevice::ExistingOnly)) {
         takeBackupBack(path);
-        if (!file.open(mode))
-            throw FileError(path, file.errorString());
+        if (!file.open(mode)) {
+            const QString reason = file.errorString();
+            if (isMissingForGood(path))
+                return {};
+            if (!openForReading(file))
+                throw FileError(path, reason);
+        }
     }
     if (file.isSequential()) // a pipe or a device would never end
         throw FileError(path, QStringLiteral("Es ist keine gewöhnliche Datei."));

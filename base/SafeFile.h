@@ -45,9 +45,9 @@ private:
 /// Removes the file and its ".bak". Throws FileError when the file is still there.
 void removeFile(const QString& path);
 
-/// The first `limit` bytes of a file that can be read and written. A missing file
-/// is first taken back from its ".bak"; if there is none it is created empty.
-/// Throws FileError.
+/// The first `limit` bytes of a file. A missing file is first taken back from its ".bak"; if
+/// there is none it is created empty. Where nothing may be written it is only read, and one that
+/// is missing counts as empty. Throws FileError.
 QByteArray readOrCreateFile(const QString& path, qint64 limit);
 
 /// Renames the ".bak" to `path` if there is no file of that name.

@@ -39,6 +39,9 @@ public:
     virtual Prompt& prompt() = 0;
     /// The folder of the executable, without trailing separator.
     virtual const QString& programFolder() const = 0;
+    /// The folder of the program in the user's data, without trailing separator; empty where
+    /// nothing is to be kept there.
+    virtual const QString& dataFolder() const = 0;
     virtual const QString& title() const = 0;
     virtual QIcon frameIcon() const = 0;
 };

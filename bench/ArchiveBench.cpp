@@ -5,6 +5,7 @@
 #include "bench/BenchArchive.h"
 #include "bench/Report.h"
 #include "bookmarks/Book.h"
+#include "bookmarks/DatedCopies.h"
 #include "bookmarks/ExportFormats.h"
 
 #include <QCoreApplication>
@@ -105,13 +106,22 @@ void measure(Report& report)
         [&] { load(path); }, [&] { loadBare(path); });
 
     const std::vector<NamedBytes> files = filesOf(path);
+    const auto writeBare = [&] {
+        for (const NamedBytes& file : files)
+            writeSynced(barePath + u'/' + file.name, file.bytes);
+    };
     compare(
         report, u"archive saved, every folder changed"_s, u"1,001 files written and synced"_s, 1.2,
-        [&] { save(book); },
+        [&] { save(book); }, writeBare);
+    QDate day(2026, 1, 1);
+    compare(
+        report, u"dated copy, made once a day"_s, u"1,001 files written and synced"_s, 1.5,
         [&] {
-            for (const NamedBytes& file : files)
-                writeSynced(barePath + u'/' + file.name, file.bytes);
-        });
+            day = day.addDays(1);
+            if (!makeDatedCopy(path, folder.filePath(u"copies"_s), day).isEmpty())
+                throw BenchError("the copy was not made");
+        },
+        writeBare);
 
     const ExportTime time{QDateTime(QDate(2026, 11, 5), QTime(14, 3, 9)), QLocale::c()};
     const std::vector<QByteArray> lines = linesOf(exportArchiveNetscape(book, time));

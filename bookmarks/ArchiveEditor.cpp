@@ -164,6 +164,7 @@ void ArchiveEditor::changeBookmark(const QModelIndex& node,
                                    const BookmarkTexts& texts)
 {
     const auto folder = resolve(node).folder;
+    ArchiveFiles::checkReadable(*folder);
     const BookmarkCollection& all = *folder->colBookmark();
     const auto its = std::find(all.begin(), all.end(), bookmark);
     if (its == all.end())

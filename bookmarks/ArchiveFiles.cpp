@@ -4,9 +4,13 @@
 #include "base/Maker.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveRecords.h"
+#include "bookmarks/DatedCopies.h"
 #include "bookmarks/UnlistedFiles.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +33,12 @@ QString keptText(const QStringList& names)
     if (names.size() > qsizetype{faultsShown})
         text += u"\n... und %1 weitere"_s.arg(names.size() - qsizetype{faultsShown});
     return text;
+}
+
+bool isProtected(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() && !file.isWritable();
 }
 
 Error folderNotRead(const Thema& folder, const QString& wanted)
@@ -73,8 +83,10 @@ void createDefaultArchive(Book& book, const QString& programFolder)
 
 Book& ArchiveFiles::book()
 {
-    if (!m_book)
+    if (!m_book) {
         m_book = std::make_unique<Book>(m_programFolder);
+        m_book->beforeSaving([this] { copyArchive(); });
+    }
     return *m_book;
 }
 
@@ -82,6 +94,7 @@ QString ArchiveFiles::load()
 {
     QString kept;
     m_shown.reset();
+    m_protected.clear();
     m_loadFailed = true;
     try {
         const bool hasFolders = book().LoadAllThema();
@@ -98,6 +111,7 @@ QString ArchiveFiles::load()
     }
     m_loadFailed = false;
     book().loadFolders();
+    findProtected();
     m_shown = book().colThema();
     return joined(kept,
                   faultText(u"Diese Ordner konnten nicht gelesen werden und bleiben unverändert:"_s,
@@ -117,6 +131,23 @@ QString ArchiveFiles::unwritten()
     book().markUnwrittenChanged();
     return faultText(u"Diese Dateien konnten nicht geschrieben werden:"_s,
                      book().filesNotWritten());
+}
+
+void ArchiveFiles::copyArchive()
+{
+    m_copyProblem =
+        m_dataFolder.isEmpty()
+            ? QString()
+            : makeDatedCopy(m_programFolder, m_dataFolder + u"/archiv"_s, QDate::currentDate());
+}
+
+QString ArchiveFiles::takeCopyProblem()
+{
+    if (m_copyProblem.isEmpty() || std::exchange(m_copyProblemTold, true))
+        return {};
+    return u"Vom Archiv ließ sich vor der ersten Änderung von heute keine Sicherungskopie anlegen. "
+           "Gespeichert wird trotzdem.\n\n"_s +
+           m_copyProblem;
 }
 
 bool ArchiveFiles::isChanged()
@@ -157,15 +188,33 @@ void ArchiveFiles::checkReadable(const QString& wanted) const
                     u" werden, wenn es wieder geladen ist."_s);
 }
 
+void ArchiveFiles::findProtected()
+{
+    for (const QString& path : {m_programFolder, m_programFolder + u"/Book.bkm"_s})
+        if (isProtected(path))
+            m_protected = path;
+    for (const auto& folder : *book().colThema())
+        folder->isWriteProtected(isWriteProtected() ||
+                                 isProtected(m_programFolder + u'/' + folder->FileName()));
+}
+
 void ArchiveFiles::checkReadable() const
 {
     checkReadable(u"geändert"_s);
+    if (isWriteProtected())
+        throw Error(u"Das Archiv ist schreibgeschützt und lässt sich nur ansehen: '"_s +
+                    oneLineText(m_protected) + u"' darf nicht geändert werden."_s);
 }
 
 void ArchiveFiles::checkReadable(const Thema& folder)
 {
     if (folder.refusesChanges())
         throw folderNotRead(folder, u"geändert"_s);
+    if (folder.isWriteProtected())
+        throw Error(u"Der Ordner '"_s + oneLineText(folder.DirName()) +
+                    u"' ist schreibgeschützt und lässt sich nur ansehen: Seine Datei '"_s +
+                    oneLineText(folder.FileName()) +
+                    u"' oder das ganze Archiv darf nicht geändert werden."_s);
 }
 
 void ArchiveFiles::checkExportable(const Thema* folder)

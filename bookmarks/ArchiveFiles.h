@@ -12,8 +12,12 @@
 /// and keeps the user from changing what could not be read.
 class ArchiveFiles {
 public:
-    /// `programFolder` holds the files; no trailing separator.
-    explicit ArchiveFiles(const QString& programFolder) : m_programFolder(programFolder) {}
+    /// `programFolder` holds the files, `dataFolder` the dated copies of them: none are made
+    /// where it is empty. No trailing separators.
+    explicit ArchiveFiles(const QString& programFolder, const QString& dataFolder = {})
+        : m_programFolder(programFolder), m_dataFolder(dataFolder)
+    {
+    }
 
     /// The archive, made at its first use.
     Book& book();
@@ -33,12 +37,17 @@ public:
     QString save();
     /// The same for a save that the archive itself has just made.
     QString unwritten();
+    /// Why there is no copy of the archive as it was before today's first save, as a text for
+    /// the user; empty where there is one, and from the second call on.
+    QString takeCopyProblem();
     /// The archive or a folder changed since the last save.
     bool isChanged();
 
-    /// Throws Error unless the last load went through.
+    /// The archive can only be looked at, as its index or its folder is not to be written.
+    bool isWriteProtected() const { return !m_protected.isEmpty(); }
+    /// Throws Error unless the last load went through and the archive may be changed.
     void checkReadable() const;
-    /// Throws Error if this folder's file could not be read.
+    /// Throws Error if this folder's file could not be read, or is not to be changed.
     static void checkReadable(const Thema& folder);
     /// Throws Error unless all that is to be exported could be read: one folder, or the
     /// whole archive where it is null. An export would write over an older one.
@@ -49,7 +58,14 @@ private:
     QSet<QString> listedFiles(bool hasFolders);
     QString keepUnlisted(bool hasFolders);
 
+    void copyArchive();
+    void findProtected();
+
     QString m_programFolder;
+    QString m_dataFolder;
+    QString m_copyProblem;
+    bool m_copyProblemTold = false;
+    QString m_protected; ///< the path that is not to be written
     bool m_loadFailed = false;
     std::unique_ptr<Book> m_book;
     std::shared_ptr<ThemaCollection> m_shown;

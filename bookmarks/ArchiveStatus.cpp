@@ -5,6 +5,7 @@
 #include "bookmarks/ArchiveEditor.h"
 #include "bookmarks/ArchiveTree.h"
 
+#include <QLabel>
 #include <QMainWindow>
 #include <QStatusBar>
 
@@ -25,6 +26,12 @@ ArchiveStatus::ArchiveStatus(const ArchiveTree& tree, const ArchiveEditor& edito
     bar->setAccessibleName(u"Status-Zeile"_s);
     m_panel = new ElidedLabel(u"panel1"_s, bar);
     bar->addPermanentWidget(m_panel, 1);
+    m_protected = new QLabel(u"Schreibgeschützt"_s, bar);
+    m_protected->setObjectName(u"lblProtected"_s);
+    m_protected->setToolTip(u"Das Archiv lässt sich nur ansehen: Seine Dateien dürfen nicht "
+                            "geändert werden."_s);
+    bar->addPermanentWidget(m_protected);
+    m_protected->hide();
     window->setStatusBar(bar);
 
     m_reading.setSingleShot(true);
@@ -46,6 +53,11 @@ void ArchiveStatus::showText(const QString& text)
 {
     m_panel->showText(text);
     m_reading.start(timeToRead);
+}
+
+void ArchiveStatus::showProtected(bool isProtected)
+{
+    m_protected->setVisible(isProtected);
 }
 
 void ArchiveStatus::showAddress()

@@ -7,6 +7,7 @@
 class ArchiveEditor;
 class ArchiveTree;
 class ElidedLabel;
+class QLabel;
 class QMainWindow;
 
 /// The status line of the archive window: the address of the bookmark that was reached
@@ -21,6 +22,8 @@ public:
     void showNode(const QModelIndex& node);
     /// Shows the text until the user has had time to read it, or reaches a bookmark.
     void showText(const QString& text);
+    /// A sign to the right of the texts says whether the archive can only be looked at.
+    void showProtected(bool isProtected);
 
 private:
     void showAddress();
@@ -28,6 +31,7 @@ private:
     const ArchiveTree& m_tree;
     const ArchiveEditor& m_editor;
     ElidedLabel* m_panel;
+    QLabel* m_protected;
     QPersistentModelIndex m_node;
     /// Runs while a text is shown.
     QTimer m_reading;

@@ -28,6 +28,7 @@ void Book::DeleteThema(qint16 index)
     if (!m_colThema)
         throw NotFoundError(QString::number(index));
     const std::shared_ptr<Thema> folder = m_colThema->Item(index);
+    prepareSaving();
     emptyFolder(*folder);
     // The bare name on purpose: the file is removed only where the program runs in its
     // own folder.
@@ -47,6 +48,7 @@ void Book::SaveAllThema()
 {
     m_saveError = m_loadError;
     if (m_loadError.isEmpty()) {
+        prepareSaving();
         // The index comes last, so that it never lists a file that is not written yet.
         saveFolders();
         try {
@@ -113,6 +115,12 @@ void Book::markUnwrittenChanged()
         for (const auto& folder : *m_colThema)
             if (!folder->saveError().isEmpty())
                 folder->IsEdit(true);
+}
+
+void Book::prepareSaving() const
+{
+    if (m_beforeSaving)
+        m_beforeSaving();
 }
 
 void Book::saveFolders()

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -51,6 +52,8 @@ public:
     /// FileError, OverflowError and DuplicateKeyError.
     bool LoadAllThema();
 
+    /// `prepare` is called before each save touches the files.
+    void beforeSaving(const std::function<void()>& prepare) { m_beforeSaving = prepare; }
     /// Reads the files of all folders and goes on where one fails: see `filesNotRead`.
     void loadFolders();
     /// The folders whose last load failed, in order. They refuse changes.
@@ -61,6 +64,7 @@ public:
     void markUnwrittenChanged();
 
 private:
+    void prepareSaving() const;
     void saveFolders();
     void readIndex(ThemaCollection& folders);
     void writeIndex() const;
@@ -70,6 +74,7 @@ private:
     qint32 m_sequenzMax = 0;
     qint16 m_itCounter = 0;
     bool m_isEdit = false;
+    std::function<void()> m_beforeSaving;
     QString m_saveError;
     QString m_loadError;
     std::shared_ptr<ThemaCollection> m_colThema;

@@ -61,6 +61,10 @@ public:
     /// leaves the file alone until a load succeeds.
     bool refusesChanges() const { return !m_loadError.isEmpty(); }
 
+    /// The file can be read but not written.
+    void isWriteProtected(bool value) { m_isWriteProtected = value; }
+    bool isWriteProtected() const { return m_isWriteProtected; }
+
     /// Whether a folder's file may have this name: it must stay in the program
     /// folder and must not be the archive's index.
     static bool isFileName(QStringView name);
@@ -75,6 +79,7 @@ private:
     qint16 m_itCounter = 0;
     qint16 m_nr = 0;
     bool m_isEdit = false;
+    bool m_isWriteProtected = false;
     QString m_fileNameNew;
     QString m_fileName;
     QString m_dirName;

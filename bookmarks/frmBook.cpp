@@ -21,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
     : QMainWindow(owner, freeWindow), m_shell(shell), m_runner(shell, *this),
-      m_files(shell.programFolder()), m_editor(m_files, m_tree), m_export(m_files, shell, this)
+      m_files(shell.programFolder(), shell.dataFolder()), m_editor(m_files, m_tree),
+      m_export(m_files, shell, this)
 {
     setObjectName(u"frmBook"_s);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -173,6 +174,7 @@ void frmBook::loadArchive()
         problem = m_editor.load();
         m_view->expand(m_tree.root());
     }
+    m_status->showProtected(m_files.isWriteProtected());
     if (problem.isEmpty())
         return;
     // Later, as the window may just be being made and has to be there for the message.
@@ -183,8 +185,13 @@ void frmBook::loadArchive()
 
 QString frmBook::written()
 {
-    const WaitPointer wait(this);
-    return m_editor.save();
+    QString problem;
+    {
+        const WaitPointer wait(this);
+        problem = m_editor.save();
+    }
+    m_runner.tell(m_files.takeCopyProblem());
+    return problem;
 }
 
 bool frmBook::saveArchive()
@@ -242,8 +249,10 @@ void frmBook::deleteFolder()
     const auto folder = m_editor.resolve(node).folder;
     ArchiveFiles::checkReadable(*folder);
     // The rest of the program goes on while the question is open: the node may be gone.
-    if (confirmed(*folder) && node.isValid())
-        m_editor.removeFolder(node);
+    if (!confirmed(*folder) || !node.isValid())
+        return;
+    m_editor.removeFolder(node);
+    m_runner.tell(m_files.takeCopyProblem());
 }
 
 bool frmBook::confirmed(const Thema& folder)

@@ -52,6 +52,7 @@ public:
     Prefer& preferences() override { return m_frame.preferences(); }
     Prompt& prompt() override { return m_frame.prompt(); }
     const QString& programFolder() const override { return m_frame.programFolder(); }
+    const QString& dataFolder() const override { return m_frame.dataFolder(); }
     const QString& title() const override { return m_frame.title(); }
     QIcon frameIcon() const override { return m_frame.frameIcon(); }
 

@@ -2,6 +2,7 @@
 #include "base/Errors.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveFiles.h"
+#include "bookmarks/DatedCopies.h"
 #include "bookmarks/SavedBookmarks.h"
 
 #include <QDir>
@@ -38,10 +39,17 @@ private:
 constexpr int folderCount = 8;
 constexpr int bookmarkCount = 60;
 
-/// Every save is a generation: all bookmarks of a folder carry its number.
-void saveForever(const QString& path)
+QDate dayOf(int generation)
+{
+    return QDate(2026, 1, 1).addDays(generation);
+}
+
+/// Every save is a generation, and a day: all bookmarks of a folder carry its number.
+void saveForever(const QString& path, const QString& copies)
 {
     Book book(path);
+    int day = 0;
+    book.beforeSaving([&] { makeDatedCopy(path, copies, dayOf(day++)); });
     for (int sequenz = 1; sequenz <= folderCount; ++sequenz)
         addThema(book, path, sequenz, u"Ordner"_s);
     for (int generation = 0;; ++generation) {
@@ -239,6 +247,39 @@ private slots:
         QVERIFY(QDir(path()).entryList({u"*.bak"_s}).empty());
     }
 
+    void aDayHasOneCopy()
+    {
+        const auto copy = [this](int day) { return makeDatedCopy(path(), copies(), dayOf(day)); };
+        QCOMPARE(copy(0), QString());
+        QVERIFY(!QDir(copies()).exists()); // there is no archive yet
+        Book book(path());
+        fillSample(book, path());
+        book.SaveAllThema();
+        QVERIFY(QFile::rename(file(u"3.bkm"_s), file(u"3.bkm.bak"_s))); // a save that failed
+        QVERIFY(QDir().mkpath(copies() + u"/2025-12-31.neu/x"_s));      // a killed program's
+        for (int day = 0; day < 12; ++day)
+            QCOMPARE(copy(day), QString());
+        QCOMPARE(QDir(copies()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), daysOfCopies());
+        QCOMPARE(daysOfCopies().size(), 10);
+        const QString first = copies() + u"/2026-01-03"_s;
+        QCOMPARE(QDir(first).entryList(QDir::Files),
+                 QStringList({u"12.bkm"_s, u"3.bkm"_s, u"9.bkm"_s, u"Book.bkm"_s}));
+        for (const QString& name : QDir(first).entryList(QDir::Files)) {
+            QCOMPARE(bytesOf(first + u'/' + name), golden(name));
+            QCOMPARE(QFile::permissions(first + u'/' + name) & 0xf0ff,
+                     QFile::Permissions(QFile::ReadOwner)); // besides what the caller may
+        }
+        writeBytes(file(u"Book.bkm"_s), golden(u"Book.bkm"_s).left(336));
+        QCOMPARE(copy(11), QString()); // not again
+        QCOMPARE(bytesOf(copies() + u"/2026-01-12/Book.bkm"_s), golden(u"Book.bkm"_s));
+        {
+            const FullDisk disk(300);
+            QVERIFY(!copy(12).isEmpty());
+        }
+        QCOMPARE(daysOfCopies().last(), u"2026-01-12"_s);
+        QCOMPARE(QDir(copies()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 10);
+    }
+
     /// As many kills as TESSERA_KILLS says, 20 without it.
     void killedWhileSaving()
     {
@@ -246,8 +287,9 @@ private slots:
         const int kills = wanted > 0 ? wanted : 20;
         for (int i = 0; i < kills && !QTest::currentTestFailed(); ++i) {
             init();
-            killOnce(path());
+            killOnce();
             checkWhole(path());
+            checkCopies();
         }
     }
 
@@ -255,6 +297,11 @@ private:
     // One level down, so that a file that escapes its folder is seen.
     QString path() const { return TestCase::path(u"program"_s); }
     QString file(const QString& name) const { return path() + u'/' + name; }
+    QString copies() const { return TestCase::path(u"data/archiv"_s); }
+    QStringList daysOfCopies() const
+    {
+        return QDir(copies()).entryList({u"*[0-9]"_s}, QDir::Dirs, QDir::Name);
+    }
     static QStringList notWritten(const Book& book)
     {
         QStringList names;
@@ -263,21 +310,36 @@ private:
         return names;
     }
 
-    static void killOnce(const QString& path)
+    void killOnce() const
     {
         const pid_t child = ::fork();
         if (child == 0) {
-            ignoringErrors([&path] { saveForever(path); });
+            ignoringErrors([this] { saveForever(path(), copies()); });
             ::_exit(1);
         }
-        const QString index = path + u"/Book.bkm"_s; // comes last
+        const QString index = file(u"Book.bkm"_s); // comes last
         QVERIFY(QTest::qWaitFor([&index] { return QFile::exists(index); }));
         // The moment of the kill is what is being tried; nothing is awaited.
-        QThread::usleep(QRandomGenerator::global()->bounded(20000U));
+        QThread::usleep(QRandomGenerator::global()->bounded(60000U));
         ::kill(child, SIGKILL);
         int status = 0;
         QCOMPARE(::waitpid(child, &status, 0), child);
         QVERIFY(WIFSIGNALED(status));
+    }
+
+    /// The copy of a day holds what the save of the day before has written, all of it.
+    void checkCopies() const
+    {
+        const QStringList days = daysOfCopies();
+        QVERIFY(days.size() <= 11); // the oldest goes after the newest has come
+        for (const QString& day : days) {
+            Book book(copies() + u'/' + day);
+            QVERIFY(book.LoadAllThema());
+            book.loadFolders();
+            QCOMPARE(book.colThema()->Count(), folderCount);
+            for (const auto& thema : *book.colThema())
+                QCOMPARE(dayOf(generationOf(*thema) + 1).toString(Qt::ISODate), day);
+        }
     }
 
     static void checkWhole(const QString& path)

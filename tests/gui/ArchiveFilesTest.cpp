@@ -1,6 +1,33 @@
 #include "ArchiveFixture.h"
 
+#include <QLabel>
+
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr uid_t ordinaryUser = 65534;
+
+/// While it lives, the program is not root, to whom no file is protected.
+class OrdinaryUser {
+public:
+    OrdinaryUser()
+    {
+        if (::geteuid() == 0)
+            m_isRoot = ::setresuid(ordinaryUser, ordinaryUser, 0) == 0;
+    }
+    ~OrdinaryUser()
+    {
+        if (m_isRoot && ::setresuid(0, 0, 0) != 0)
+            qFatal("The program is not root any more");
+    }
+    Q_DISABLE_COPY_MOVE(OrdinaryUser)
+
+private:
+    bool m_isRoot = false;
+};
+} // namespace
 
 // The archive window and files: what cannot be read or written, and the exports.
 class ArchiveFilesTest : public TestCase {
@@ -35,6 +62,43 @@ private slots:
             QCOMPARE(f.shell.fakePrompt.takeTexts().size(), 1);
         }
         QCOMPARE(f.held(), u"A() B()"_s);
+    }
+
+    void writeProtected_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addRow("folder of the program") << u"."_s;
+        QTest::addRow("index") << u"Book.bkm"_s;
+        QTest::addRow("one folder") << u"1.bkm"_s;
+    }
+    void writeProtected()
+    {
+        QFETCH(const QString, name);
+        ArchiveFixture f;
+        for (const QString& path : QDir(f.path({})).entryList(QDir::AllEntries | QDir::Hidden))
+            QCOMPARE(::chown(qPrintable(f.path(path)), ordinaryUser, ordinaryUser), 0);
+        const auto before = QFile::permissions(f.path(name));
+        QVERIFY(QFile::setPermissions(f.path(name), QFile::ReadOwner | QFile::ExeOwner));
+        {
+            const OrdinaryUser user;
+            f.open();
+            QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
+            const auto* const sign = f.window->findChild<QLabel*>(u"lblProtected"_s);
+            QCOMPARE(sign->isVisible(), name != u"1.bkm");
+            for (const auto& [node, item] : {std::pair{u"A"_s, u"mn_AttrOrdner"},
+                                             {u"A"_s, u"mn_DelOrdner"},
+                                             {u"A"_s, u"mn_Hinzufügen"},
+                                             {u"a1"_s, u"mn_Loeschen"}}) {
+                f.select(node);
+                f.choose(item);
+                const QString told = f.shell.fakePrompt.takeTexts().join(u' ');
+                QVERIFY2(told.contains(u"schreibgeschützt"), qPrintable(told));
+            }
+            f.choose(u"mn_Laden");
+            QCOMPARE(f.held(), u"A(a1 a2) B()"_s);
+            QVERIFY(!f.isChanged() && f.window->close());
+        }
+        QVERIFY(QFile::setPermissions(f.path(name), before));
     }
 
     void cutIndex()

@@ -32,6 +32,7 @@ public:
     Prefer& preferences() override { return pref; }
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
+    const QString& dataFolder() const override { return m_dataFolder; }
     const QString& title() const override { return m_title; }
     QIcon frameIcon() const override { return {}; }
 
@@ -50,6 +51,7 @@ public:
 private:
     QTemporaryDir m_folder;
     QString m_programFolder = m_folder.path();
+    QString m_dataFolder = m_folder.filePath(QStringLiteral("data"));
     QString m_title = QStringLiteral("Tessera");
 
 public:
