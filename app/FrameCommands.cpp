@@ -3,6 +3,7 @@
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/ClosedWindows.h"
+#include "app/FieldKeys.h"
 #include "app/FrameFullScreen.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
@@ -42,7 +43,8 @@ qsizetype longestTitleIn(const QMenu& menu, qsizetype windows)
 } // namespace
 
 FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
-    : QObject(&frame), m_frame(frame), m_starter(starter), m_fullScreen(new FrameFullScreen(frame))
+    : QObject(&frame), m_frame(frame), m_starter(starter), m_fullScreen(new FrameFullScreen(frame)),
+      m_pageToArchive(frame, frame.History())
 {
     buildTable();
     FrameMenus& menus = frame.menus();
@@ -51,6 +53,11 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
     connect(&frame.area(), &ChildArea::contextMenuWanted, this,
             [&menus](const QPoint& position) { menus.contextMenu()->popup(position); });
     connect(&frame.area(), &ChildArea::addressDropped, this, &FrameCommands::openDropped);
+    // Later, as they may come from within the page's menu, and the page may go meanwhile.
+    connect(&frame, &MDIForm1::archiveWanted, this, &FrameCommands::addToArchive,
+            Qt::QueuedConnection);
+    connect(&frame, &MDIForm1::pageToArchiveWanted, this, &FrameCommands::addPageToArchive,
+            Qt::QueuedConnection);
     addKeys();
 }
 
@@ -100,6 +107,8 @@ void FrameCommands::addKeys()
         addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N,
            [this] { runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); }); });
+    addKey(FieldKeys::pageToArchive(), [this] { addPageToArchive(); });
+    new FieldKeys(m_frame); // belongs to the frame
     auto* const closed = new ClosedWindows(m_frame);
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });
@@ -258,6 +267,22 @@ void FrameCommands::showArchive()
     if (!m_frame.bIsOpenBook())
         m_archive = new frmBook(m_frame, m_frame.History(), &m_frame);
     bringForward(m_archive);
+}
+
+void FrameCommands::addPageToArchive()
+{
+    const frmBrowser* active = m_frame.activeBrowser();
+    const QString address = active == nullptr ? QString() : active->address();
+    if (address.isEmpty())
+        m_frame.statusText(u"Hier ist keine Seite, die ins Archiv kann."_s);
+    else
+        addToArchive(active->pageTitle(), address);
+}
+
+void FrameCommands::addToArchive(const QString& title, const QString& address)
+{
+    m_pageToArchive.add(&m_frame, m_frame.bIsOpenBook() ? m_archive.data() : nullptr, title,
+                        address);
 }
 
 void FrameCommands::showHistory()

@@ -2,6 +2,7 @@
 
 #include "app/Arrangement.h"
 #include "base/Prompt.h"
+#include "bookmarks/PageToArchive.h"
 
 #include <QHash>
 #include <QObject>
@@ -15,6 +16,7 @@ class MDIForm1;
 class QAction;
 class QKeySequence;
 class QShortcut;
+class frmBook;
 struct DroppedAddress;
 
 /// What the items of the frame's menus do, under the names of the menu bar's
@@ -51,6 +53,8 @@ private:
     void showPreferences();
     void showInternetOptions();
     void showArchive();
+    void addPageToArchive();
+    void addToArchive(const QString& title, const QString& address);
     void showHistory();
     static void bringForward(QWidget* window);
     void showAboutBox();
@@ -67,7 +71,8 @@ private:
     ProgramStarter& m_starter;
     FrameFullScreen* m_fullScreen;
     QHash<QString, std::function<void()>> m_commands;
-    QPointer<QWidget> m_archive;
+    QPointer<frmBook> m_archive;
+    PageToArchive m_pageToArchive;
     QPointer<QWidget> m_history;
     QList<QAction*> m_windowList;
 };

@@ -75,6 +75,11 @@ public:
 
     void VisitUrl(const QString& url) override;
     void VisitUrlPrivately(const QString& url) override;
+    void AddToArchive(const QString& title, const QString& url) override
+    {
+        emit archiveWanted(title, url);
+    }
+    void AddPageToArchive() override { emit pageToArchiveWanted(); }
     void AddToHistory(const QString& url, const QString& title) override;
     /// Creates one browser window on `HistoryUrl`, or on the start address.
     void NewBrowser();
@@ -136,6 +141,9 @@ public:
 
 signals:
     void browserAdded(frmBrowser& window);
+    /// What `AddToArchive` and `AddPageToArchive` were called for.
+    void archiveWanted(const QString& title, const QString& url);
+    void pageToArchiveWanted();
     /// The window is still whole; not sent while the frame closes them all.
     void browserClosing(const frmBrowser& window);
     /// The frame has unloaded: the program is to end.

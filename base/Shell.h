@@ -20,6 +20,10 @@ public:
     virtual void VisitUrl(const QString& url) = 0;
     /// As VisitUrl, in a private browser window: one that leaves nothing behind.
     virtual void VisitUrlPrivately(const QString& url) = 0;
+    /// Lets the user add a link to the archive; without a title it gets one by its address.
+    virtual void AddToArchive(const QString& title, const QString& url) = 0;
+    /// The same for the page of the active browser window.
+    virtual void AddPageToArchive() = 0;
     /// The address that the next new browser window opens; empty: the start address.
     virtual void HistoryUrl(const QString& url) = 0;
     virtual void bIsOpenBook(bool value) = 0;

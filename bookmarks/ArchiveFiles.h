@@ -37,6 +37,8 @@ public:
     QString save();
     /// The same for a save that the archive itself has just made.
     QString unwritten();
+    /// The last load went through.
+    bool isLoaded() const { return !m_loadFailed; }
     /// Why there is no copy of the archive as it was before today's first save, as a text for
     /// the user; empty where there is one, and from the second call on.
     QString takeCopyProblem();

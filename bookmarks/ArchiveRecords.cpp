@@ -4,7 +4,6 @@
 #include "base/WholeNumber.h"
 
 namespace {
-constexpr qsizetype dirNameWidth = 200;
 constexpr qsizetype fileNameWidth = 128;
 
 /// How many whole records there are.

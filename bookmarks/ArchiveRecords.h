@@ -18,6 +18,8 @@ constexpr qsizetype themaRecordSize = 336;
 constexpr qsizetype titelWidth = 200;
 constexpr qsizetype urlWidth = 200;
 constexpr qsizetype infoWidth = 320;
+/// The same for a folder's name.
+constexpr qsizetype dirNameWidth = 200;
 
 /// The most bytes of a file that a reader needs to see: numbers of 16 bits
 /// count the records, so a longer file is refused by its first excess record.

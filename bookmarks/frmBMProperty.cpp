@@ -5,8 +5,10 @@
 #include "base/RunCommand.h"
 #include "base/WindowParts.h"
 #include "bookmarks/ArchiveRecords.h"
+#include "bookmarks/BookmarkPlace.h"
+#include "bookmarks/FolderChoice.h"
 #include "bookmarks/StoredTextHint.h"
-#include "bookmarks/frmBook.h"
+#include "bookmarks/Thema.h"
 
 #include <QGridLayout>
 #include <QIcon>
@@ -54,8 +56,9 @@ QLineEdit* lineEdit(const QString& name, const QString& insteadOfBreaks)
 }
 } // namespace
 
-frmBMProperty::frmBMProperty(frmBook& archive, Prompt& prompt, const QIcon& icon, QWidget* parent)
-    : QDialog(parent), m_archive(archive), m_prompt(prompt)
+frmBMProperty::frmBMProperty(BookmarkPlace& place, Prompt& prompt, const QIcon& icon,
+                             QWidget* parent)
+    : QDialog(parent), m_place(place), m_prompt(prompt), m_keys(new DialogKeys(this))
 {
     setObjectName(u"frmBMProperty"_s);
     setWindowTitle(u"Bookmark - Eigenschaften"_s);
@@ -79,7 +82,7 @@ void frmBMProperty::buildControls()
     m_text1->setMinimumWidth(visibleColumns * fontMetrics().averageCharWidth());
     m_text3->setMinimumHeight((visibleLines + 1) * fontMetrics().lineSpacing());
 
-    auto* grid = new QGridLayout;
+    auto* grid = m_fields = new QGridLayout;
     addLabel(*grid, 0, u"Label1"_s, u"Name:"_s, m_text1);
     grid->addWidget(StoredTextHint::under(m_text1, titelWidth), 0, 1);
     addLabel(*grid, 1, u"Label2"_s, u"URL:"_s, m_text2);
@@ -102,16 +105,24 @@ void frmBMProperty::buildControls()
 
 void frmBMProperty::setKeys()
 {
-    auto* keys = new DialogKeys(this);
     const auto close = [this] { reject(); };
     for (QWidget* text : {m_text1, m_text2})
-        keys->set(
+        m_keys->set(
             text, [this] { Ok_Click(); }, close);
-    keys->set(m_text3, {}, close);
-    keys->set(
+    m_keys->set(m_text3, {}, close);
+    m_keys->set(
         m_ok, [this] { store(&frmBMProperty::StoreChangedBookmark); }, close);
     for (QWidget* control : {static_cast<QWidget*>(this), static_cast<QWidget*>(m_cancel)})
-        keys->set(control, &DialogKeys::nothing, close);
+        m_keys->set(control, &DialogKeys::nothing, close);
+}
+
+void frmBMProperty::offerFolders(ChosenFolder& place, const QString& first)
+{
+    m_folders = new FolderChoice(place, first, this, *m_fields);
+    m_folders->followInTabOrder(m_text3);
+    m_folders->setKeys(
+        *m_keys, [this] { Ok_Click(); }, [this] { reject(); });
+    m_folders->watch(*m_text2);
 }
 
 void frmBMProperty::showEvent(QShowEvent* event)
@@ -130,7 +141,7 @@ void frmBMProperty::Form_Load()
         m_text2->setText(u"http://"_s);
         return;
     }
-    m_bookmark = m_archive.selectedBookmark();
+    m_bookmark = m_place.selectedBookmark();
     if (m_bookmark)
         fill(*m_bookmark);
 }
@@ -157,6 +168,8 @@ void frmBMProperty::Ok_Click()
         (m_text1->text().isEmpty() ? m_text1 : m_text2)->setFocus();
         return;
     }
+    if (m_folders != nullptr && !m_folders->isGood(m_prompt))
+        return;
     const auto accepted = [this] {
         return !m_isNew || IsUrlNew() ||
                m_prompt.askYesNo(this,
@@ -175,7 +188,7 @@ bool frmBMProperty::IsInputComplete() const
 
 bool frmBMProperty::IsUrlNew() const
 {
-    const auto folder = m_archive.selectedFolder();
+    const auto folder = m_place.selectedFolder();
     if (!folder || !folder->colBookmark())
         return true;
     const BookmarkCollection& bookmarks = *folder->colBookmark();
@@ -186,12 +199,12 @@ bool frmBMProperty::IsUrlNew() const
 
 void frmBMProperty::StoreNewBookmark()
 {
-    m_archive.AddBkmToArchive(m_text1->text(), m_text2->text(), info());
+    m_place.AddBkmToArchive(m_text1->text(), m_text2->text(), info());
 }
 
 void frmBMProperty::StoreChangedBookmark()
 {
-    m_archive.UpdateBookmark(m_bookmark, m_text1->text(), m_text2->text(), info());
+    m_place.UpdateBookmark(m_bookmark, m_text1->text(), m_text2->text(), info());
 }
 
 void frmBMProperty::store(void (frmBMProperty::*how)())

@@ -5,11 +5,15 @@
 #include <memory>
 
 class Bookmark;
+class BookmarkPlace;
+class ChosenFolder;
+class DialogKeys;
+class FolderChoice;
 class Prompt;
+class QGridLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
-class frmBook;
 
 /// The dialog in which a new bookmark is typed or the selected one is edited. It
 /// fills its fields when it is first shown, with exec(), and hands them to the
@@ -19,8 +23,8 @@ class frmBook;
 class frmBMProperty : public QDialog {
     Q_OBJECT
 public:
-    /// `archive` and `prompt` outlive the dialog.
-    frmBMProperty(frmBook& archive, Prompt& prompt, const QIcon& icon, QWidget* parent);
+    /// `place` and `prompt` outlive the dialog.
+    frmBMProperty(BookmarkPlace& place, Prompt& prompt, const QIcon& icon, QWidget* parent);
 
     /// True: a new bookmark is added to the selected folder. False, as at first:
     /// the selected bookmark is edited. To be set before the dialog is shown.
@@ -29,6 +33,10 @@ public:
 
     /// Fills the fields; the bookmark that will be changed stays the same.
     void TakeBookmark(const Bookmark& bookmark);
+
+    /// Lets the user choose the folder of a new bookmark, too: in `place`, which is the place of
+    /// the dialog. The folder with `first` as its file comes first.
+    void offerFolders(ChosenFolder& place, const QString& first);
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -48,8 +56,9 @@ private:
     /// The description as the archive holds it.
     QString info() const;
 
-    frmBook& m_archive;
+    BookmarkPlace& m_place;
     Prompt& m_prompt;
+    DialogKeys* m_keys;
     bool m_isNew = false;
     bool m_isLoaded = false;
     std::shared_ptr<Bookmark> m_bookmark; ///< the one to change; null for a new one
@@ -58,4 +67,6 @@ private:
     QPlainTextEdit* m_text3 = nullptr;    ///< the description
     QPushButton* m_ok = nullptr;
     QPushButton* m_cancel = nullptr;
+    QGridLayout* m_fields = nullptr;
+    FolderChoice* m_folders = nullptr; ///< null unless folders are offered
 };

@@ -327,6 +327,17 @@ void frmBook::OpenBookmark()
         m_shell.VisitUrl(bookmark->Url());
 }
 
+void frmBook::changeFromOutside(const std::function<void(const ArchiveParts&)>& change)
+{
+    m_runner.run([this, &change] {
+        m_files.checkReadable();
+        // The tree of a new user is empty until the default archive is loaded.
+        if (!m_files.shownFolders() && !m_tree.hasChildren(m_tree.root()))
+            loadArchive();
+        change({m_files, m_tree, m_editor});
+    });
+}
+
 void frmBook::closeEvent(QCloseEvent* event)
 {
     if (!m_runner.startClosing()) {

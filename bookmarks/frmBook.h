@@ -4,6 +4,8 @@
 #include "bookmarks/ArchiveExport.h"
 #include "bookmarks/ArchiveFiles.h"
 #include "bookmarks/ArchiveTree.h"
+#include "bookmarks/BookmarkPlace.h"
+#include "bookmarks/ChosenFolder.h"
 #include "bookmarks/CommandRunner.h"
 #include "history/HistoryList.h"
 
@@ -24,7 +26,7 @@ class TreeFind;
 ///
 /// `bIsOpenBook` of the frame is true from construction until closing is done;
 /// whoever deletes the window without closing it has to clear the flag.
-class frmBook : public QMainWindow {
+class frmBook : public QMainWindow, public BookmarkPlace {
     Q_OBJECT
 public:
     /// Loads the archive in the frame's program folder.
@@ -37,18 +39,21 @@ public:
 
     /// The folder of the selected node (the folder itself, or that of a bookmark); null on
     /// the root or when nothing is selected.
-    std::shared_ptr<Thema> selectedFolder() const;
+    std::shared_ptr<Thema> selectedFolder() const override;
     /// The selected bookmark; null when the selected node is none.
-    std::shared_ptr<Bookmark> selectedBookmark() const;
-    void AddBkmToArchive(const QString& title, const QString& url, const QString& info);
+    std::shared_ptr<Bookmark> selectedBookmark() const override;
+    void AddBkmToArchive(const QString& title, const QString& url, const QString& info) override;
     /// Lets the user edit the new folder's label at once.
     void AddDirToArchive(const QString& name);
     /// Without a bookmark the three texts are added as a new one.
     void UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
-                        const QString& url, const QString& info);
+                        const QString& url, const QString& info) override;
     void UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name);
     void OpenAll();
     void OpenBookmark();
+    /// Runs `change`, which comes from another window, as a command of this one. Does nothing
+    /// but tell the user when the archive could not be read.
+    void changeFromOutside(const std::function<void(const ArchiveParts&)>& change);
 
     Book& Buch() { return m_files.book(); }
     ArchiveView& view() const { return *m_view; }

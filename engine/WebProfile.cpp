@@ -42,6 +42,11 @@ public:
             m_frame.VisitUrl(url);
     }
     void VisitUrlPrivately(const QString& url) override { m_frame.VisitUrlPrivately(url); }
+    void AddToArchive(const QString& title, const QString& url) override
+    {
+        m_frame.AddToArchive(title, url);
+    }
+    void AddPageToArchive() override { m_frame.AddPageToArchive(); }
     void HistoryUrl(const QString& url) override { m_frame.HistoryUrl(url); }
     void bIsOpenBook(bool value) override { m_frame.bIsOpenBook(value); }
     void bIsOpenHistory(bool value) override { m_frame.bIsOpenHistory(value); }

@@ -164,6 +164,9 @@ PageMenuCommands PageContextMenu::commandsFor(const Request& request)
     commands.items[Item::OpenLinkInWindow] = [this, link] { m_shell.VisitUrl(link); };
     if (!m_page->profile()->isOffTheRecord()) // of such a page every window is private
         commands.items[Item::OpenLinkPrivately] = [this, link] { m_shell.VisitUrlPrivately(link); };
+    const QString text = request.linkText();
+    commands.items[Item::LinkToArchive] = [this, link, text] { m_shell.AddToArchive(text, link); };
+    commands.items[Item::PageToArchive] = [this] { m_shell.AddPageToArchive(); };
     commands.items[Item::OpenImageInWindow] = [this, media] { m_shell.VisitUrl(media); };
     if (isForDesktop(request.linkUrl())) {
         for (const Item item : {Item::OpenLink, Item::OpenLinkInWindow})

@@ -201,6 +201,12 @@ lists() {
 archive() {
     fresh_files
     start
+    keys ctrl+d
+    dialog_picture seite-ins-archiv 'Bookmark - Hinzufügen'
+    keys Escape
+    no_window 'Bookmark - Hinzufügen'
+    find_window 'Tessera.*'
+    place 20 30
     open_archive 300 120 360 420
     window_picture archiv
     keys Down Down alt+m b

@@ -14,7 +14,7 @@ QList<PageMenuItem> linkItems(const PageMenuTarget& target)
         items << OpenLinkInWindow << OpenLinkPrivately;
     items << CopyLinkAddress;
     if (target.isLinkForWindow)
-        items << SaveLink;
+        items << SaveLink << LinkToArchive;
     return items;
 }
 
@@ -60,6 +60,7 @@ QList<PageMenuItem> pageMenuItems(const PageMenuTarget& target)
         return items << soundItems(target);
     return QList{Back, Forward, Reload}
            << soundItems(target)
-           << QList{Separator, SavePage, SavePdf, Print,     Separator, Find,      SelectAll,
-                    Separator, ZoomIn,   ZoomOut, ZoomReset, Separator, Downloads, BrowserData};
+           << QList{Separator, PageToArchive, SavePage,  SavePdf,   Print,
+                    Separator, Find,          SelectAll, Separator, ZoomIn,
+                    ZoomOut,   ZoomReset,     Separator, Downloads, BrowserData};
 }

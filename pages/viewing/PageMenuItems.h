@@ -11,6 +11,7 @@ enum class PageMenuItem {
     OpenLinkPrivately,
     CopyLinkAddress,
     SaveLink,
+    LinkToArchive,
     OpenImageInWindow,
     SaveImage,
     CopyImage,
@@ -33,6 +34,7 @@ enum class PageMenuItem {
     /// Silence all of the page, and let it be heard again.
     SoundOff,
     SoundOn,
+    PageToArchive,
     SavePage,
     Find,
     Print,

@@ -2,6 +2,7 @@
 #include "base/Errors.h"
 #include "base/SafeFile.h"
 #include "bookmarks/ArchiveFiles.h"
+#include "bookmarks/ClosedArchive.h"
 #include "bookmarks/DatedCopies.h"
 #include "bookmarks/SavedBookmarks.h"
 
@@ -128,6 +129,35 @@ private slots:
             QCOMPARE(bytesOf(TestCase::path(u"x.bkm"_s)), "outside"_ba);
             QCOMPARE(bytesOf(file(u"Book.bkm"_s)), QByteArray());
         }
+    }
+
+    void addingToTheClosedArchiveLosesNothing()
+    {
+        ClosedArchive archive(path());
+        QCOMPARE(archive.load(), QString()); // a new user's
+        ChosenFolder place(archive.parts(), [&archive] { archive.save(); });
+        for (const bool isNew : {false, true}) {
+            place.choose(u"1.bkm"_s);
+            if (isNew)
+                place.chooseNew(u"Reisen"_s);
+            const QByteArray before = bytesOf(file(u"1.bkm"_s));
+            const QByteArray index = bytesOf(file(u"Book.bkm"_s));
+            {
+                const FullDisk full(300);
+                QVERIFY_THROWS_EXCEPTION(Error, place.AddBkmToArchive(u"n"_s, u"http://n"_s, {}));
+            }
+            QCOMPARE(bytesOf(file(u"1.bkm"_s)), before);
+            QCOMPARE(bytesOf(file(u"Book.bkm"_s)), index);
+            place.AddBkmToArchive(u"n"_s, u"http://n"_s, {}); // the user tries again
+        }
+        QCOMPARE(place.fileName(), u"2.bkm"_s);
+        QCOMPARE(place.foldersWith(u"http://n"_s),
+                 QStringList({u"Reisen"_s, u"Info + Lizenzvertrag"_s}));
+        QCOMPARE(savedBookmarks(path()).size(), std::size_t{5});
+
+        writeBytes(file(u"Book.bkm"_s), QByteArray(672, '\0'));
+        QVERIFY_THROWS_EXCEPTION(Error, ClosedArchive(path()).load());
+        QCOMPARE(bytesOf(file(u"Book.bkm"_s)), QByteArray(672, '\0'));
     }
 
     void whoeverReadsAlongLeavesAllAsItIs()

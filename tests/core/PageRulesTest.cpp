@@ -196,7 +196,8 @@ private slots:
         using enum PageMenuItem;
         using Items = QList<PageMenuItem>;
         using Media = PageMenuTarget::Media;
-        const Items link{OpenLink, OpenLinkInWindow, OpenLinkPrivately, CopyLinkAddress, SaveLink};
+        const Items link{OpenLink,        OpenLinkInWindow, OpenLinkPrivately,
+                         CopyLinkAddress, SaveLink,         LinkToArchive};
         const Items image{OpenImageInWindow, SaveImage, CopyImage, CopyImageAddress};
         const auto items = [](const PageMenuTarget& target) {
             return offeredItems(pageMenuItems(target), [](PageMenuItem) { return true; });

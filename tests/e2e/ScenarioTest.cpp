@@ -60,6 +60,46 @@ private slots:
         QCOMPARE(m_run->exitCode(), 0);
     }
 
+    void pagesAndLinksComeIntoTheArchive()
+    {
+        m_server->page(u"/page"_s, "<title>Seite</title><a href=/red>Das Ziel</a>");
+        open(u"/page"_s, u"Seite"_s);
+        const auto kept = [this](const QString& folder) {
+            const QString record = QString::fromLatin1(bytesOf(m_program->file(folder)).left(402));
+            return record.mid(2, 200).trimmed() + u' ' + record.mid(202).trimmed();
+        };
+        const QString dialog = u"Bookmark - Hinzufügen"_s;
+        User::press(u"Tab shift+F10 c"_s);
+        QTRY_SEES(dialog);
+        User::press(u"Return"_s); // into a new user's first folder
+        QTRY_COMPARE_WITH_TIMEOUT(kept(u"1.bkm"_s), u"Das Ziel "_s + m_server->address(u"/red"_s),
+                                  patience);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(dialog), patience);
+        User::press(u"ctrl+l ctrl+d"_s); // the key is not the address line's
+        QTRY_SEES(dialog);
+        User::press(u"Tab Tab Tab Tab space"_s);
+        User::enter(u"Reisen"_s);
+        const QString page = u"Seite "_s + m_server->address(u"/page"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(kept(u"2.bkm"_s), page, patience);
+
+        User::press(u"ctrl+shift+o"_s);
+        QTRY_SEES(u"Bookmark Archiv"_s);
+        User::click(User::place(maximised(u"Seite"_s)).bottomLeft() - QPoint(-100, 100));
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), maximised(u"Seite"_s), patience);
+        User::press(u"ctrl+d"_s); // the folder of the last time comes first, and has it already
+        QTRY_SEES(dialog);
+        User::type(u"Noch einmal"_s);
+        User::press(u"Return"_s);
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(dialog), patience);
+        QCOMPARE(kept(u"2.bkm"_s), page); // a change of the window's, not saved yet
+        User::press(u"ctrl+shift+o"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), u"Bookmark Archiv"_s, patience);
+        User::press(u"alt+a s"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(kept(u"2.bkm"_s).startsWith(u"Noch einmal"_s), patience);
+    }
+
     void linksOpenWindowsOneUnderTheOther()
     {
         m_server->page(u"/link"_s,

@@ -18,6 +18,8 @@ public:
 
     void VisitUrl(const QString& url) override { visited.append(url); }
     void VisitUrlPrivately(const QString& url) override { visitedPrivately.append(url); }
+    void AddToArchive(const QString& /*title*/, const QString& /*url*/) override {}
+    void AddPageToArchive() override {}
     void HistoryUrl(const QString& url) override { historyUrl = url; }
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
