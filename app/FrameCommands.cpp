@@ -3,6 +3,7 @@
 #include "app/ActiveChild.h"
 #include "app/ChildArea.h"
 #include "app/ClosedWindows.h"
+#include "app/EdgeDrags.h"
 #include "app/FieldKeys.h"
 #include "app/FrameFullScreen.h"
 #include "app/FrameMenus.h"
@@ -108,7 +109,9 @@ void FrameCommands::addKeys()
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N,
            [this] { runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); }); });
     addKey(FieldKeys::pageToArchive(), [this] { addPageToArchive(); });
-    new FieldKeys(m_frame); // belongs to the frame
+    // Both belong to the frame.
+    new FieldKeys(m_frame);
+    new EdgeDrags(m_frame, [this] { return m_frame.bIsOpenBook() ? m_archive.data() : nullptr; });
     auto* const closed = new ClosedWindows(m_frame);
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });

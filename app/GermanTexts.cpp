@@ -9,6 +9,21 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// Qt's own texts call the key "Return" (seen with Qt 6.4), which stands on no German keyboard.
+class EnterKey : public QTranslator {
+public:
+    using QTranslator::QTranslator;
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char* /*more*/,
+                      int /*number*/) const override
+    {
+        return context == "QShortcut"_ba && text == "Return"_ba ? u"Eingabe"_s : QString();
+    }
+};
+} // namespace
+
 void installGermanTexts()
 {
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
@@ -21,4 +36,5 @@ void installGermanTexts()
         if (translator->load(name, shared) || translator->load(name, own))
             QCoreApplication::installTranslator(translator.release()); // the application owns it
     }
+    QCoreApplication::installTranslator(new EnterKey(QCoreApplication::instance()));
 }

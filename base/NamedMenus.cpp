@@ -1,6 +1,7 @@
 #include "base/NamedMenus.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -8,6 +9,7 @@
 NamedMenus::NamedMenus(QMainWindow* window) : QObject(window), m_window(window)
 {
     window->menuBar()->setNativeMenuBar(false);
+    window->menuBar()->installEventFilter(this);
 }
 
 QAction* NamedMenus::add(const MenuEntry& entry, QWidget* top)
@@ -18,6 +20,7 @@ QAction* NamedMenus::add(const MenuEntry& entry, QWidget* top)
     if (entry.kind == MenuEntry::Kind::Menu) {
         auto* menu = new QMenu(entry.caption.toString(), m_window);
         menu->setObjectName(name);
+        menu->installEventFilter(this);
         connect(menu, &QMenu::aboutToShow, this, [this, role] { emit opening(role); });
         action = menu->menuAction();
     } else {
@@ -35,4 +38,23 @@ QAction* NamedMenus::add(const MenuEntry& entry, QWidget* top)
     else
         item(entry.under.toString())->menu()->addAction(action);
     return action;
+}
+
+void NamedMenus::showKey(const QString& name, const QKeySequence& key)
+{
+    QAction* const action = item(name);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetShortcut); // of the menu bar: see below
+    action->setShortcutVisibleInContextMenu(true);
+    m_shownKeys << key;
+}
+
+bool NamedMenus::eventFilter(QObject* /*watched*/, QEvent* event)
+{
+    // A menu bar that was reached by a key, and its menus, need the keys for themselves: Enter
+    // opens a menu.
+    if (event->type() == QEvent::ShortcutOverride &&
+        m_shownKeys.contains(QKeySequence(static_cast<QKeyEvent*>(event)->keyCombination())))
+        event->accept();
+    return false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QKeySequence>
 #include <QObject>
 #include <QStringView>
 
@@ -43,8 +44,13 @@ protected:
 
     /// Adds an item; `top` is the menu, or the menu bar, of the top level.
     QAction* add(const MenuEntry& entry, QWidget* top);
+    /// Shows beside the item which key does the same. The key itself is somebody else's.
+    void showKey(const QString& name, const QKeySequence& key);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QMainWindow* m_window;
     QHash<QString, QAction*> m_items;
+    QList<QKeySequence> m_shownKeys;
 };

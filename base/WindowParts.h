@@ -8,9 +8,9 @@ class QPalette;
 class QPushButton;
 class QWidget;
 
-/// The flags of a free window that its owner does not cover, so that one can drag
-/// between the two. To window managers only a dialog is one of these.
-constexpr Qt::WindowFlags freeWindow = Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+/// The flags of a free window: it closes with its owner, but can be minimised without it, and
+/// whichever of the two is used lies over the other. A dialog would lie over its owner always.
+constexpr Qt::WindowFlags freeWindow = Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                                        Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
 
 /// Whether the desktop's colours are light on dark.

@@ -136,6 +136,10 @@ ArchiveMenus::ArchiveMenus(QMainWindow* window, const ArchiveView& view)
     }};
     for (const MenuEntry& entry : entries)
         add(entry, window->menuBar());
+    showKey(u"mn_AttrOrdner"_s, Qt::Key_F2);
+    showKey(u"mn_OpenBkm"_s, Qt::Key_Return);
+    showKey(u"mn_Loeschen"_s, Qt::Key_Delete);
+    showKey(u"mn_Schließen"_s, Qt::Key_Escape);
     connect(this, &NamedMenus::opening, this, &ArchiveMenus::update);
 }
 

@@ -102,11 +102,11 @@ void ChosenFolder::AddBkmToArchive(const QString& title, const QString& url, con
         throw Error(problem);
     ArchiveTree& tree = m_archive.tree;
     const std::vector<BookmarkTexts> bookmarks{{title, url, info}};
-    m_node = m_isNew
-                 ? tree.index(0, 0, m_archive.editor.addFolder(tree.root(), m_newName, bookmarks))
-                 : m_archive.editor.addBookmarks(folderNode(), bookmarks);
-    const QString fileName = tree.folder(m_node)->FileName();
-    m_added();
+    const QModelIndex node =
+        m_isNew ? tree.index(0, 0, m_archive.editor.addFolder(tree.root(), m_newName, bookmarks))
+                : m_archive.editor.addBookmarks(folderNode(), bookmarks);
+    const QString fileName = tree.folder(node)->FileName();
+    m_added(node);
     choose(fileName);
 }
 
@@ -114,6 +114,11 @@ void ChosenFolder::UpdateBookmark(const std::shared_ptr<Bookmark>& /*bookmark*/,
                                   const QString& title, const QString& url, const QString& info)
 {
     AddBkmToArchive(title, url, info);
+}
+
+QString addedText(const QString& folder)
+{
+    return u"In "_s + quoted(folder) + u" eingefügt"_s;
 }
 
 QString knownInText(const QStringList& folders)

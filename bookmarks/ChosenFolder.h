@@ -24,8 +24,11 @@ public:
         QString name;
     };
 
-    /// `added` is called when a bookmark is in the archive; what it throws is thrown on.
-    ChosenFolder(const ArchiveParts& archive, const std::function<void()>& added)
+    using Added = std::function<void(const QModelIndex& node)>;
+
+    /// `added` is called with a bookmark's node when it is in the archive; what it throws is
+    /// thrown on.
+    ChosenFolder(const ArchiveParts& archive, const Added& added)
         : m_archive(archive), m_added(added)
     {
     }
@@ -46,8 +49,6 @@ public:
     /// new one the file is known when the bookmark is in it.
     const QString& fileName() const { return m_fileName; }
     QString name() const;
-    /// The bookmark's node, once it is in the archive.
-    QModelIndex node() const { return m_node; }
 
     std::shared_ptr<Thema> selectedFolder() const override;
     std::shared_ptr<Bookmark> selectedBookmark() const override { return nullptr; }
@@ -59,12 +60,13 @@ private:
     QModelIndex folderNode() const;
 
     ArchiveParts m_archive;
-    std::function<void()> m_added;
+    Added m_added;
     QString m_fileName;
     QString m_newName;
     bool m_isNew = false;
-    QPersistentModelIndex m_node;
 };
 
+/// Says where a bookmark was added.
+QString addedText(const QString& folder);
 /// Says in which of the folders an address is already; empty if there are none.
 QString knownInText(const QStringList& folders);

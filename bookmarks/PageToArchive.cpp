@@ -21,7 +21,8 @@ void PageToArchive::add(QWidget* parent, frmBook* open, const QString& title,
         runCommand(m_shell, parent, [&] { addToClosed(parent, {name, dropped.url}); });
     else
         open->changeFromOutside([&](const ArchiveParts& archive) {
-            ask(parent, archive, {name, dropped.url}, [] {});
+            ask(parent, archive, {name, dropped.url},
+                [open](const QModelIndex& node) { open->showAdded(node); });
         });
 }
 
@@ -37,11 +38,12 @@ void PageToArchive::addToClosed(QWidget* parent, const DroppedBookmark& bookmark
         const DropsDisabled guard(m_shell);
         m_shell.prompt().tell(parent, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
     }
-    ask(parent, archive.parts(), bookmark, [&archive] { archive.save(); });
+    ask(parent, archive.parts(), bookmark, [&archive](const QModelIndex&) { archive.save(); });
 }
 
 void PageToArchive::ask(QWidget* parent, const ArchiveParts& archive,
-                        const DroppedBookmark& bookmark, const std::function<void()>& added)
+                        const DroppedBookmark& bookmark,
+                        const std::function<void(const QModelIndex&)>& added)
 {
     ChosenFolder place(archive, added);
     {
@@ -57,5 +59,5 @@ void PageToArchive::ask(QWidget* parent, const ArchiveParts& archive,
             return;
     }
     m_lastFolder = place.fileName();
-    m_shell.statusText(u"In „%1“ eingefügt"_s.arg(place.name()));
+    m_shell.statusText(addedText(place.name()));
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QModelIndex;
 class Shell;
 class QWidget;
 class frmBook;
@@ -31,7 +32,7 @@ private:
     void addToClosed(QWidget* parent, const DroppedBookmark& bookmark);
     /// `added` is called when the bookmark is in the archive.
     void ask(QWidget* parent, const ArchiveParts& archive, const DroppedBookmark& bookmark,
-             const std::function<void()>& added);
+             const std::function<void(const QModelIndex& node)>& added);
 
     Shell& m_shell;
     const HistoryCollection& m_history;

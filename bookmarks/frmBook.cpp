@@ -289,7 +289,13 @@ void frmBook::showProperties(bool newBookmark)
 
 void frmBook::AddBkmToArchive(const QString& title, const QString& url, const QString& info)
 {
-    m_editor.addBookmarks(m_view->selectedNode(), {{title, url, info}});
+    showAdded(m_editor.addBookmarks(m_view->selectedNode(), {{title, url, info}}));
+}
+
+void frmBook::showAdded(const QModelIndex& bookmark)
+{
+    m_view->reachNode(bookmark);
+    m_status->showText(addedText(m_tree.folder(bookmark)->DirName()));
 }
 
 void frmBook::UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,

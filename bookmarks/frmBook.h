@@ -51,6 +51,8 @@ public:
     void UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name);
     void OpenAll();
     void OpenBookmark();
+    /// Selects a bookmark that was added and brings it into sight; the status line says where.
+    void showAdded(const QModelIndex& bookmark);
     /// Runs `change`, which comes from another window, as a command of this one. Does nothing
     /// but tell the user when the archive could not be read.
     void changeFromOutside(const std::function<void(const ArchiveParts&)>& change);

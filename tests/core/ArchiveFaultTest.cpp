@@ -135,7 +135,7 @@ private slots:
     {
         ClosedArchive archive(path());
         QCOMPARE(archive.load(), QString()); // a new user's
-        ChosenFolder place(archive.parts(), [&archive] { archive.save(); });
+        ChosenFolder place(archive.parts(), [&archive](const QModelIndex&) { archive.save(); });
         for (const bool isNew : {false, true}) {
             place.choose(u"1.bkm"_s);
             if (isNew)

@@ -97,27 +97,32 @@ private:
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(path), before + 1, patience);
         QTest::qWait(700); // the page is there, and takes the mouse
     }
+    /// The archive's window lies behind the frame.
     void archive()
     {
+        const QString archive = u"Bookmark Archiv"_s;
         User::press(u"alt+x b"_s);
-        QTRY_SEES(u"Bookmark Archiv"_s);
+        QTRY_SEES(archive);
         User::press(u"alt+a l"_s); // the first folder is there now
-        const QPoint tree = User::place(u"Bookmark Archiv"_s).topLeft() - border;
+        User::move(archive, m_frame + QPoint(300, 250));
+        QTest::qWait(300);
+        const QPoint tree = User::place(archive).topLeft() - border;
         for (const Thing dragged : {Link, LinkedImage, Selection})
-            User::carry(thing(dragged), tree + QPoint(80, 48));
-        User::click(tree + QPoint(200, 250)); // the drags have brought the frame forward
-        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), u"Bookmark Archiv"_s, patience);
-        User::press(u"alt+a s"_s);
+            User::carry(thing(dragged), tree + QPoint(80, 48), {m_frame + QPoint(892, 400)});
+        User::minimise(archive);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(archive), patience);
+        QVERIFY(User::sees(title()));
+        User::press(u"ctrl+shift+o"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), archive, patience);
+        User::press(u"Delete alt+a s"_s); // what was dropped last is selected
         const auto kept = [this](int number) {
             constexpr int record = 722;
             constexpr int address = 202;
             const QByteArray bytes = bytesOf(m_program->file(u"1.bkm"_s));
             return QString::fromLatin1(bytes.mid(number * record + address, 200)).trimmed();
         };
-        QTRY_COMPARE_WITH_TIMEOUT(kept(0), m_server->address(u"/text"_s).section(u'/', 2),
-                                  patience);
-        QCOMPARE(kept(1), m_server->address(u"/bild2.svg"_s));
-        QCOMPARE(kept(2), m_server->address(u"/ziel?a=1#b"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(kept(0), m_server->address(u"/bild2.svg"_s), patience);
+        QCOMPARE(kept(1), m_server->address(u"/ziel?a=1#b"_s));
     }
     static void back()
     {

@@ -81,8 +81,9 @@ public:
         pull(from, to);
     }
     /// The same for what a program lets be carried away. A page's process has to be asked first
-    /// what there is, so the way is gone on when the program says that something is carried.
-    static void carry(const QPoint& from, const QPoint& to)
+    /// what there is, so the way is gone on when the program says that something is carried. It
+    /// rests at each of the places `over` which it goes.
+    static void carry(const QPoint& from, const QPoint& to, const QList<QPoint>& over = {})
     {
         constexpr int begin = 16; // pixels, more than a hand trembles
         Answers answers;
@@ -93,10 +94,11 @@ public:
         moveTo(from + QPoint(begin, 0));
         if (!answers.awaitDrag())
             qWarning("Nothing is dragged.");
-        pull(from, to);
+        pull(from, to, over);
         answers.await(tool("getactivewindow").toUInt());
         QTest::qWait(pageTime); // the page hears that it is over
     }
+    static void minimise(const QString& title) { tool("windowminimize", {window(title)}); }
     static void resize(const QString& title, const QSize& size)
     {
         tool("windowsize --sync",
@@ -125,14 +127,17 @@ private:
     /// What a page gets of a key goes through another process, in milliseconds.
     static constexpr int pageTime = 100;
 
-    static void pull(const QPoint& from, const QPoint& to)
+    static void pull(QPoint from, const QPoint& to, const QList<QPoint>& over = {})
     {
         constexpr int steps = 12;
-        for (int i = 1; i <= steps; ++i) {
-            moveTo(from + (to - from) * i / steps);
-            QTest::qWait(60);
+        for (const QPoint& place : over + QList<QPoint>{to}) {
+            for (int i = 1; i <= steps; ++i) {
+                moveTo(from + (place - from) * i / steps);
+                QTest::qWait(60);
+            }
+            QTest::qWait(place == to ? 300 : 800);
+            from = place;
         }
-        QTest::qWait(300);
         tool("mouseup 1");
     }
     static QString outputOf(const char* command, const QStringList& further)
