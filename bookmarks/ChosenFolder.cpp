@@ -28,7 +28,7 @@ std::vector<ChosenFolder::Folder> ChosenFolder::folders(const QString& first) co
     std::vector<Folder> all;
     for (int row = 0; row < tree.rowCount(tree.root()); ++row) {
         const auto folder = tree.folder(tree.index(row, 0, tree.root()));
-        if (!folder->refusesChanges())
+        if (!folder->refusesChanges() && !folder->isWriteProtected())
             all.push_back({folder->FileName(), folder->DirName()});
     }
     const auto its = std::find_if(all.begin(), all.end(), [&first](const Folder& folder) {

@@ -7,8 +7,9 @@
 /// The archive while no window shows it: read, changed and saved at once.
 class ClosedArchive {
 public:
-    explicit ClosedArchive(const QString& programFolder)
-        : m_files(programFolder), m_editor(m_files, m_tree)
+    /// As those of `ArchiveFiles`.
+    explicit ClosedArchive(const QString& programFolder, const QString& dataFolder = {})
+        : m_files(programFolder, dataFolder), m_editor(m_files, m_tree)
     {
     }
 

@@ -28,17 +28,25 @@ void PageToArchive::add(QWidget* parent, frmBook* open, const QString& title,
 
 void PageToArchive::addToClosed(QWidget* parent, const DroppedBookmark& bookmark)
 {
-    ClosedArchive archive(m_shell.programFolder());
+    ClosedArchive archive(m_shell.programFolder(), m_shell.dataFolder());
+    ArchiveFiles& files = archive.parts().files;
     QString problem;
     {
         const WaitPointer wait(parent);
         problem = archive.load();
     }
-    if (!problem.isEmpty()) {
-        const DropsDisabled guard(m_shell);
-        m_shell.prompt().tell(parent, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
-    }
+    tell(parent, problem);
+    files.checkReadable();
     ask(parent, archive.parts(), bookmark, [&archive](const QModelIndex&) { archive.save(); });
+    tell(parent, files.takeCopyProblem());
+}
+
+void PageToArchive::tell(QWidget* parent, const QString& problem)
+{
+    if (problem.isEmpty())
+        return;
+    const DropsDisabled guard(m_shell);
+    m_shell.prompt().tell(parent, problem, u"Meldung"_s, Prompt::Icon::Exclamation);
 }
 
 void PageToArchive::ask(QWidget* parent, const ArchiveParts& archive,

@@ -29,6 +29,7 @@ public:
     void add(QWidget* parent, frmBook* open, const QString& title, const QString& address);
 
 private:
+    void tell(QWidget* parent, const QString& problem);
     void addToClosed(QWidget* parent, const DroppedBookmark& bookmark);
     /// `added` is called when the bookmark is in the archive.
     void ask(QWidget* parent, const ArchiveParts& archive, const DroppedBookmark& bookmark,
