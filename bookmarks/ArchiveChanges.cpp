@@ -154,10 +154,7 @@ class RenamedFolder : public ArchiveChange {
 public:
     RenamedFolder(ChangedArchive& archive, const std::shared_ptr<Thema>& folder,
                   const QString& name)
-        : ArchiveChange(archive, folder,
-                        u"Umbenennen des Ordners"_s + quoted(folder->DirName()) + u" in"_s +
-                            quoted(name)),
-          m_other(name)
+        : ArchiveChange(archive, folder, u"Umbenennen in"_s + quoted(name)), m_other(name)
     {
     }
 

@@ -1,3 +1,4 @@
+#include "tests/core/SampleArchive.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QClipboard>
@@ -198,6 +199,38 @@ private slots:
         User::press(u"alt+n"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Bookmark Archiv"_s), patience);
         QVERIFY(!bytesOf(m_program->file(u"Book.bkm"_s)).contains("Neuer Ordner"));
+    }
+
+    void theArchiveIsTakenBack()
+    {
+        const QString file = m_program->file(u"1.bkm"_s);
+        const QString index = m_program->file(u"Book.bkm"_s);
+        const QString archive = u"Bookmark Archiv"_s;
+        Book book(QFileInfo(file).path());
+        auto bookmarks = std::make_shared<BookmarkCollection>();
+        for (const QString& title : {u"eins"_s, u"zwei"_s})
+            bookmarks->Add(makeBookmark(0, title, u"http://h/"_s, {}));
+        addThema(book, QFileInfo(file).path(), 1, u"Ordner"_s)->colBookmark(bookmarks);
+        book.SaveAllThema();
+        const QByteArray folder = bytesOf(file);
+        open(u"/red"_s, u"Rot"_s);
+        User::press(u"ctrl+shift+o"_s);
+        QTRY_SEES(archive);
+        User::press(u"Down Down alt+m o l"_s);
+        QTRY_SEES(u"Meldung"_s);
+        User::press(u"Return"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(index).size(), 0, patience);
+        QVERIFY(QFile::remove(file)); // it is deleted in the program's current folder only
+        User::press(u"ctrl+z"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(index).size(), themaRecordSize, patience);
+        QCOMPARE(bytesOf(file), folder);
+        // In the line that finds and in a label, Ctrl+Z is for what is typed.
+        User::press(u"Right Down Delete ctrl+f x ctrl+z Escape Home Down F2 y ctrl+z Return"_s);
+        User::press(u"alt+a s"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(file).size(), bookmarkRecordSize, patience);
+        QVERIFY(bytesOf(file).contains("zwei") && bytesOf(index).contains("Ordner"));
+        User::press(u"Down Down Right Down Delete ctrl+z ctrl+shift+z ctrl+z Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(archive), patience); // asks nothing: all is saved
     }
 
     void furtherKeysOfTheFrame()

@@ -124,6 +124,17 @@ private slots:
         QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"'1.bkm' (Ordner 'A')"_s));
         QCOMPARE(f.shown(), u"A(a2) B()"_s); // not read anew: it is only here
         QVERIFY(f.isChanged() && f.window->Buch().colThema()->Item(1)->IsEdit());
+        QTest::keyClick(&f.view(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
+        QVERIFY(f.isChanged()); // the files are not as they were loaded
+        f.select(u"A"_s);
+        f.shell.fakePrompt.answerYesNo(true);
+        f.choose(u"mn_DelOrdner");
+        f.shell.fakePrompt.takeTexts();
+        QTest::keyClick(&f.view(), Qt::Key_Z, Qt::ControlModifier); // its file cannot be written
+        QVERIFY(f.shell.fakePrompt.takeTexts().join(u' ').contains(u"'1.bkm' (Ordner 'A')"_s));
+        QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
+        QVERIFY(f.isChanged());
         for (const bool closes : {false, true}) {
             f.shell.fakePrompt.answerYesNo(true);
             f.shell.fakePrompt.onAsk = [closes](QWidget*, const Prompt::Question& question) {

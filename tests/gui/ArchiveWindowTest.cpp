@@ -158,6 +158,52 @@ private slots:
                  (QStringList{u"u"_s, u"http://"_s, u"C:\\liste.htm"_s, u"http://a2"_s}));
     }
 
+    void takenBack()
+    {
+        OpenArchive f;
+        const auto* status = f.window->findChild<QLabel*>(u"panel1"_s);
+        const auto press = [&f](Qt::Key key, Qt::KeyboardModifiers with = Qt::ControlModifier) {
+            QTest::keyClick(&f.view(), key, with);
+        };
+        const auto selected = [&f] { return f.view().selectedNode().data().toString(); };
+        press(Qt::Key_Z);
+        QCOMPARE(status->text(), u"Es gibt nichts zurückzunehmen."_s);
+        f.select(u"a1"_s);
+        press(Qt::Key_Delete, {});
+        f.select(u"B"_s);
+        press(Qt::Key_F2, {});
+        f.editor()->setText(u"C"_s);
+        press(Qt::Key_Z); // while a label is edited, nothing is taken back but what is typed
+        press(Qt::Key_Y);
+        QCOMPARE(f.shown(), u"A(a2) B()"_s);
+        QTest::keyClick(f.editor(), Qt::Key_Return);
+        f.select(u"A"_s);
+        f.shell.fakePrompt.answerYesNo(true);
+        f.choose(u"mn_DelOrdner");
+        f.shell.fakePrompt.takeTexts();
+        f.view().collapseAll();
+        const QByteArray saved = f.bytes(u"Book.bkm"_s);
+        QCOMPARE(f.shown(), u"C()"_s);
+        press(Qt::Key_Z);
+        QCOMPARE(f.shown() + selected(), u"A(a2) C()A"_s);
+        QVERIFY(f.bytes(u"Book.bkm"_s) != saved && f.bytes(u"1.bkm"_s).contains("a2"));
+        QVERIFY(!f.isChanged());
+        press(Qt::Key_Z);
+        QCOMPARE(status->text(), u"Zurückgenommen: Umbenennen in „C“"_s);
+        press(Qt::Key_Z);
+        QCOMPARE(f.shown() + selected(), u"A(a1 a2) B()a1"_s);
+        QVERIFY(f.view().isExpanded(f.node(u"A"_s)) && f.isChanged());
+        press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        press(Qt::Key_Y);
+        QCOMPARE(f.shown() + selected(), u"A(a2) C()C"_s);
+        QCOMPARE(status->text(), u"Wiederholt: Umbenennen in „C“"_s);
+        QCOMPARE(f.held(), f.shown());
+        QVERIFY(!f.isChanged());
+        f.choose(u"mn_Laden");
+        press(Qt::Key_Z);
+        QCOMPARE(f.shown(), u"A(a2) C()"_s);
+    }
+
     void menus()
     {
         OpenArchive f;
