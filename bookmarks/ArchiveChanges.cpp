@@ -11,9 +11,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString quoted(const QString& text)
+/// What is done with something, with the verb at the end: a line that is too narrow leaves out
+/// the middle of its text.
+QString textOf(const QString& kind, const QString& name, const QString& verb)
 {
-    return u" „"_s + oneLineText(text) + u'“';
+    return kind + u" „"_s + oneLineText(name) + u"“ "_s + verb;
 }
 
 class ArchiveChange : public QUndoCommand {
@@ -94,7 +96,7 @@ public:
     AddedFolder(ChangedArchive& archive, const FolderPlace& place,
                 const std::shared_ptr<Thema>& folder)
         : FolderChange(archive, place, folder,
-                       u"Hinzufügen des Ordners"_s + quoted(folder->DirName())),
+                       textOf(u"Ordner"_s, folder->DirName(), u"hinzufügen"_s)),
           m_before(book().colThema())
     {
     }
@@ -125,7 +127,7 @@ public:
     RemovedFolder(ChangedArchive& archive, const FolderPlace& place,
                   const std::shared_ptr<Thema>& folder)
         : FolderChange(archive, place, folder,
-                       u"Löschen des Ordners"_s + quoted(folder->DirName())),
+                       textOf(u"Ordner"_s, folder->DirName(), u"löschen"_s)),
           m_bookmarks(folder->colBookmark())
     {
     }
@@ -154,7 +156,8 @@ class RenamedFolder : public ArchiveChange {
 public:
     RenamedFolder(ChangedArchive& archive, const std::shared_ptr<Thema>& folder,
                   const QString& name)
-        : ArchiveChange(archive, folder, u"Umbenennen in"_s + quoted(name)), m_other(name)
+        : ArchiveChange(archive, folder, textOf(u"Ordner in"_s, name, u"umbenennen"_s)),
+          m_other(name)
     {
     }
 
@@ -179,8 +182,8 @@ public:
                    const std::vector<std::shared_ptr<Bookmark>>& bookmarks)
         : ArchiveChange(archive, folder,
                         bookmarks.size() == 1
-                            ? u"Hinzufügen des Bookmarks"_s + quoted(bookmarks[0]->Titel())
-                            : u"Hinzufügen von %1 Bookmarks"_s.arg(bookmarks.size())),
+                            ? textOf(u"Bookmark"_s, bookmarks[0]->Titel(), u"hinzufügen"_s)
+                            : u"%1 Bookmarks hinzufügen"_s.arg(bookmarks.size())),
           m_row(row), m_bookmarks(bookmarks)
     {
     }
@@ -213,7 +216,7 @@ public:
         : ArchiveChange(archive, folder, {}), m_row(row),
           m_bookmark(folder->colBookmark()->Item(row + 1))
     {
-        setText(u"Löschen des Bookmarks"_s + quoted(m_bookmark->Titel()));
+        setText(textOf(u"Bookmark"_s, m_bookmark->Titel(), u"löschen"_s));
     }
 
     void redo() override
@@ -240,7 +243,7 @@ public:
         : ArchiveChange(archive, folder, {}), m_row(row),
           m_bookmark(folder->colBookmark()->Item(row + 1)), m_other(texts)
     {
-        setText(u"Ändern des Bookmarks"_s + quoted(m_bookmark->Titel()));
+        setText(textOf(u"Bookmark"_s, m_bookmark->Titel(), u"ändern"_s));
     }
 
     void redo() override

@@ -15,7 +15,7 @@ class ArchiveSteps {
 public:
     /// A step that was taken back or repeated.
     struct Moved {
-        /// What the step did, in German, without a verb: "Löschen des Bookmarks „x“".
+        /// What the step did, in German: "Bookmark „x“ löschen".
         QString text;
         /// The node that was changed, or one beside it if it is gone.
         QPersistentModelIndex node;
@@ -62,7 +62,7 @@ private:
 /// without a change there is no step.
 class OneStep {
 public:
-    /// `name` says in German what the step does, without a verb, as in "Import von 7 Bookmarks".
+    /// `name` says in German what the step does, as in "7 Bookmarks übernehmen".
     /// `steps` outlives this.
     OneStep(ArchiveSteps& steps, const QString& name) : m_steps(steps) { m_steps.begin(name); }
     OneStep(const OneStep&) = delete;

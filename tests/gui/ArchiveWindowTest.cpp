@@ -189,14 +189,14 @@ private slots:
         QVERIFY(f.bytes(u"Book.bkm"_s) != saved && f.bytes(u"1.bkm"_s).contains("a2"));
         QVERIFY(!f.isChanged());
         press(Qt::Key_Z);
-        QCOMPARE(status->text(), u"Zurückgenommen: Umbenennen in „C“"_s);
+        QCOMPARE(status->text(), u"Zurückgenommen: Ordner in „C“ umbenennen"_s);
         press(Qt::Key_Z);
         QCOMPARE(f.shown() + selected(), u"A(a1 a2) B()a1"_s);
         QVERIFY(f.view().isExpanded(f.node(u"A"_s)) && f.isChanged());
         press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
         press(Qt::Key_Y);
         QCOMPARE(f.shown() + selected(), u"A(a2) C()C"_s);
-        QCOMPARE(status->text(), u"Wiederholt: Umbenennen in „C“"_s);
+        QCOMPARE(status->text(), u"Wiederholt: Ordner in „C“ umbenennen"_s);
         QCOMPARE(f.held(), f.shown());
         QVERIFY(!f.isChanged());
         f.choose(u"mn_Laden");
