@@ -11,6 +11,7 @@
 #include "app/ProgramStarter.h"
 #include "app/frmAbout.h"
 #include "app/frmEinstell.h"
+#include "base/BookmarkFile.h"
 #include "base/Maker.h"
 #include "base/Prefer.h"
 #include "base/RunCommand.h"
@@ -19,10 +20,13 @@
 #include "history/frmHistory.h"
 
 #include <QAction>
+#include <QDeadlineTimer>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
+#include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -41,6 +45,18 @@ qsizetype longestTitleIn(const QMenu& menu, qsizetype windows)
     return columns == 1 ? longestListTitle
                         : std::clamp<qsizetype>(letters - besideTitle, 10, longestListTitle);
 }
+/// Runs `action` when the window has been put into its place, or a second later: a dialog would
+/// not find the middle of a window that has just been opened. Not at all if it goes before.
+void runWhenPlaced(QWidget& window, const std::function<void()>& action,
+                   QDeadlineTimer end = QDeadlineTimer(1000))
+{
+    const QWindow* const native = window.windowHandle();
+    if ((native != nullptr && native->isExposed()) || end.hasExpired())
+        action();
+    else
+        QTimer::singleShot(20, &window,
+                           [&window, action, end] { runWhenPlaced(window, action, end); });
+}
 } // namespace
 
 FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
@@ -53,6 +69,7 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
     connect(&menus, &FrameMenus::opening, this, &FrameCommands::prepare);
     connect(&frame.area(), &ChildArea::contextMenuWanted, this,
             [&menus](const QPoint& position) { menus.contextMenu()->popup(position); });
+    connect(&frame, &MDIForm1::bookmarksOffered, this, &FrameCommands::importBookmarks);
     connect(&frame.area(), &ChildArea::addressDropped, this, &FrameCommands::openDropped);
     // Later, as they may come from within the page's menu, and the page may go meanwhile.
     connect(&frame, &MDIForm1::archiveWanted, this, &FrameCommands::addToArchive,
@@ -286,6 +303,13 @@ void FrameCommands::addToArchive(const QString& title, const QString& address)
 {
     m_pageToArchive.add(&m_frame, m_frame.bIsOpenBook() ? m_archive.data() : nullptr, title,
                         address);
+}
+
+void FrameCommands::importBookmarks(const BookmarkFile& file)
+{
+    runCommand(m_frame, &m_frame, [this] { showArchive(); });
+    if (frmBook* const archive = m_archive)
+        runWhenPlaced(*archive, [archive, file] { archive->importBookmarks(file); });
 }
 
 void FrameCommands::showHistory()

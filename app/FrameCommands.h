@@ -17,6 +17,7 @@ class QAction;
 class QKeySequence;
 class QShortcut;
 class frmBook;
+struct BookmarkFile;
 struct DroppedAddress;
 
 /// What the items of the frame's menus do, under the names of the menu bar's
@@ -55,6 +56,7 @@ private:
     void showArchive();
     void addPageToArchive();
     void addToArchive(const QString& title, const QString& address);
+    void importBookmarks(const BookmarkFile& file);
     void showHistory();
     static void bringForward(QWidget* window);
     void showAboutBox();

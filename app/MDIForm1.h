@@ -57,6 +57,7 @@ public:
     bool bNewSize() const { return m_newSize; }
     void bNewSize(bool value) override { m_newSize = value; }
     bool bIsOpenBook() const { return m_isOpenBook; }
+    void importBookmarks(const BookmarkFile& file) override { emit bookmarksOffered(file); }
     void bIsOpenBook(bool value) override { m_isOpenBook = value; }
     bool bIsOpenHistory() const { return m_isOpenHistory; }
     void bIsOpenHistory(bool value) override { m_isOpenHistory = value; }
@@ -146,6 +147,8 @@ signals:
     void pageToArchiveWanted();
     /// The window is still whole; not sent while the frame closes them all.
     void browserClosing(const frmBrowser& window);
+    /// The user wants these bookmarks in the archive.
+    void bookmarksOffered(const BookmarkFile& file);
     /// The frame has unloaded: the program is to end.
     void unloaded();
 

@@ -6,6 +6,7 @@ class Prefer;
 class Prompt;
 class QIcon;
 class QWidget;
+struct BookmarkFile;
 
 /// The interface of the main frame for all other windows. The frame outlives
 /// every window that was given its Shell.
@@ -26,6 +27,8 @@ public:
     virtual void AddPageToArchive() = 0;
     /// The address that the next new browser window opens; empty: the start address.
     virtual void HistoryUrl(const QString& url) = 0;
+    /// Opens the archive's window, which asks the user whether to take the bookmarks.
+    virtual void importBookmarks(const BookmarkFile& file) = 0;
     virtual void bIsOpenBook(bool value) = 0;
     virtual void bIsOpenHistory(bool value) = 0;
     /// The frame is to show its status bar.

@@ -114,11 +114,6 @@ QString counted(int count, const QString& one, const QString& many)
     return count == 1 ? u"1 "_s + one : number(count) + u' ' + many;
 }
 
-QString bookmarks(int count)
-{
-    return counted(count, u"Bookmark"_s, u"Bookmarks"_s);
-}
-
 /// Makes a plan, one folder of the file after the other.
 class Planner {
 public:
@@ -265,14 +260,18 @@ ImportPlan ImportPlan::of(const BookmarkFile& file, const ArchiveContents& archi
         entries[std::size_t(entry.folder)].push_back(&entry);
     Planner planner(archive, plan);
     for (std::size_t i = 0; i < entries.size(); ++i)
-        if (!entries[i].empty())
+        if (!entries[i].empty()) {
+            ++plan.offeredFolders;
             planner.addFolder(joinedName(file, static_cast<int>(i)), entries[i]);
+        }
     return plan;
 }
 
 QString ImportPlan::question() const
 {
-    QString text = u"„%1“ enthält %2."_s.arg(from, bookmarks(offered));
+    QString text =
+        u"„%1“ enthält %2 in %3."_s.arg(from, counted(offered, u"Bookmark"_s, u"Bookmarks"_s),
+                                        counted(offeredFolders, u"Ordner"_s, u"Ordnern"_s));
     if (!isWhole)
         text += u"\nDie Datei ist so groß, dass nicht alles gelesen wurde."_s;
     if (present > 0)
@@ -295,6 +294,8 @@ QString ImportPlan::result() const
                counted(int(folders.size()), u"neuen Ordner"_s, u"neue Ordner"_s)) +
            line(cut, u"davon ist auf die Länge der Felder gekürzt."_s,
                 u"davon sind auf die Länge der Felder gekürzt."_s) +
+           line(replaced, u"davon hat „?“ statt Zeichen, die das Archiv nicht speichern kann."_s,
+                u"davon haben „?“ statt Zeichen, die das Archiv nicht speichern kann."_s) +
            line(present, u"war schon im Archiv."_s, u"waren schon im Archiv."_s) +
            line(doubled, u"stand mehrmals in seinem Ordner."_s,
                 u"standen mehrmals in ihrem Ordner."_s) +

@@ -40,6 +40,8 @@ struct ImportPlan {
     /// The file's name.
     QString from;
     std::vector<Folder> folders;
+    /// How many folders of the file have bookmarks.
+    int offeredFolders = 0;
     /// How many bookmarks there are: in the file, to be added, in the archive already, twice in
     /// the file, left out for other reasons, cut, with "?" in the place of characters.
     int offered = 0;

@@ -4,6 +4,7 @@
 #include "base/Shell.h"
 #include "base/WindowParts.h"
 #include "bookmarks/ArchiveDrops.h"
+#include "bookmarks/ArchiveImport.h"
 #include "bookmarks/ArchiveMenus.h"
 #include "bookmarks/ArchiveStatus.h"
 #include "bookmarks/ArchiveView.h"
@@ -312,6 +313,12 @@ void frmBook::deleteBookmark()
     const QModelIndex node = m_view->selectedNode();
     if (m_tree.kind(node) == NodeKind::Bookmark)
         m_editor.removeBookmark(node);
+}
+
+void frmBook::importBookmarks(const BookmarkFile& file)
+{
+    m_runner.run(
+        [this, &file] { ArchiveImport(m_files, m_editor, *m_view, m_shell, this).ask(file); });
 }
 
 void frmBook::OpenAll()

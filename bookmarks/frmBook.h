@@ -20,6 +20,7 @@ class ArchiveView;
 class LabelEditing;
 class Shell;
 class TreeFind;
+struct BookmarkFile;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
 /// window above its owner that deletes itself when it closes.
@@ -49,6 +50,8 @@ public:
     void UpdateBookmark(const std::shared_ptr<Bookmark>& bookmark, const QString& title,
                         const QString& url, const QString& info) override;
     void UpdateDir(const std::shared_ptr<Thema>& folder, const QString& name);
+    /// Shows the user what the file offers, and adds it when he agrees.
+    void importBookmarks(const BookmarkFile& file);
     void OpenAll();
     void OpenBookmark();
     /// Selects a bookmark that was added and brings it into sight; the status line says where.

@@ -10,6 +10,7 @@
 #include "engine/page/WebEnginePage.h"
 #include "engine/viewing/ExportEncoding.h"
 #include "engine/viewing/HangWatch.h"
+#include "engine/viewing/PageBookmarks.h"
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
 #include "engine/viewing/PageFullScreen.h"
@@ -139,6 +140,7 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
     addPageKeys(window, {Qt::CTRL | Qt::Key_U}, m_page,
                 [&shell, page = m_page] { shell.VisitUrl(sourceAddress(*page)); });
     find->addKeys(window);
+    (new PageBookmarks(shell, m_page, view))->addKeys(window);
     zoom->attachTo(window, view);
     menu->attachTo(view);
     m_input.watch(view);

@@ -48,6 +48,7 @@ public:
     }
     void AddPageToArchive() override { m_frame.AddPageToArchive(); }
     void HistoryUrl(const QString& url) override { m_frame.HistoryUrl(url); }
+    void importBookmarks(const BookmarkFile& file) override { m_frame.importBookmarks(file); }
     void bIsOpenBook(bool value) override { m_frame.bIsOpenBook(value); }
     void bIsOpenHistory(bool value) override { m_frame.bIsOpenHistory(value); }
     void StatusBarCurr(bool value) override { m_frame.StatusBarCurr(value); }

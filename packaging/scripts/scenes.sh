@@ -227,6 +227,18 @@ archive() {
     end_program Tab Return
 }
 
+bring_along() {
+    fresh_files
+    start
+    place 20 30 760 520
+    open www.example.org/lesezeichen.html Lesezeichen
+    window_picture bookmarks-leiste
+    keys shift+F6 Return
+    dialog_picture bookmarks-uebernehmen 'Bookmarks übernehmen'
+    keys Escape
+    end_program
+}
+
 open_archive() {
     keys alt+x b
     find_window 'Bookmark Archiv'

@@ -13,7 +13,7 @@ pictures=$root/docs/bilder
 home=/tmp/eva # stands in some of the pictures
 program=$home/Tessera
 patience=30 # seconds
-scenes=(first_start browser page questions windows private downloads lists archive dialogs overview)
+scenes=(first_start browser page questions windows private downloads lists archive bring_along dialogs overview)
 
 # Decorations of the window manager, in pixels.
 border=1

@@ -230,6 +230,42 @@ private slots:
         User::press(u"shift+Tab Return"_s); // past the offer to be silenced, the second time
         QTRY_SEES(title());
     }
+
+    void bookmarksOfAnotherBrowserComeAlong()
+    {
+        const QString ends = u"Bookmarks übernehmen"_s;
+        m_program->start(*m_run, {QFINDTESTDATA("bookmarks/nested.html")});
+        QTRY_SEES(maximised(u"Bookmarks"_s));
+        const QRect frame = User::place(maximised(u"Bookmarks"_s));
+        QTest::qWait(700);
+        User::press(u"shift+F6 Return"_s);
+        QTRY_SEES(ends);
+        User::press(u"Return"_s); // takes them
+        User::press(u"Return"_s); // closes
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(ends), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(User::activeWindow(), u"Bookmark Archiv"_s, patience);
+        const auto index = [this] { return bytesOf(m_program->file(u"Book.bkm"_s)); };
+        User::press(u"ctrl+z alt+a s"_s);
+        QTest::qWait(700);
+        QVERIFY(!index().contains("Leiste"));
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Bookmark Archiv"_s), patience);
+
+        // The bar's button, by the mouse; it is not known how high the status bar is.
+        for (int above = 20; above < 80 && !User::sees(ends); above += 10) {
+            User::click(frame.bottomLeft() + QPoint(60, -above));
+            QTest::qWait(700);
+        }
+        QTRY_SEES(ends);
+        User::press(u"Return Return"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(ends), patience);
+        User::press(u"alt+a s"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(index().contains("Leiste \x96 Reisen   "), patience);
+        QVERIFY(bytesOf(m_program->file(u"3.bkm"_s))
+                    .contains("https://xn--fhre-loa.example/%E6%97%A5"));
+        User::press(u"Escape ctrl+q"_s);
+        QVERIFY(hasEnded());
+    }
 };
 
 QTEST_MAIN(ScenarioTest)

@@ -1,5 +1,6 @@
 #include "ArchiveFixture.h"
 
+#include <QClipboard>
 #include <QLabel>
 
 #include <unistd.h>
@@ -166,6 +167,56 @@ private slots:
             QVERIFY(f.bytes(u"x #1"_s).startsWith(start));
             QCOMPARE(std::exchange(f.shell.visited, {}), QStringList{name});
         }
+    }
+
+    void imports()
+    {
+        OpenArchive f;
+        BookmarkFile file;
+        file.folders = {{-1, u"datei"_s}, {0, u"A"_s}, {1, u"C"_s}};
+        file.bookmarks = {{0, u"n0"_s, u"u:0"_s, {}},
+                          {1, u"a1"_s, u"http://a1"_s, {}},
+                          {1, u"n1"_s, u"u:1"_s, u"i"_s},
+                          {2, u"n2"_s, u"u:2"_s, {}}};
+        QStringList texts;
+        const auto import = [&](const QString& button) {
+            QTimer::singleShot(0, f.window, [&] {
+                QWidget* const dialog = QApplication::activeModalWidget();
+                const auto* const text = dialog->findChild<QLabel*>(u"lblText"_s);
+                texts << text->text().section(u'\n', 0, 2);
+                dialog->findChild<QAbstractButton*>(u"cmdCopy"_s)->click();
+                dialog->findChild<QAbstractButton*>(button)->click();
+                texts << text->text().section(u'\n', 0, 1);
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            });
+            f.window->importBookmarks(file);
+        };
+        import(u"Cancel"_s);
+        QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
+        QVERIFY(!f.isChanged());
+        import(u"Ok"_s);
+        QCOMPARE(f.shown(), u"A(a1 a2) B() datei(n0) A (1)(n1) A – C(n2)"_s);
+        QCOMPARE(f.held(), f.shown());
+        QCOMPARE(f.view().selectedNode().data().toString(), u"datei"_s);
+        QVERIFY(f.isChanged());
+        QCOMPARE(texts[2],
+                 u"„datei“ enthält 4 Bookmarks in 3 Ordnern.\n1 davon steht schon im Archiv.\n"
+                 "3 Bookmarks werden in 3 neue Ordner übernommen."_s);
+        QCOMPARE(texts[3], u"3 Bookmarks sind in 3 neue Ordner übernommen.\n"
+                           "1 war schon im Archiv."_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 u"Nicht übernommen:\n"
+                 "a1 (Ordner „A“): ist schon im Archiv – http://a1"_s);
+        import(u"Cancel"_s);
+        QCOMPARE(texts[4],
+                 u"„datei“ enthält 4 Bookmarks in 3 Ordnern.\n4 davon stehen schon im Archiv.\n"
+                 "Es gibt nichts zu übernehmen."_s);
+        QTest::keyClick(&f.view(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.shown(), u"A(a1 a2) B()"_s);
+        QVERIFY(!f.isChanged());
+        QTest::keyClick(&f.view(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        f.choose(u"mn_Speichern");
+        QCOMPARE(f.shown(), u"A(a1 a2) B() datei(n0) A (1)(n1) A – C(n2)"_s);
     }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/BookmarkFile.h"
 #include "base/Prefer.h"
 #include "base/Shell.h"
 #include "history/HistoryList.h"
@@ -21,6 +22,7 @@ public:
     void AddToArchive(const QString& /*title*/, const QString& /*url*/) override {}
     void AddPageToArchive() override {}
     void HistoryUrl(const QString& url) override { historyUrl = url; }
+    void importBookmarks(const BookmarkFile& file) override { imported.push_back(file); }
     void bIsOpenBook(bool value) override { isOpenBook = value; }
     void bIsOpenHistory(bool value) override { isOpenHistory = value; }
     void StatusBarCurr(bool value) override { statusBarCurr = value; }
@@ -41,6 +43,7 @@ public:
     QStringList visited;
     QStringList visitedPrivately;
     HistoryCollection history;
+    std::vector<BookmarkFile> imported;
     QString historyUrl;
     bool isOpenBook = false;
     bool isOpenHistory = false;
