@@ -26,8 +26,10 @@ public:
     /// `edited` gets what was typed, once for each edit; nothing when the edit is cancelled.
     using Edited = std::function<void(const QModelIndex& node, const QString& text)>;
 
-    NodeDelegate(const Edited& edited, QObject* parent)
-        : QStyledItemDelegate(parent), m_edited(edited)
+    /// `typed` gets what stands in the label after each key.
+    NodeDelegate(const Edited& edited, const std::function<void(const QString& text)>& typed,
+                 QObject* parent)
+        : QStyledItemDelegate(parent), m_edited(edited), m_typed(typed)
     {
         for (const QString& image : {u"Archiv"_s, u"Dir"_s, u"OpenDir"_s, u"Url"_s})
             m_images.insert(image, colouredIcon(u"archive/"_s + image));
@@ -39,6 +41,8 @@ public:
         m_handedOver = false;
         QWidget* editor = QStyledItemDelegate::createEditor(parent, option, node);
         editor->setObjectName(u"LabelEdit"_s);
+        if (const auto* line = qobject_cast<QLineEdit*>(editor))
+            connect(line, &QLineEdit::textEdited, this, m_typed);
         return editor;
     }
 
@@ -67,6 +71,7 @@ protected:
 
 private:
     Edited m_edited;
+    std::function<void(const QString& text)> m_typed;
     QHash<QString, QIcon> m_images;
     /// Qt may commit the same editor twice: on Enter, and when it loses the focus.
     mutable bool m_handedOver = false;
@@ -96,7 +101,8 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
     const auto edited = [this](const QModelIndex& node, const QString& text) {
         emit labelEdited(node, text);
     };
-    setItemDelegate(new NodeDelegate(edited, this));
+    const auto typed = [this](const QString& text) { emit labelTyped(text); };
+    setItemDelegate(new NodeDelegate(edited, typed, this));
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& node) { m_tree.showOpen(node, true); });
     connect(this, &QTreeView::collapsed, this,

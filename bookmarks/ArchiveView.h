@@ -35,6 +35,8 @@ public:
 signals:
     /// The user has typed a label. Emitted once for each edit, never when it is cancelled.
     void labelEdited(const QModelIndex& node, const QString& text);
+    /// While the user types a label: what it is by now.
+    void labelTyped(const QString& text);
     /// The mouse is over this node, or over none; or a click or a key has reached it.
     void nodeReached(const QModelIndex& node);
     void escapePressed();

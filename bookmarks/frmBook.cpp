@@ -6,10 +6,12 @@
 #include "bookmarks/ArchiveDrops.h"
 #include "bookmarks/ArchiveImport.h"
 #include "bookmarks/ArchiveMenus.h"
+#include "bookmarks/ArchiveRecords.h"
 #include "bookmarks/ArchiveStatus.h"
 #include "bookmarks/ArchiveView.h"
 #include "bookmarks/LabelEditing.h"
 #include "bookmarks/StepKeys.h"
+#include "bookmarks/StoredText.h"
 #include "bookmarks/TreeFind.h"
 #include "bookmarks/frmBMProperty.h"
 
@@ -110,6 +112,9 @@ void frmBook::buildLabels()
 {
     m_labels = std::make_unique<LabelEditing>(m_shell, *m_view, m_tree, m_editor);
     m_runner.prepareBy([this] { return m_labels->commit(); });
+    connect(m_view, &ArchiveView::labelTyped, m_status, [this](const QString& text) {
+        m_status->showText(lossesOf(text, dirNameWidth).replace(u'\n', u' '));
+    });
     connect(m_labels.get(), &LabelEditing::refused, this,
             [this](const QPersistentModelIndex& node, const QString& message) {
                 m_runner.run([this, &node, &message] {
@@ -375,6 +380,8 @@ bool frmBook::askToSave()
 {
     if (!m_files.isChanged())
         return true;
+    if (isMinimized()) // what is asked about is to be seen
+        showNormal();
     const DropsDisabled guard(m_shell);
     if (!m_shell.prompt().askYesNo(this, u"Änderungen am Archiv speichern ?"_s, u"Meldung"_s,
                                    Prompt::Icon::Question))

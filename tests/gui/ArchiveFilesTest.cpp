@@ -147,6 +147,22 @@ private slots:
         }
     }
 
+    void copiesThatFailAreSaidOnce()
+    {
+        OpenArchive f;
+        writeBytes(f.shell.dataFolder(), "no folder");
+        f.select(u"a1"_s);
+        for (const int told : {1, 0}) {
+            f.choose(u"mn_Loeschen");
+            f.choose(u"mn_Speichern");
+            QCOMPARE(f.shell.fakePrompt.takeTexts().filter(u"keine Sicherungskopie"_s).size(),
+                     told);
+            QVERIFY(!f.isChanged());
+            f.select(u"a2"_s);
+        }
+        QCOMPARE(f.shown(), u"A() B()"_s);
+    }
+
     void exports()
     {
         OpenArchive f;

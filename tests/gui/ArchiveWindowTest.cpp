@@ -100,7 +100,8 @@ private slots:
         QCOMPARE(f.shell.fakePrompt.takeTexts(),
                  QStringList(u"Meldung|Exclamation|Der Ordner mit dem Namen 'a2' existiert schon "
                              "!\nBitte wählen Sie einen anderen Namen."_s));
-        f.editor()->setText(u"Neu"_s);
+        QTest::keyClicks(f.editor(), QString(201, u'x'));
+        QVERIFY(f.window->findChild<QLabel*>(u"panel1"_s)->text().startsWith(u"Wird nach 200"_s));
         QTest::keyClick(f.editor(), Qt::Key_Escape);
         QTRY_VERIFY(!f.view().isEditing());
         QCOMPARE(f.held(), u"A(a1 a2) B()"_s);
