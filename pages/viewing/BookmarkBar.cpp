@@ -5,6 +5,7 @@
 #include "base/WindowParts.h"
 #include "pages/viewing/OverlayPlacer.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -103,6 +104,8 @@ void BookmarkBar::offer(int count)
     m_progress->setRange(0, count);
     m_progress->setValue(0);
     appear(State::Offering);
+    QAccessibleEvent announcement(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&announcement);
 }
 
 void BookmarkBar::showProgress(int count)

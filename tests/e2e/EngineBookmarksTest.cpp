@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -151,10 +153,7 @@ Suppe|http://suppe.example/|
 
     void stops()
     {
-        QByteArray html;
-        for (int i = 0; i < 30000; ++i)
-            html += link(i);
-        visitFile(html);
+        visitFile(manyLinks());
         QTRY_VERIFY(bar() != nullptr && bar()->isVisible());
         QCOMPARE(button(u"cmdTake"_s)->text(), u"Diese 30.000 Bookmarks ins Archiv übernehmen"_s);
         button(u"cmdTake"_s)->setFocus();
@@ -169,7 +168,32 @@ Suppe|http://suppe.example/|
         QCOMPARE(take(30000).bookmarks.size(), 30000U);
     }
 
+    void endsWithItsPage()
+    {
+        const auto isReading = [this] { return button(u"cmdStop"_s)->isVisible(); };
+        for (const bool crashes : {true, false}) {
+            visitFile(manyLinks());
+            QTRY_VERIFY(bar() != nullptr && bar()->isVisible());
+            button(u"cmdTake"_s)->click();
+            QVERIFY(isReading());
+            if (crashes) {
+                ::kill(pid_t(m_window->view()->page()->renderProcessPid()), SIGKILL);
+                QTRY_VERIFY(!bar()->isVisible());
+            }
+        }
+        delete m_window;
+        QTest::qWait(500);
+        QVERIFY(m_world.shell.imported.empty());
+    }
+
 private:
+    static QByteArray manyLinks()
+    {
+        QByteArray html;
+        for (int i = 0; i < 30000; ++i)
+            html += link(i);
+        return html;
+    }
     void visitFile(const QByteArray& html)
     {
         m_world.server.page(u"/x.html"_s, head + html);
