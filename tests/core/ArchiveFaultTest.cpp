@@ -1,7 +1,8 @@
 #include "SampleArchive.h"
 #include "base/Errors.h"
 #include "base/SafeFile.h"
-#include "bookmarks/ArchiveFiles.h"
+#include "bookmarks/ArchiveEditor.h"
+#include "bookmarks/ArchiveTree.h"
 #include "bookmarks/ClosedArchive.h"
 #include "bookmarks/DatedCopies.h"
 #include "bookmarks/SavedBookmarks.h"
@@ -61,6 +62,33 @@ void saveForever(const QString& path, const QString& copies)
             folder->IsEdit(true);
         }
         book.SaveAllThema();
+    }
+}
+
+/// Deletes a folder and takes that back, over and over. Its file goes only when the index does
+/// not list it any more, so that it has to be made anew.
+void takeBackForever(const QString& path)
+{
+    {
+        Book book(path);
+        for (int sequenz = 1; sequenz <= folderCount; ++sequenz) {
+            auto bookmarks = std::make_shared<BookmarkCollection>();
+            for (int i = 0; i < bookmarkCount; ++i)
+                bookmarks->Add(makeBookmark(0, u"0"_s, {}, {}));
+            addThema(book, path, sequenz, u"Ordner"_s)->colBookmark(bookmarks);
+        }
+        book.SaveAllThema();
+    }
+    ArchiveFiles files(path);
+    ArchiveTree tree;
+    ArchiveEditor editor(files, tree);
+    editor.load();
+    for (int row = 0;; row = (row + 1) % folderCount) {
+        const QModelIndex node = tree.index(row, 0, tree.root());
+        const QString file = path + u'/' + tree.folder(node)->FileName();
+        editor.removeFolder(node);
+        QFile::remove(file);
+        editor.steps().takeBack();
     }
 }
 
@@ -317,9 +345,23 @@ private slots:
         const int kills = wanted > 0 ? wanted : 20;
         for (int i = 0; i < kills && !QTest::currentTestFailed(); ++i) {
             init();
-            killOnce();
+            killOnce([this] { saveForever(path(), copies()); });
             checkWhole(path());
             checkCopies();
+        }
+    }
+
+    void killedWhileTakingBack()
+    {
+        for (int i = 0; i < 20 && !QTest::currentTestFailed(); ++i) {
+            init();
+            killOnce([this] { takeBackForever(path()); });
+            Book book(path());
+            QVERIFY(book.LoadAllThema());
+            book.loadFolders();
+            QVERIFY(book.colThema()->Count() >= folderCount - 1);
+            for (const auto& folder : *book.colThema())
+                QCOMPARE(generationOf(*folder), 0); // what the index lists is whole
         }
     }
 
@@ -340,11 +382,12 @@ private:
         return names;
     }
 
-    void killOnce() const
+    template <typename Work>
+    void killOnce(Work work) const
     {
         const pid_t child = ::fork();
         if (child == 0) {
-            ignoringErrors([this] { saveForever(path(), copies()); });
+            ignoringErrors(work);
             ::_exit(1);
         }
         const QString index = file(u"Book.bkm"_s); // comes last
