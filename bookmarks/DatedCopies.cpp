@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -71,12 +72,14 @@ void remove(const QDir& copies, const QString& day)
         QDir(copies.filePath(day + unfinished)).removeRecursively();
 }
 
-void removeOld(const QDir& copies)
+void removeOld(const QDir& copies, const QString& today)
 {
     static const QRegularExpression aDay(u"\\A\\d{4}-\\d\\d-\\d\\d\\z"_s);
     constexpr qsizetype kept = 10;
-    const QStringList days =
-        copies.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name).filter(aDay);
+    QStringList days = copies.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name).filter(aDay);
+    // Where the clock has been put back, those of days to come are older than today's.
+    std::stable_partition(days.begin(), days.end(),
+                          [&today](const QString& day) { return day > today; });
     for (const QString& day : days.first(std::max(days.size() - kept, qsizetype{0})))
         remove(copies, day);
 }
@@ -108,7 +111,7 @@ QString makeDatedCopy(const QString& programFolder, const QString& copiesFolder,
         copyArchive(programFolder, *index, begun);
         if (!QDir().rename(begun, copies.filePath(day)))
             throw FileError(begun, u"Der Ordner lässt sich nicht umbenennen."_s);
-        removeOld(copies);
+        removeOld(copies, day);
     } catch (const Error& error) {
         QDir(begun).removeRecursively();
         return error.text();

@@ -330,6 +330,9 @@ private slots:
         writeBytes(file(u"Book.bkm"_s), golden(u"Book.bkm"_s).left(336));
         QCOMPARE(copy(11), QString()); // not again
         QCOMPARE(bytesOf(copies() + u"/2026-01-12/Book.bkm"_s), golden(u"Book.bkm"_s));
+        QCOMPARE(copy(-4000), QString()); // the clock is wrong
+        QCOMPARE(daysOfCopies().size(), 10);
+        QVERIFY(daysOfCopies().first().startsWith(u"2015"_s));
         {
             const FullDisk disk(300);
             QVERIFY(!copy(12).isEmpty());
