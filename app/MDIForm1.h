@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Arrangement.h"
+#include "base/SiteIcons.h"
 #include "browser/BrowserFrame.h"
 #include "browser/frmBrowser.h"
 #include "history/HistoryList.h"
@@ -136,6 +137,7 @@ public:
     const QString& dataFolder() const override { return m_parts.dataFolder; }
     const QString& title() const override { return m_parts.title; }
     QIcon frameIcon() const override { return m_parts.frameIcon; }
+    SiteIcons& icons() override { return m_icons; }
     QIcon childIcon() const override { return m_parts.childIcon; }
     QIcon privateIcon() const override { return m_parts.privateIcon; }
     ProposalSource& proposals() override;
@@ -183,6 +185,7 @@ private:
 
     KeyedCollection<frmBrowser*> m_browser;
     HistoryCollection m_history;
+    SiteIcons m_icons;
     std::unique_ptr<KnownPages> m_knownPages;
     qint16 m_newHeight = 0;
     qint16 m_newWidth = 0;

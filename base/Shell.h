@@ -6,6 +6,7 @@ class Prefer;
 class Prompt;
 class QIcon;
 class QWidget;
+class SiteIcons;
 struct BookmarkFile;
 
 /// The interface of the main frame for all other windows. The frame outlives
@@ -51,4 +52,6 @@ public:
     virtual const QString& dataFolder() const = 0;
     virtual const QString& title() const = 0;
     virtual QIcon frameIcon() const = 0;
+    /// Of the pages that were shown in this run.
+    virtual SiteIcons& icons() = 0;
 };

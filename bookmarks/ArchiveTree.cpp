@@ -250,6 +250,8 @@ QVariant ArchiveTree::data(const QModelIndex& node, int role) const
         return tags.at(static_cast<std::size_t>(kind(node)));
     case ImageRole:
         return image(node);
+    case AddressRole:
+        return kind(node) == NodeKind::Bookmark ? bookmark(node)->Url() : QVariant();
     default:
         return {};
     }

@@ -28,6 +28,8 @@ public:
         TagRole,
         /// "Archiv", "Dir", "OpenDir" or "Url".
         ImageRole,
+        /// The address of a bookmark.
+        AddressRole,
     };
 
     explicit ArchiveTree(QObject* parent = nullptr);

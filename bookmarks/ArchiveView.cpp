@@ -3,6 +3,7 @@
 #include "base/GlyphIcon.h"
 #include "base/RunCommand.h"
 #include "base/ShownText.h"
+#include "base/SiteIcons.h"
 
 #include <QContextMenuEvent>
 #include <QCursor>
@@ -28,8 +29,8 @@ public:
 
     /// `typed` gets what stands in the label after each key.
     NodeDelegate(const Edited& edited, const std::function<void(const QString& text)>& typed,
-                 QObject* parent)
-        : QStyledItemDelegate(parent), m_edited(edited), m_typed(typed)
+                 const SiteIcons& icons, QObject* parent)
+        : QStyledItemDelegate(parent), m_icons(icons), m_edited(edited), m_typed(typed)
     {
         for (const QString& image : {u"Archiv"_s, u"Dir"_s, u"OpenDir"_s, u"Url"_s})
             m_images.insert(image, colouredIcon(u"archive/"_s + image));
@@ -66,10 +67,15 @@ protected:
     {
         QStyledItemDelegate::initStyleOption(option, node);
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = m_images.value(node.data(ArchiveTree::ImageRole).toString());
+        const QString image = node.data(ArchiveTree::ImageRole).toString();
+        if (image == "Url"_L1)
+            option->icon = m_icons.icon(node.data(ArchiveTree::AddressRole).toString());
+        if (option->icon.isNull())
+            option->icon = m_images.value(image);
     }
 
 private:
+    const SiteIcons& m_icons;
     Edited m_edited;
     std::function<void(const QString& text)> m_typed;
     QHash<QString, QIcon> m_images;
@@ -83,7 +89,8 @@ bool pressedWithCtrl(const QKeyEvent& event, Qt::Key key)
 }
 } // namespace
 
-ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent), m_tree(tree)
+ArchiveView::ArchiveView(ArchiveTree& tree, const SiteIcons& icons, QWidget* parent)
+    : QTreeView(parent), m_tree(tree)
 {
     setModel(&tree);
     setFrameShape(QFrame::NoFrame);
@@ -102,7 +109,8 @@ ArchiveView::ArchiveView(ArchiveTree& tree, QWidget* parent) : QTreeView(parent)
         emit labelEdited(node, text);
     };
     const auto typed = [this](const QString& text) { emit labelTyped(text); };
-    setItemDelegate(new NodeDelegate(edited, typed, this));
+    setItemDelegate(new NodeDelegate(edited, typed, icons, this));
+    connect(&icons, &SiteIcons::changed, viewport(), qOverload<>(&QWidget::update));
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& node) { m_tree.showOpen(node, true); });
     connect(this, &QTreeView::collapsed, this,

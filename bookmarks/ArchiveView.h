@@ -4,6 +4,8 @@
 
 #include <QTreeView>
 
+class SiteIcons;
+
 /// The tree on the screen: selection, images that follow expansion, label editing, keys
 /// and mouse.
 ///
@@ -13,8 +15,9 @@
 class ArchiveView : public QTreeView {
     Q_OBJECT
 public:
-    /// `tree` outlives the view.
-    ArchiveView(ArchiveTree& tree, QWidget* parent);
+    /// `tree` and `icons` outlive the view. Bookmarks are shown with the icons of their pages
+    /// where these are known.
+    ArchiveView(ArchiveTree& tree, const SiteIcons& icons, QWidget* parent);
     ~ArchiveView() override;
 
     const ArchiveTree& tree() const { return m_tree; }

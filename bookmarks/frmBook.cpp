@@ -48,7 +48,7 @@ frmBook::~frmBook()
 void frmBook::buildControls()
 {
     m_client = new QWidget(this);
-    m_view = new ArchiveView(m_tree, m_client);
+    m_view = new ArchiveView(m_tree, m_shell.icons(), m_client);
     m_view->setObjectName(u"TreeView1"_s);
     m_view->setAccessibleName(windowTitle());
     m_status = new ArchiveStatus(m_tree, m_editor, this);

@@ -22,11 +22,24 @@ void BrowserCaption::say(const QString& text)
     m_window.setWindowTitle(m_isPrivate ? privateCaption(caption) : caption);
 }
 
+void BrowserCaption::showIcon(const QIcon& site)
+{
+    if (site.isNull() && m_site.isNull())
+        return;
+    m_site = site;
+    updateIcon();
+}
+
+void BrowserCaption::updateIcon()
+{
+    m_window.setWindowIcon(withSoundMark(m_site.isNull() ? m_icon : m_site, m_sound));
+}
+
 void BrowserCaption::showSound(EngineControl::Sound sound)
 {
     if (std::exchange(m_sound, sound) == sound)
         return;
-    m_window.setWindowIcon(withSoundMark(m_icon, sound));
+    updateIcon();
     const QString text = sound == EngineControl::Sound::Playing    ? u"Die Seite spielt Ton."_s
                          : sound == EngineControl::Sound::Silenced ? u"Der Ton ist aus."_s
                                                                    : QString();

@@ -17,12 +17,17 @@ public:
     void say(const QString& text);
     /// Marks the icon, and tells assistive tools what the mark means.
     void showSound(EngineControl::Sound sound);
+    /// Shows the icon of the page's site in the place of the window's; null: the window's.
+    void showIcon(const QIcon& site);
     /// Whether the page plays, or is silenced: the icon is marked then.
     bool isHeard() const { return m_sound != EngineControl::Sound::None; }
 
 private:
+    void updateIcon();
+
     QWidget& m_window;
     QIcon m_icon;
+    QIcon m_site;
     bool m_isPrivate;
     EngineControl::Sound m_sound = EngineControl::Sound::None;
 };

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+class QIcon;
 class QWidget;
 
 /// The document of a frame of a page.
@@ -116,6 +117,8 @@ signals:
     void SoundChange(EngineControl::Sound sound);
     /// `Safety` says something else than before.
     void SafetyChange();
+    /// The page has this icon; null: none. Not often, whatever the page does.
+    void IconChange(const QIcon& icon);
     /// The page asks to be closed; `cancel` keeps the engine alone alive.
     void WindowClosing(bool isChildWindow, bool& cancel);
 

@@ -2,6 +2,7 @@
 
 #include "base/Errors.h"
 #include "base/Prefer.h"
+#include "base/SiteIcons.h"
 #include "base/Twips.h"
 #include "browser/AddressBar.h"
 #include "browser/BrowserFocus.h"
@@ -111,6 +112,8 @@ void frmBrowser::connectEngine()
     connect(engine, &EngineControl::WindowSetWidth, this, &frmBrowser::setWindowWidth);
     connect(engine, &EngineControl::SoundChange, this,
             [this](EngineControl::Sound sound) { m_caption.showSound(sound); });
+    if (!m_isPrivate) // the icon of a private window is its mark
+        connect(engine, &EngineControl::IconChange, this, &frmBrowser::showIcon);
     connect(engine, &EngineControl::WindowClosing, this, [this](bool, bool& cancel) {
         cancel = true;
         closeUnasked();
@@ -301,6 +304,13 @@ void frmBrowser::busyTick()
     m_caption.say(locationName());
     if (const auto own = document(); own && !own->Title.isEmpty())
         m_caption.say(own->Title);
+}
+
+void frmBrowser::showIcon(const QIcon& given)
+{
+    const QIcon icon = onTile(given);
+    m_caption.showIcon(icon);
+    ignoringErrors([&] { m_frame.icons().remember(m_engine->LocationURL(), icon); });
 }
 
 QString frmBrowser::locationName() const

@@ -129,6 +129,7 @@ private:
     void stopLoading();
     void busyTick();
     void driveClicked(const QString& entry);
+    void showIcon(const QIcon& given);
     QString locationName() const;
     std::optional<EngineDocument> document() const;
 

@@ -61,6 +61,7 @@ public:
     const QString& dataFolder() const override { return m_frame.dataFolder(); }
     const QString& title() const override { return m_frame.title(); }
     QIcon frameIcon() const override { return m_frame.frameIcon(); }
+    SiteIcons& icons() override { return m_frame.icons(); }
 
 private:
     Shell& m_frame;

@@ -2,6 +2,7 @@
 
 #include "base/Errors.h"
 #include "browser/PageTexts.h"
+#include "engine/page/PageIcon.h"
 #include "engine/page/PageStatus.h"
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
@@ -151,6 +152,7 @@ void WebEngineControl::connectWindow()
     connect(m_page, &QWebEnginePage::recentlyAudibleChanged, this,
             &WebEngineControl::announceSound);
     connect(m_page, &QWebEnginePage::audioMutedChanged, this, &WebEngineControl::announceSound);
+    connect(new PageIcon(*m_page), &PageIcon::changed, this, &WebEngineControl::IconChange);
     connect(m_page, &QWebEnginePage::newWindowRequested, this, &WebEngineControl::openWindow);
     connect(m_page, &QWebEnginePage::geometryChangeRequested, this,
             &WebEngineControl::resizeWindow);

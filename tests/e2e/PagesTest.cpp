@@ -1,4 +1,5 @@
 #include "base/Prefer.h"
+#include "bookmarks/ArchiveRecords.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QtTest>
@@ -22,6 +23,50 @@ int memoryOf(qint64 process)
 class PagesTest : public Scenario {
     Q_OBJECT
 private slots:
+    // Those of pages that are shown often come late, and scripts change them.
+    void windowsAndBookmarksCarryTheIconsOfPages()
+    {
+        const auto icon = [](const QByteArray& colour) {
+            return "data:image/svg+xml,<svg xmlns=%22http://www.w3.org/2000/svg%22 viewBox="
+                   "%220 0 9 9%22><rect width=%229%22 height=%229%22 fill=%22" +
+                   colour + "%22/></svg>";
+        };
+        m_server->page(
+            u"/icon"_s,
+            "<title>Wiese</title><link id=i rel=icon href='" + icon("blue") +
+                "'><script>let n = 0; const timer = setInterval(() => { i.href = `" +
+                icon("rgb(${++n % 250},0,0)") +
+                "`; if (n > 999) { clearInterval(timer); i.href = `" + icon("lime") +
+                "` } })</script><body><a href=/file style='position:fixed;inset:0'></a>");
+        m_server->answer(u"/file"_s, {.body = "x",
+                                      .type = "application/octet-stream",
+                                      .headers = "Content-Disposition: attachment\r\n"});
+        BookmarkCollection marked;
+        const auto bookmark = std::make_shared<Bookmark>();
+        bookmark->Url(m_server->address(u"/icon"_s).section(u'/', 2));
+        marked.Add(bookmark);
+        writeBytes(m_program->file(u"1.bkm"_s), writeBookmarks(marked));
+        writeBytes(m_program->file(u"Book.bkm"_s),
+                   writeThemaRecords({{1, 1, u"Ordner"_s, u"1.bkm"_s}}));
+        open(u"/icon"_s, u"Wiese"_s);
+        const QPoint corner = User::place(maximised(u"Wiese"_s)).topLeft() + QPoint(7, -11);
+        QTRY_COLOUR(corner, "lime");
+        User::press(u"Tab Return"_s); // a download
+        QTRY_SEES(u"Datei speichern unter"_s);
+        User::press(u"Escape"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Datei speichern unter"_s), patience);
+        QTest::qWait(2000);
+        QCOMPARE(User::colourAt(corner), QColor("lime"));
+        User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/red"_s));
+        QTRY_SEES(maximised(u"Rot"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor("lime"), patience);
+        User::press(u"alt+x b"_s);
+        QTRY_SEES(u"Bookmark Archiv"_s);
+        User::press(u"Down asterisk"_s);
+        QTRY_COLOUR(User::place(u"Bookmark Archiv"_s).topLeft() + QPoint(70, 44), "lime");
+    }
+
     void aLateFrameLeavesTheCaption()
     {
         m_server->page(u"/inner"_s, "<title>Innen</title>");

@@ -3,6 +3,7 @@
 #include "base/BookmarkFile.h"
 #include "base/Prefer.h"
 #include "base/Shell.h"
+#include "base/SiteIcons.h"
 #include "history/HistoryList.h"
 #include "tests/gui/FakePrompt.h"
 
@@ -39,6 +40,7 @@ public:
     const QString& dataFolder() const override { return m_dataFolder; }
     const QString& title() const override { return m_title; }
     QIcon frameIcon() const override { return {}; }
+    SiteIcons& icons() override { return siteIcons; }
 
     QStringList visited;
     QStringList visitedPrivately;
@@ -52,6 +54,7 @@ public:
     QPointer<QWidget> statusSign;
     QList<bool> dropSwitch;
     FakePrompt fakePrompt;
+    SiteIcons siteIcons;
 
 private:
     QTemporaryDir m_folder;
