@@ -27,6 +27,7 @@ std::unique_ptr<QWebEngineProfile> startEngine(const QString& dataFolder,
 {
     prepareEngineStart();
     removeMarkedWebData(dataFolder);
+    keepIconsOffDisk(dataFolder);
     auto profile = std::make_unique<QWebEngineProfile>(u"Tessera"_s);
     profile->setPersistentStoragePath(dataFolder);
     profile->setCachePath(cacheFolder);

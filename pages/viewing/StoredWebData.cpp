@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -10,6 +11,15 @@ namespace {
 QString markFile(const QString& folder)
 {
     return QDir(folder).filePath(u"clear-web-data"_s);
+}
+
+/// Makes the folder, and those above it that are missing, for this user alone, as the engine
+/// would.
+bool makePrivateFolder(const QString& folder)
+{
+    return QFileInfo::exists(folder) ||
+           (makePrivateFolder(QFileInfo(folder).absolutePath()) &&
+            QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
 } // namespace
@@ -32,4 +42,14 @@ void removeMarkedWebData(const QString& folder)
     }
     if (isGone) // otherwise the next start tries again
         QFile::remove(markFile(folder));
+}
+
+void keepIconsOffDisk(const QString& folder)
+{
+    const QString icons = QDir(folder).filePath(u"Favicons"_s);
+    QFile::remove(icons);
+    QFile::remove(icons + u"-journal"_s);
+    // The engine has no setting for it, but goes on without its file where it finds a folder in
+    // the file's place (seen with Qt 6.4).
+    makePrivateFolder(icons);
 }

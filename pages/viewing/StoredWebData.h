@@ -11,3 +11,8 @@ bool markStoredWebData(const QString& folder);
 
 /// Removes from `folder` what was marked. To be called before an engine uses the folder.
 void removeMarkedWebData(const QString& folder);
+
+/// Takes away from `folder` the file in which the engine notes the icon of every page with the
+/// page's address, and keeps the engine from making it anew. To be called before an engine uses
+/// the folder.
+void keepIconsOffDisk(const QString& folder);

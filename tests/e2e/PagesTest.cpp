@@ -2,6 +2,7 @@
 #include "bookmarks/ArchiveRecords.h"
 #include "tests/e2e/Scenario.h"
 
+#include <QDirIterator>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -65,6 +66,13 @@ private slots:
         QTRY_SEES(u"Bookmark Archiv"_s);
         User::press(u"Down asterisk"_s);
         QTRY_COLOUR(User::place(u"Bookmark Archiv"_s).topLeft() + QPoint(70, 44), "lime");
+        m_run->terminate();
+        QVERIFY(hasEnded());
+        QDirIterator files(m_program->home() + u"/.local"_s, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            QVERIFY2(!bytesOf(files.next()).contains(m_server->address(u"/icon"_s).toUtf8()),
+                     qPrintable(files.filePath()));
     }
 
     void aLateFrameLeavesTheCaption()
