@@ -1,6 +1,7 @@
 #include "app/AppInit.h"
 
 #include "app/ChildArea.h"
+#include "app/DesktopAction.h"
 #include "app/FrameCommands.h"
 #include "app/FrameMenus.h"
 #include "app/InstanceServer.h"
@@ -30,15 +31,17 @@ AppInit::AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& s
       m_frame(std::make_unique<MDIForm1>(
           FrameParts{programFolder, QStringLiteral("Tessera " TESSERA_VERSION),
                      colouredIcon(u"frame"_s), colouredIcon(u"child"_s), colouredIcon(u"private"_s),
-                     m_prefer, prompt, std::move(parts), dataFolder}))
+                     m_prefer, prompt, std::move(parts), dataFolder})),
+      m_commands(new FrameCommands(*m_frame, starter)) // belongs to the frame
 {
-    new FrameCommands(*m_frame, starter); // belongs to the frame
 }
 
 AppInit::~AppInit() = default;
 
-void AppInit::Main(const QString& startAddress)
+void AppInit::Main(const QString& commandLine)
 {
+    const QString role = roleOfDesktopAction(commandLine);
+    const QString startAddress = role.isEmpty() ? commandLine : QString();
     QString fault;
     runReporting([this] { m_prefer.LoadPref(); }, [&](const QString& text) { fault = text; });
     m_frame->setWindowIcon(m_frame->frameIcon());
@@ -64,6 +67,9 @@ void AppInit::Main(const QString& startAddress)
         if (!m_frame->isUnloading())
             m_frame->show();
     });
+    // Of a new window that was asked for, the first one takes the place.
+    if (!role.isEmpty() && (role != "mn_Browser"_L1 || m_frame->Browser().IsEmpty()))
+        runLater(role);
     if (!fault.isEmpty())
         QTimer::singleShot(0, m_frame.get(), [this, fault] { tellOfDefaults(fault); });
 }
@@ -95,16 +101,28 @@ bool AppInit::takeOver(const SecondStart& start)
         showQuestion(start.activationToken.toUtf8(), startupId);
         return false;
     }
-    if (start.toFront || m_frame->isMinimized())
+    const QString role = roleOfDesktopAction(start.address);
+    const bool toFront = start.toFront || !role.isEmpty();
+    if (toFront || m_frame->isMinimized())
         startupNotice::letToFront(*m_frame, start.activationToken.toUtf8(), startupId);
-    if (start.toFront) {
+    if (toFront) {
         m_frame->bringToFront();
+        if (!role.isEmpty())
+            runLater(role);
     } else {
         QGuiApplication::clipboard()->setText(start.address);
         WindowProc(handOverMessage, start.address);
     }
     startupNotice::end(startupId);
     return true;
+}
+
+void AppInit::runLater(const QString& role)
+{
+    QTimer::singleShot(0, m_frame.get(), [this, role] {
+        if (!m_frame->isUnloading() && QApplication::activeModalWidget() == nullptr)
+            m_commands->run(role);
+    });
 }
 
 void AppInit::showQuestion(const QByteArray& activationToken, const QByteArray& startupId)

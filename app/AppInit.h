@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class FrameCommands;
 class MDIForm1;
 class ProgramStarter;
 class Prompt;
@@ -16,7 +17,7 @@ struct SecondStart;
 /// up, and takes over what second starts bring.
 class AppInit {
 public:
-    /// `programFolder` is the folder of the executable, `dataFolder` the program's in the user's
+    /// `programFolder` holds preferences and archive, `dataFolder` is the program's in the user's
     /// data; without one nothing is kept there. `prompt`, `starter` and what `parts` refers to
     /// outlive the module.
     AppInit(const QString& programFolder, Prompt& prompt, ProgramStarter& starter,
@@ -24,13 +25,14 @@ public:
     ~AppInit();
     Q_DISABLE_COPY_MOVE(AppInit)
 
-    /// Brings the frame up, which is shown from the event loop; `startAddress` is the command
-    /// line, neither split nor unquoted.
-    void Main(const QString& startAddress);
+    /// Brings the frame up, which is shown from the event loop. `commandLine` is an address,
+    /// neither split nor unquoted, or the word of a desktop action.
+    void Main(const QString& commandLine);
     MDIForm1& frame() const { return *m_frame; }
 
     /// Takes what a second start brings. The address also goes to the clipboard; a start
-    /// without an address brings the frame to the front. False, with nothing done, when
+    /// without an address, or with the word of a desktop action, brings the frame to the front.
+    /// False, with nothing done, when
     /// the frame is closing: the second start takes its place.
     bool takeOver(const SecondStart& start);
     /// The frame's hook: handles the message `InstanceMessage::Number::HandOver` and
@@ -40,6 +42,8 @@ public:
 
 private:
     void placeFrame();
+    /// Runs a desktop action from the event loop, unless a dialog is open by then.
+    void runLater(const QString& role);
     void tellOfDefaults(const QString& fault);
     /// Brings the question to the front that keeps a closing frame open.
     void showQuestion(const QByteArray& activationToken, const QByteArray& startupId);
@@ -49,4 +53,5 @@ private:
     QElapsedTimer m_questionShown;
     Prefer m_prefer;
     std::unique_ptr<MDIForm1> m_frame;
+    FrameCommands* m_commands;
 };

@@ -111,6 +111,17 @@ private slots:
         QVERIFY(bytesOf(index).contains("Neuer Ordner"));
     }
 
+    void actionsOfTheDesktopsMenu()
+    {
+        m_program->start(*m_run, {u"tessera:archiv"_s});
+        QTRY_SEES(maximised(u"Lizenz.txt"_s));
+        QTRY_SEES(u"Bookmark Archiv"_s);
+        QCOMPARE(m_program->startAndWait({u"tessera:neu"_s}), 0);
+        QTRY_SEES(title());
+        QCOMPARE(m_program->startAndWait({u"tessera:historie"_s}), 0);
+        QTRY_SEES(u"Historie"_s);
+    }
+
     void whyItDoesNotStartIsShown()
     {
         QVERIFY(QDir(m_program->home()).mkdir(u"tessera.lock"_s)); // is to be a file
