@@ -12,6 +12,7 @@
 #include "base/DialogPrompt.h"
 #include "base/GlyphIcon.h"
 #include "base/ShownText.h"
+#include "engine/EngineVersion.h"
 #include "engine/WebEngineHost.h"
 #include "launcher/ShellStart.h"
 
@@ -212,6 +213,8 @@ int main(int argc, char** argv)
         std::fputs("Tessera: Bitte das Programm 'tessera' starten.\n", stderr);
         return EXIT_FAILURE;
     }
+    if (start->isAskedForVersion)
+        return std::fputs(engineVersionText().c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
     ::prctl(PR_SET_NAME, "tessera"); // lists of processes would name the shell's file
     startupNotice::prepare();
     int count = 1; // the other words are an address, in which Qt must find no options

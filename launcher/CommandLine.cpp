@@ -99,7 +99,7 @@ std::string helpText()
            "dessen Fenster nach vorn.\n"
            "\n"
            "  --help     zeigt diese Hilfe\n"
-           "  --version  zeigt die Version\n";
+           "  --version  zeigt die Versionen von Tessera und seiner Browser-Engine\n";
 }
 
 std::string absoluteIfFile(const std::string& address, const std::string& folder)

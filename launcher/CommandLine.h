@@ -13,7 +13,8 @@ Question questionOf(int count, const char* const* arguments);
 
 /// The program's name and version.
 std::string programTitle();
-/// The answers to "--version" and "--help", with line ends.
+/// The answers to "--version", to which the shell adds its engine's, and "--help", with line
+/// ends.
 std::string versionText();
 std::string helpText();
 

@@ -19,7 +19,8 @@ void complain(const std::string& text)
 
 int answer(const std::string& text)
 {
-    return std::fputs(text.c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+    return std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0 ? EXIT_FAILURE
+                                                                            : EXIT_SUCCESS;
 }
 
 std::string environmentText(const char* name)
@@ -63,11 +64,19 @@ int giveUp(char** arguments, const std::string& reason)
     // In a process of its own, as Qt aborts where the display cannot be opened.
     const pid_t window = ::fork();
     if (window == 0) {
-        complain(becomeShell({{}, {}, reason}, arguments));
+        complain(becomeShell({.complaint = reason}, arguments));
         ::_exit(EXIT_FAILURE);
     }
     if (window > 0)
         ::waitpid(window, nullptr, 0);
+    return EXIT_FAILURE;
+}
+
+// Only the shell knows its engine; it adds its lines to those of this program.
+int tellVersions(char** arguments)
+{
+    if (answer(versionText()) == EXIT_SUCCESS)
+        complain(becomeShell({.isAskedForVersion = true}, arguments));
     return EXIT_FAILURE;
 }
 
@@ -77,7 +86,7 @@ int main(int argc, char** argv)
 {
     switch (questionOf(argc, argv)) {
     case Question::Version:
-        return answer(versionText());
+        return tellVersions(argv);
     case Question::Help:
         return answer(helpText());
     case Question::None:
@@ -105,6 +114,8 @@ int main(int argc, char** argv)
     }
     if (const std::string objection = objectionToLimit(raiseDescriptorLimit()); !objection.empty())
         return giveUp(argv, objection);
-    complain(becomeShell({message.text, folder.socketPath(), {}, result.lock.handOut()}, argv));
+    complain(becomeShell(
+        {.address = message.text, .socketPath = folder.socketPath(), .lock = result.lock.handOut()},
+        argv));
     return EXIT_FAILURE;
 }

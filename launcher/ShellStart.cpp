@@ -40,7 +40,7 @@ bool leaveFor(const ShellStart& start)
     const std::string number = std::to_string(descriptor);
     std::ofstream file(pathOf(number), std::ios::binary);
     file << start.address << '\0' << start.socketPath << '\0' << start.complaint << '\0'
-         << start.lock << '\0' << std::flush;
+         << start.lock << '\0' << start.isAskedForVersion << '\0' << std::flush;
     return file && ::setenv(variable, number.c_str(), 1) == 0;
 }
 
@@ -69,11 +69,13 @@ std::optional<ShellStart> startByLauncher()
     std::ifstream file(pathOf(number), std::ios::binary);
     ShellStart start;
     std::string lock;
-    for (std::string* text : {&start.address, &start.socketPath, &start.complaint, &lock})
+    std::string isAsked;
+    for (std::string* text : {&start.address, &start.socketPath, &start.complaint, &lock, &isAsked})
         if (!std::getline(file, *text, '\0'))
             return {};
     ::close(std::stoi(number));
     start.lock = std::stoi(lock);
+    start.isAskedForVersion = isAsked == "1";
     // The engine's processes must not hold the lock beyond the program's end.
     if (start.lock >= 0)
         ::fcntl(start.lock, F_SETFD, FD_CLOEXEC);

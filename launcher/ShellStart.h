@@ -7,13 +7,15 @@
 /// becomes. Texts are UTF-8.
 struct ShellStart {
     /// The address of the command line, or empty.
-    std::string address;
+    std::string address = {};
     /// Where this copy listens for further starts.
-    std::string socketPath;
+    std::string socketPath = {};
     /// Why the program cannot run; it is shown then, and nothing else is done.
-    std::string complaint;
+    std::string complaint = {};
     /// The locked descriptor of the user's one running copy, or -1.
     int lock = -1;
+    /// The shell says which engine it has, and does nothing else.
+    bool isAskedForVersion = false;
 };
 
 /// Makes this process the shell, which lies beside this program. `arguments` are those
