@@ -290,20 +290,20 @@ QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTab
     return checked(resolve(typed, files, drives));
 }
 
-QString licenceFound(const QString& typed, const QString& programFolder, const FileTable& files)
+QString licenceFound(const QString& typed, const QString& beside, const FileTable& files)
 {
     // The mixed separators are of the program's own making: nobody types them.
     const bool isStored =
         typed.startsWith(u'/') && typed.endsWith(u"\\Lizenz.txt"_s, Qt::CaseInsensitive);
     if (!isStored || spelledOnDisk(withSlashes(typed), files))
         return typed;
-    return programFolder + u"\\Lizenz.txt"_s;
+    return beside + u"\\Lizenz.txt"_s;
 }
 
-AddressResolver machineResolver(const QString& programFolder)
+AddressResolver machineResolver(const QString& beside)
 {
-    return [programFolder](const QString& typed) {
+    return [beside](const QString& typed) {
         const LinuxFileTable files;
-        return resolveAddress(licenceFound(typed, programFolder, files), files, MountedDrives());
+        return resolveAddress(licenceFound(typed, beside, files), files, MountedDrives());
     };
 }

@@ -24,14 +24,14 @@ class FileTable;
 /// never end loading, are not let through.
 QUrl resolveAddress(const QString& typed, const FileTable& files, const DriveTable& drives);
 
-/// `typed`, unless it is the stored path of the licence text beside a program folder
-/// that lies elsewhere by now (start page, first bookmarks): then that of the text in
-/// `programFolder`. A text of that name that is still there is left alone.
-QString licenceFound(const QString& typed, const QString& programFolder, const FileTable& files);
+/// `typed`, unless it is the stored path of the licence text in a program folder (start page,
+/// first bookmarks) that does not hold it or not any more: then that of the text in `beside`,
+/// the folder of the executable. A text of that name that is there is left alone.
+QString licenceFound(const QString& typed, const QString& beside, const FileTable& files);
 
 /// Makes an address to open of a text as the user typed it; an invalid one means that the
 /// text cannot be an address.
 using AddressResolver = std::function<QUrl(const QString& typed)>;
 
 /// Both rules above, with the files and drives of this machine.
-AddressResolver machineResolver(const QString& programFolder);
+AddressResolver machineResolver(const QString& beside);

@@ -6,6 +6,7 @@
 #include "app/GermanTexts.h"
 #include "app/InstanceServer.h"
 #include "app/MDIForm1.h"
+#include "app/ProgramFolder.h"
 #include "app/ProgramStarter.h"
 #include "app/StartupNotice.h"
 #include "app/WindowKeeper.h"
@@ -161,12 +162,15 @@ void endProgram(MDIForm1& frame, EndingPrompt& prompt)
 
 int run(QApplication& application, const ShellStart& start)
 {
-    const QString folder = QCoreApplication::applicationDirPath();
+    const QString beside = QCoreApplication::applicationDirPath();
+    const QString folder = programFolder(
+        beside, QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     const QString data = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    // The licence text lies beside the program, wherever preferences and archive do.
     WebEngineHost engines(data + u"/engine"_s,
                           QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
                               u"/engine"_s,
-                          machineResolver(folder));
+                          machineResolver(beside));
     EndingPrompt prompt;
     ProcessStarter starter;
     RememberedDrives drives;

@@ -1,10 +1,12 @@
 #include "base/Prefer.h"
+#include "app/ProgramFolder.h"
 #include "base/Errors.h"
 #include "tests/TestCase.h"
 
 #include <QDir>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -109,6 +111,23 @@ private slots:
         QCOMPARE(pref.MailClient().size(), 250);
         pref.LoadPref();
         QCOMPARE(pref.MailClient(), QString(198, u'ä'));
+    }
+
+    void programFolderOfOneAndOfAll()
+    {
+        const QString own = path(u"data/tessera-program"_s);
+        QCOMPARE(programFolder(path(), path(u"data"_s)), path());
+        QVERIFY(!QDir(own).exists());
+        for (const QString& beside : {u"/usr/lib"_s, path(u"gone"_s)}) {
+            QCOMPARE(programFolder(beside, path(u"data"_s)), own);
+            QVERIFY(QDir(own).removeRecursively()); // it was made
+        }
+        if (::geteuid() == 0)
+            return; // may write everywhere
+        QVERIFY(QDir(path()).mkpath(u"closed"_s));
+        writeBytes(path(u"closed/Pref.tsp"_s), goodFile());
+        ::chmod(qPrintable(path(u"closed"_s)), S_IRUSR | S_IXUSR);
+        QCOMPARE(programFolder(path(u"closed"_s), path(u"data"_s)), path(u"closed"_s));
     }
 
 private:
