@@ -18,7 +18,7 @@ program_packages=(
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
 # What the checks need besides. Their results differ from version to version, so
 # the format and lint tools are only wanted where version 14 is to be had.
-check_packages=(git clang libclang-rt-dev desktop-file-utils appstream libglib2.0-bin)
+check_packages=(git clang libclang-rt-dev desktop-file-utils appstream libglib2.0-bin dpkg-dev)
 
 suite=$(. /etc/os-release 2>/dev/null && echo "${VERSION_CODENAME:-}") || suite=
 case $suite in
@@ -34,10 +34,66 @@ die() {
     exit 1
 }
 
+# What Fedora and Arch call these packages; "-" where another one has it.
+other_names='
+    g++                   gcc-c++                  gcc
+    cmake                 cmake                    cmake
+    ninja-build           ninja-build              ninja
+    qt6-base-dev          qt6-qtbase-devel         qt6-base
+    qt6-webengine-dev     qt6-qtwebengine-devel    qt6-webengine
+    qt6-svg-dev           qt6-qtsvg-devel          qt6-svg
+    libxcb1-dev           libxcb-devel             libxcb
+    qt6-qpa-plugins       qt6-qtbase-gui           -
+    qt6-wayland           qt6-qtwayland            qt6-wayland
+    qt6-translations-l10n qt6-qttranslations       qt6-translations
+    fonts-dejavu-core     dejavu-sans-fonts        ttf-dejavu
+    fonts-liberation      liberation-fonts         ttf-liberation
+    xvfb                  xorg-x11-server-Xvfb     xorg-server-xvfb
+    openbox               openbox                  openbox
+    xdotool               xdotool                  xdotool
+    x11-utils             xprop                    xorg-xprop
+    imagemagick           ImageMagick              imagemagick
+    git                   git                      git
+    clang                 clang                    clang
+    libclang-rt-dev       compiler-rt              compiler-rt
+    desktop-file-utils    desktop-file-utils       desktop-file-utils
+    appstream             appstream                appstream
+    libglib2.0-bin        glib2                    glib2
+    dpkg-dev              dpkg-dev                 dpkg
+'
+
+# names_of column name...: what the column of the table above says of these packages.
+names_of() {
+    awk -v column="$1" -v names="${*:2}" '
+        BEGIN { split(names, list); for (i in list) wanted[list[i]] }
+        $1 in wanted && $column != "-" { print $column }' <<<"$other_names"
+}
+
+# need_packages name...: on a system without apt, says what is missing, as far as it can be
+# found out, and ends; goes on when all is there.
+need_packages() {
+    local names missing install
+    if command -v rpm >/dev/null; then
+        names=$(names_of 2 "$@") install='dnf install'
+        # shellcheck disable=SC2086
+        missing=$(for name in $names; do rpm -q --quiet --whatprovides "$name" || echo "$name"; done)
+    elif command -v pacman >/dev/null; then
+        names=$(names_of 3 "$@") install='pacman -S'
+        # shellcheck disable=SC2086
+        missing=$(pacman -T $names) || true
+    else
+        say "This system has neither apt nor rpm nor pacman. Needed is what these packages hold:"
+        printf '    Debian: %s\n    Fedora: %s\n    Arch:   %s\n' "$*" \
+            "$(names_of 2 "$@" | xargs)" "$(names_of 3 "$@" | xargs)"
+        return
+    fi
+    [[ -z $missing ]] || die "packages are missing; as root run: $install $(xargs <<<"$missing")"
+}
+
 # require_packages name...: installs those that are missing.
 require_packages() {
-    if ! command -v dpkg-query >/dev/null; then
-        say "This is not Debian: please see to it that the equivalents of these are there: $*"
+    if ! command -v apt-get >/dev/null; then
+        need_packages "$@"
         return
     fi
     local present name missing=()
