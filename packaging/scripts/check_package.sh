@@ -1,41 +1,25 @@
 #!/usr/bin/env bash
 # Installs the release build for a user of its own, starts, updates and removes
-# it, and packs and unpacks it.
+# it, packs and unpacks it, and does the same with a package of Debian's in a folder
+# that stands for the root of a system.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
-
-# expect what command...: the command has to succeed.
-expect() {
-    local what=$1
-    shift
-    "$@" >"$scratch/output" 2>&1 || { cat "$scratch/output" >&2 && die "failed: $what"; }
-    echo "passed: $what"
-}
-
-not() { ! "$@"; }
-
-has_caption() { xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
-
-# within seconds command...: tries until it succeeds.
-within() {
-    local end=$((SECONDS + $1))
-    shift
-    until "$@"; do
-        ((SECONDS < end)) || return 1
-        sleep 0.1
-    done
-}
-
-ended_well() {
-    kill -TERM "$tessera_pid"
-    within 20 not kill -0 "$tessera_pid" 2>/dev/null && wait "$tessera_pid"
-}
+. "$root/packaging/scripts/expect.sh"
 
 is_hardened() {
     local dynamic segments
     dynamic=$(readelf -dW "$1") && segments=$(readelf -lW "$1")
     grep -q BIND_NOW <<<"$dynamic" && grep -q GNU_RELRO <<<"$segments" &&
         grep -q 'GNU_STACK.* RW ' <<<"$segments" && not grep -q '\.symtab' <(readelf -SW "$1")
+}
+
+# Versions before 0.27 know neither the key nor the number of the specification that has it.
+valid_desktop_file() {
+    if desktop-file-validate "$1" >/dev/null; then
+        return
+    fi
+    sed '/^SingleMainWindow=/d; s/^Version=1.5/Version=1.1/' "$1" >"$scratch/older.desktop"
+    desktop-file-validate "$scratch/older.desktop"
 }
 
 is_pie() { readelf -dW "$1" | grep -q 'FLAGS_1.*PIE'; }
@@ -65,13 +49,14 @@ expect "what is not installed cannot be removed" not "$root/install" --remove
 expect "installation" "$root/install"
 files_of_home >"$scratch/installed"
 expect "installed files" test -s "$scratch/installed"
-expect "desktop file" desktop-file-validate "$desktop"
+expect "desktop file" valid_desktop_file "$desktop"
 expect "metainfo" appstreamcli validate --no-net "$XDG_DATA_HOME"/metainfo/*.xml
 expect "hardened launcher" is_hardened "$program/tessera"
 expect "hardened shell" is_hardened "$program/tessera-shell"
 expect "position-independent launcher" is_pie "$program/tessera"
 expect "position-independent shell" is_pie "$program/tessera-shell"
 expect "version" grep -qx 'Tessera 5.3.5' <("$start" --version)
+expect "manual page" zgrep -q 'im Internet' "$XDG_DATA_HOME"/man/de/man1/tessera.1.gz
 expect "German texts" test -s "$program/translations/qtbase_de.qm"
 expect "icon picture" test -s "$XDG_DATA_HOME/icons/hicolor/16x16/apps/tessera.png"
 
@@ -95,7 +80,7 @@ expect "data not removed under the running program" not "$root/install" --remove
 echo 'Tür' >"$HOME/Tür.html"
 expect "start from the desktop" gio launch "$desktop" "$HOME/Tür.html"
 expect "page taken up beside the first" within 30 has_caption '^Tessera 5.3.5$'
-expect "end" ended_well
+expect "end" ended_well "$tessera_pid"
 expect "user's files after the update" user_files_kept
 
 expect "removal" "$root/install" --remove
@@ -115,4 +100,58 @@ mkdir "$scratch/unpacked/Pref.tsp" # so that it cannot be written
 "$scratch/unpacked/tessera" "$HOME/Größe.html" >"$scratch/program.log" 2>&1 &
 tessera_pid=$!
 expect "packed program's page" within 30 has_caption 'Tessera.*Paket'
-expect "end without preferences" ended_well
+expect "end without preferences" ended_well "$tessera_pid"
+
+# The package is installed without what it depends on, which this system has. An ordinary
+# user starts it, who cannot write into its folder.
+system=$scratch/system
+as_user=()
+if ((EUID == 0)); then
+    as_user=(setpriv --reuid 65534 --regid 65534 --clear-groups)
+fi
+
+dpkg_there() {
+    dpkg --root="$system" --force-depends,not-root,bad-path --log=/dev/null "$@"
+}
+
+make_system() {
+    mkdir -p "$system"/var/lib/dpkg/{info,updates,triggers} "$scratch/trial" "$scratch/user"
+    touch "$system"/var/lib/dpkg/{status,available}
+    chmod a+rx "$scratch"
+    cp -r "$root/packaging" "$scratch/"
+    ((EUID != 0)) || chown 65534:65534 "$scratch/trial" "$scratch/user"
+}
+
+within_system() {
+    ((EUID == 0)) || chmod a-w "$system/usr/lib/tessera"
+    "${as_user[@]}" env HOME="$scratch/user" PATH="$system/usr/bin:$PATH" \
+        bash "$scratch/packaging/scripts/trial.sh" "$scratch/trial"
+}
+
+trial_runs() { compgen -G "$scratch/trial/running-*" || not kill -0 "$trial_pid" 2>/dev/null; }
+
+check_debian_package() {
+    local pack=(cpack -G DEB --config "$root/build/release/CPackConfig.cmake")
+    expect "Debian package" "${pack[@]}" -B "$scratch/deb"
+    expect "its successor" "${pack[@]}" -R 5.3.6 -B "$scratch/deb"
+    make_system
+    expect "installing it" dpkg_there -i "$scratch"/deb/tessera_5.3.5_*.deb
+    within_system &
+    trial_pid=$!
+    expect "its use" within 120 trial_runs
+    ((EUID == 0)) || chmod u+w "$system/usr/lib/tessera"
+    expect "updating it" dpkg_there -i "$scratch"/deb/tessera_5.3.6_*.deb
+    ((EUID == 0)) || chmod a-w "$system/usr/lib/tessera"
+    touch "$scratch/trial/go"
+    wait "$trial_pid" || die "failed: the use of the Debian package"
+    ((EUID == 0)) || chmod u+w "$system/usr/lib/tessera"
+    expect "purging it" dpkg_there -P tessera
+    expect "its folder is gone" not test -e "$system/usr/lib/tessera"
+    expect "user's files after purging it" test -s "$scratch/user/.local/share/tessera-program/Book.bkm"
+}
+
+if command -v dpkg-shlibdeps >/dev/null; then
+    check_debian_package
+else
+    echo "Skipped: there are no tools for packages of Debian's."
+fi
