@@ -4,7 +4,6 @@
 #include "app/ChildArea.h"
 #include "app/ClosedWindows.h"
 #include "app/EdgeDrags.h"
-#include "app/FieldKeys.h"
 #include "app/FrameFullScreen.h"
 #include "app/FrameMenus.h"
 #include "app/MDIForm1.h"
@@ -77,6 +76,8 @@ FrameCommands::FrameCommands(MDIForm1& frame, ProgramStarter& starter)
     connect(&frame, &MDIForm1::pageToArchiveWanted, this, &FrameCommands::addPageToArchive,
             Qt::QueuedConnection);
     addKeys();
+    // Belongs to the frame.
+    new EdgeDrags(m_frame, [this] { return m_frame.bIsOpenBook() ? m_archive.data() : nullptr; });
 }
 
 void FrameCommands::buildTable()
@@ -125,10 +126,7 @@ void FrameCommands::addKeys()
         addKey(Qt::CTRL | Qt::Key(Qt::Key_0 + number), [this, number] { chooseWindow(number); });
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_N,
            [this] { runCommand(m_frame, &m_frame, [this] { m_frame.NewPrivateBrowser(); }); });
-    addKey(FieldKeys::pageToArchive(), [this] { addPageToArchive(); });
-    // Both belong to the frame.
-    new FieldKeys(m_frame);
-    new EdgeDrags(m_frame, [this] { return m_frame.bIsOpenBook() ? m_archive.data() : nullptr; });
+    addKey(Qt::CTRL | Qt::Key_D, [this] { addPageToArchive(); });
     auto* const closed = new ClosedWindows(m_frame);
     addKey(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [closed] { closed->reopenLast(); });
     addKey(Qt::Key_F11, [this] { m_fullScreen->toggle(); });

@@ -380,8 +380,7 @@ bool frmBook::askToSave()
 {
     if (!m_files.isChanged())
         return true;
-    if (isMinimized()) // what is asked about is to be seen
-        showNormal();
+    setWindowState(windowState() & ~Qt::WindowMinimized); // what is asked about is to be seen
     const DropsDisabled guard(m_shell);
     if (!m_shell.prompt().askYesNo(this, u"Änderungen am Archiv speichern ?"_s, u"Meldung"_s,
                                    Prompt::Icon::Question))
