@@ -35,10 +35,12 @@ struct Edited {
             }
         return all;
     }
-    /// The content, what the tree shows, and all numbers.
+    /// The content, which folders would get no file, what the tree shows, and all numbers.
     QByteArrayList state()
     {
         QByteArrayList all = content(files.book());
+        for (const auto& folder : *files.book().colThema())
+            all << (folder->colBookmark() ? "file" : "none");
         const auto add = [&all](const QModelIndex& node) {
             all << (ArchiveTree::key(node) + node.data().toString()).toUtf8();
         };
@@ -197,6 +199,19 @@ private slots:
                 data.setData(format, bytes);
         const DroppedAddress dropped = droppedAddress(data);
         QTEST(dropped.text.value_or(u"-"_s) + u' ' + dropped.files.join(u'|'), "address");
+    }
+
+    /// Of the archive that the first load makes the tree shows nothing.
+    void theFirstFolderIsTakenBack()
+    {
+        Edited e(path());
+        const QByteArrayList before = e.state();
+        QVERIFY(before.size() > 2 && !e.tree.hasChildren(e.tree.root()));
+        e.editor.addFolder(e.tree.root(), u"Neu"_s);
+        QVERIFY(e.state() != before && e.tree.hasChildren(e.tree.root()));
+        QVERIFY(e.editor.steps().takeBack());
+        QCOMPARE(e.state(), before);
+        QVERIFY(!e.files.isChanged());
     }
 
     void stepsGoBackAndForth_data()
