@@ -29,14 +29,23 @@ make_fresh() {
     touch "$folder/is-fresh"
 }
 
+# What has changed gets the present time: a file of another commit may be older than what
+# was built of the one before.
+copy_changes() {
+    local file
+    mkdir -p "$1"
+    cd "$root"
+    while IFS= read -r -d '' file; do
+        cmp -s "$file" "$1/$file" || cp --parents "$file" "$1/"
+    done < <(git ls-files -z --cached --others --exclude-standard)
+}
+
 build_package() {
     if [[ ! -e $folder/builder ]]; then
         cp -a "$folder/fresh" "$folder/builder"
         install_in builder "${program_packages[@]}" lintian appstream desktop-file-utils dpkg-dev file
     fi
-    mkdir -p "$folder/builder/src"
-    (cd "$root" && git ls-files -z --cached --others --exclude-standard | tar --null -T - -c) |
-        tar -x -C "$folder/builder/src"
+    copy_changes "$folder/builder/src"
     "$in_root" "$folder/builder" bash -c 'cd /src && . packaging/scripts/common.sh && build release tessera &&
         cd build/release && cpack -G DEB -B deb >/dev/null && cpack -G DEB -B later -R 5.3.6 >/dev/null'
     "$in_root" "$folder/builder" lintian --fail-on error --info /src/build/release/deb/tessera_5.3.5_amd64.deb
