@@ -11,8 +11,11 @@
 #include "app/StartupNotice.h"
 #include "app/WindowKeeper.h"
 #include "base/DialogPrompt.h"
+#include "base/Errors.h"
 #include "base/GlyphIcon.h"
+#include "base/Prefer.h"
 #include "base/ShownText.h"
+#include "browser/PageTexts.h"
 #include "engine/EngineVersion.h"
 #include "engine/WebEngineHost.h"
 #include "launcher/ShellStart.h"
@@ -160,6 +163,16 @@ void endProgram(MDIForm1& frame, EndingPrompt& prompt)
     prompt.setUnattended(false);
 }
 
+/// The address that the first window will open; empty without a window or an address.
+QString firstAddress(const QString& programFolder, const QString& startAddress)
+{
+    if (!startAddress.isEmpty())
+        return StripQuotes(startAddress);
+    Prefer preferences(programFolder);
+    ignoringErrors([&preferences] { preferences.LoadPref(); });
+    return preferences.StartBrowser() != 0 ? StripQuotes(preferences.HomeUrl()) : QString();
+}
+
 int run(QApplication& application, const ShellStart& start)
 {
     const QString beside = QCoreApplication::applicationDirPath();
@@ -171,6 +184,9 @@ int run(QApplication& application, const ShellStart& start)
                           QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
                               u"/engine"_s,
                           machineResolver(beside));
+    const QString address = QString::fromStdString(start.address);
+    if (const QString first = firstAddress(folder, address); !first.isEmpty())
+        engines.begin(first);
     EndingPrompt prompt;
     ProcessStarter starter;
     RememberedDrives drives;
@@ -194,7 +210,7 @@ int run(QApplication& application, const ShellStart& start)
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
 
     new WindowKeeper(frame, data + u"/fenster.json"_s); // belongs to the frame
-    module.Main(QString::fromStdString(start.address));
+    module.Main(address);
     const int status = QApplication::exec();
     engines.endService();
     return status;

@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTimer>
 
 #include <chrono>
 #include <limits>
@@ -53,6 +52,12 @@ AddressBar::AddressBar(ProposalSource& source, QWidget* parent)
             propose();
     });
 
+    m_untilPainted.setSingleShot(true);
+    connect(&m_untilPainted, &QTimer::timeout, this, [this] {
+        setUpdatesEnabled(true);
+        repaint(); // at once, as the next change may come before it is painted
+    });
+
     m_label->move(margin, margin);
     m_label->resize(m_label->sizeHint().width(), m_address->sizeHint().height());
     m_address->move(m_label->width() + 2 * margin, margin);
@@ -80,10 +85,7 @@ void AddressBar::adjustSign()
 
 void AddressBar::visited(const QString& address)
 {
-    // Each paint composes the whole frame with all its pages, and would hold up the new page
-    // in the middle of its load. So the address is painted along with its first picture.
-    setUpdatesEnabled(false);
-    QTimer::singleShot(untilFirstPicture, this, [this] { setUpdatesEnabled(true); });
+    paintWithPage();
     m_shown = address;
     m_isOpening = false;
     const int found = m_address->findText(address, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -92,6 +94,14 @@ void AddressBar::visited(const QString& address)
     if (isKept(address))
         m_address->insertItem(0, address);
     showPage();
+}
+
+void AddressBar::paintWithPage()
+{
+    if (m_untilPainted.isActive())
+        return;
+    setUpdatesEnabled(false);
+    m_untilPainted.start(untilFirstPicture);
 }
 
 void AddressBar::showPage()

@@ -2,6 +2,7 @@
 
 #include "browser/AddressProposals.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -35,6 +36,10 @@ public:
     void visited(const QString& address);
     /// Shows the address of a page that will be opened later.
     void announce(const QString& address);
+    /// Has the bar paint what changes from now on along with the first picture of a page that has
+    /// come. Each paint composes the whole frame with all its pages, and would hold up the new
+    /// page in the middle of its load.
+    void paintWithPage();
     /// No load is running any more: an address that was opened and has not been visited gives
     /// way to that of the page.
     void loadEnded();
@@ -88,4 +93,5 @@ private:
     QString m_shown;
     /// The text was opened, and its page has not been visited yet.
     bool m_isOpening = false;
+    QTimer m_untilPainted;
 };

@@ -22,6 +22,7 @@ PageSafetyDisplay::PageSafetyDisplay(EngineControl& engine, AddressBar& addressB
 void PageSafetyDisplay::change()
 {
     const PageSafety safety = m_engine.Safety();
+    m_addressBar.paintWithPage();
     m_addressBar.safetySign().safety(safety);
     if (m_panel != nullptr)
         m_panel->change(safety);

@@ -41,6 +41,9 @@ public:
     ~WebEngineHost();
     Q_DISABLE_COPY_MOVE(WebEngineHost)
 
+    /// Begins to load `address`, which the first window is about to open: the process that draws
+    /// the page starts while the frame is being made. Call it in the same turn of the event loop.
+    void begin(const QString& address) { m_ordinary.begin(address); }
     /// The functions that make the engine of a browser window. Call them after `serve` only.
     EngineFactory factory();
     EngineFactory privateFactory();

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QIcon>
 #include <QLocale>
 #include <QTimer>
@@ -27,6 +28,9 @@ namespace {
 /// How long after the profile is made the dictionaries are loaded: sooner they would hold up
 /// its first page.
 constexpr std::chrono::seconds dictionaryDelay(2);
+
+/// How long a navigation that is begun ahead is waited for at most.
+constexpr std::chrono::milliseconds untilStarted(50);
 
 /// The frame as the services of a profile see it: whatever opens a window for one of its pages
 /// opens one of the same kind.
@@ -97,6 +101,7 @@ WebProfile::~WebProfile()
     const QString folder =
         m_profile->isOffTheRecord() ? QString() : m_profile->persistentStoragePath();
     m_services.reset();
+    dropBegun();
     m_pages.reset();
     m_profile.reset();
     if (!folder.isEmpty())
@@ -110,14 +115,48 @@ void WebProfile::serve(Shell& shell, QWidget* frame, const QString& dataFolder)
         std::make_unique<ProfileServices>(*m_shell, frame, *m_profile, m_session, dataFolder);
 }
 
-std::unique_ptr<EngineControl> WebProfile::makeEngine(QWidget* parent)
+std::unique_ptr<WebEngineControl> WebProfile::newEngine(QWidget* parent)
 {
     auto* const page = new WebEnginePage(*m_profile, m_surroundings.reports, m_pages.get());
-    auto engine = std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve,
-                                                     m_session, m_surroundings.sleepAfter);
+    return std::make_unique<WebEngineControl>(parent, page, m_surroundings.resolve, m_session,
+                                              m_surroundings.sleepAfter);
+}
+
+void WebProfile::begin(const QString& address)
+{
+    m_nowhere = std::make_unique<QWidget>();
+    m_begun = newEngine(m_nowhere.get());
+    // The engine begins when it gets a turn of the event loop, and the next one would come only
+    // when the frame has been made, shown and painted.
+    QEventLoop start;
+    connect(m_begun->page(), &WebEnginePage::navigationStarting, &start, &QEventLoop::quit,
+            Qt::QueuedConnection);
+    QTimer::singleShot(untilStarted, &start, &QEventLoop::quit);
+    m_begun->begin(address);
+    start.exec(QEventLoop::ExcludeUserInputEvents);
+    QTimer::singleShot(0, this, &WebProfile::dropBegun);
+}
+
+void WebProfile::dropBegun()
+{
+    m_begun.reset();
+    m_nowhere.reset();
+}
+
+std::unique_ptr<WebEngineControl> WebProfile::nextEngine(QWidget* parent)
+{
+    if (!m_begun)
+        return newEngine(parent);
+    m_begun->host()->setParent(parent);
+    return std::move(m_begun);
+}
+
+std::unique_ptr<EngineControl> WebProfile::makeEngine(QWidget* parent)
+{
+    auto engine = nextEngine(parent);
     // The services belong to the page.
     new PageServices(*m_shell, *m_services, m_session, m_surroundings.resolve.search, parent,
-                     engine->view(), page);
+                     engine->view(), engine->page());
     ++m_engines;
     connect(engine.get(), &QObject::destroyed, this, [this] {
         if (--m_engines == 0)

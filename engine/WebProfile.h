@@ -36,6 +36,9 @@ public:
     /// Makes the services, which work with the frame as `shell`, with its window `frame`;
     /// downloads may wait below `dataFolder`.
     void serve(Shell& shell, QWidget* frame, const QString& dataFolder);
+    /// Makes an engine that begins to load `address`. The next one that is wanted in this turn of
+    /// the event loop is it.
+    void begin(const QString& address);
     /// Makes the engine of a browser window, its host inside `parent`. Call it after `serve`.
     std::unique_ptr<EngineControl> makeEngine(QWidget* parent);
 
@@ -51,6 +54,10 @@ signals:
     void abandoned();
 
 private:
+    std::unique_ptr<WebEngineControl> newEngine(QWidget* parent);
+    /// The engine begun, or a new one.
+    std::unique_ptr<WebEngineControl> nextEngine(QWidget* parent);
+    void dropBegun();
     void applySettings();
     void addReportScript();
     /// Switches the spell check on for the user's languages, if there are dictionaries.
@@ -63,6 +70,9 @@ private:
     std::unique_ptr<QWebEngineProfile> m_profile;
     /// Owns all pages, and goes before the profile.
     std::unique_ptr<QObject> m_pages;
+    /// The engine that has no window yet, and what it is in meanwhile; null without one.
+    std::unique_ptr<QWidget> m_nowhere;
+    std::unique_ptr<WebEngineControl> m_begun;
     std::unique_ptr<ProfileServices> m_services;
     int m_engines = 0;
 };

@@ -21,6 +21,8 @@
 #include <QWebEngineSettings>
 #include <QWebEngineView>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,6 +32,11 @@ namespace {
 constexpr std::chrono::seconds longestPending(3);
 
 const QUrl blank(u"about:blank"_s);
+
+bool isPage(const QUrl& url)
+{
+    return url.isValid() && isForEngine(url) && !isForDesktop(url) && !isScript(url);
+}
 
 /// Makes the browser window that `widget` is in the active one of the frame.
 void activateWindowOf(QWidget* widget)
@@ -167,6 +174,16 @@ void WebEngineControl::announceSound()
                                                  : Sound::None);
 }
 
+void WebEngineControl::begin(const QString& typed)
+{
+    QUrl url;
+    ignoringErrors([&] { url = m_resolve(typed); });
+    if (!isPage(url))
+        return;
+    m_begun = typed;
+    handOver(typed, false);
+}
+
 void WebEngineControl::Navigate(const QString& url)
 {
     navigate(url, false);
@@ -179,6 +196,8 @@ void WebEngineControl::NavigateTyped(const QString& url)
 
 void WebEngineControl::navigate(const QString& typed, bool mayBeScript)
 {
+    if (const QString begun = std::exchange(m_begun, {}); !begun.isEmpty() && begun == typed)
+        return;
     m_pending = Pending::InEventLoop;
     QTimer::singleShot(0, this, [this, typed, mayBeScript, number = ++m_navigations] {
         // Meanwhile it may have been stopped, or another navigation taken its place.
@@ -207,7 +226,7 @@ void WebEngineControl::handOver(const QString& typed, bool mayBeScript)
         emit m_page->desktopAddressWanted(url, true);
     } else if (isScript(url) && mayBeScript) {
         m_page->load(url);
-    } else if (url.isValid() && isForEngine(url) && !isScript(url)) {
+    } else if (isPage(url)) {
         m_leaving.by([this, url] { m_page->load(url); });
     } else {
         m_noAddress = typed;

@@ -45,6 +45,10 @@ public:
     ~WebEngineControl() override;
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
+    /// Begins to load what `Navigate` will be asked for next: that call finds the load on its way.
+    /// To be called before any other operation. What is no address of a page is left to `Navigate`.
+    void begin(const QString& typed);
+
     void Navigate(const QString& url) override;
     void NavigateTyped(const QString& url) override;
     void GoBack() override;
@@ -72,6 +76,7 @@ public:
     /// it; a covered view costs as much as any other (seen with Qt 6.4).
     void PageSeen(bool isSeen) override;
     QWebEngineView* view() const;
+    WebEnginePage* page() const { return m_page; }
 
 private:
     void connectLoading();
@@ -112,6 +117,8 @@ private:
     Pending m_pending = Pending::Nothing;
     /// Counts the navigations asked for.
     quint32 m_navigations = 0;
+    /// What is being loaded although nobody has asked for it yet.
+    QString m_begun;
     /// The last text that was no address.
     QString m_noAddress;
     /// The address under which the error page that was shown last has reported itself.
