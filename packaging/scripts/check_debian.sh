@@ -69,8 +69,8 @@ install_package() {
     mv "$folder"/user/var/cache/apt/archives/*.deb "$folder/fresh/var/cache/apt/archives/" 2>/dev/null || true
     rm -rf "$folder/user"
     cp -a "$folder/fresh" "$folder/user"
-    cp "${packages[@]}" "$folder/user/root/"
-    "$in_root" "$folder/user" apt-get -q -y install /root/tessera_5.3.5_amd64.deb
+    cp "${packages[@]}" "$folder/user/srv/"
+    "$in_root" "$folder/user" apt-get -q -y install /srv/tessera_5.3.5_amd64.deb
     if "$in_root" "$folder/user" bash -c 'command -v c++ g++ cc gcc clang'; then
         die "there is a compiler"
     fi
@@ -93,7 +93,7 @@ try_package() {
         kill -0 "${pids[@]}"
         sleep 0.2
     done
-    apt-get -q -y install /root/tessera_5.3.6_amd64.deb
+    apt-get -q -y install /srv/tessera_5.3.6_amd64.deb
     touch /tmp/trial/go
     for pid in "${pids[@]}"; do
         wait "$pid"

@@ -13,7 +13,7 @@ is_hardened() {
         grep -q 'GNU_STACK.* RW ' <<<"$segments" && not grep -q '\.symtab' <(readelf -SW "$1")
 }
 
-# Versions before 0.27 know neither the key nor the number of the specification that has it.
+# Versions before 0.27 know neither the key nor the version of desktop files that has it.
 valid_desktop_file() {
     if desktop-file-validate "$1" >/dev/null; then
         return
