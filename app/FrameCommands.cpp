@@ -291,7 +291,7 @@ void FrameCommands::addPageToArchive()
 {
     const frmBrowser* active = m_frame.activeBrowser();
     const QString address = active == nullptr ? QString() : active->address();
-    if (address.isEmpty())
+    if (active == nullptr || address.isEmpty())
         m_frame.statusText(u"Hier ist keine Seite, die ins Archiv kann."_s);
     else
         addToArchive(active->pageTitle(), address);

@@ -21,7 +21,7 @@ QString programFolder(const QString& beside, const QString& dataFolder)
     if (!isPackaged &&
         (QFileInfo(beside).isWritable() || isOfThisUser(QFileInfo(beside + u"/Pref.tsp"_s))))
         return beside;
-    const QString own = dataFolder + u"/tessera-program"_s;
+    QString own = dataFolder + u"/tessera-program"_s;
     QDir().mkpath(own); // where that fails, each file that cannot be written is told of
     return own;
 }

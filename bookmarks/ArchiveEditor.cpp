@@ -84,7 +84,7 @@ ArchiveEditor::Place ArchiveEditor::resolve(const QModelIndex& node) const
 
 QString ArchiveEditor::load()
 {
-    const QString problem = m_files.load();
+    QString problem = m_files.load();
     m_tree.build(m_files.shownFolders().get());
     m_steps.clear();
     return problem;
@@ -92,7 +92,7 @@ QString ArchiveEditor::load()
 
 QString ArchiveEditor::save()
 {
-    const QString problem = m_files.save();
+    QString problem = m_files.save();
     m_steps.noteSaved(problem.isEmpty());
     return problem;
 }

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 bool holds(const Thema& folder, const QString& url)
 {
-    const auto bookmarks = folder.colBookmark();
+    const auto& bookmarks = folder.colBookmark();
     return bookmarks &&
            std::any_of(bookmarks->begin(), bookmarks->end(),
                        [&url](const auto& bookmark) { return bookmark->Url() == url; });

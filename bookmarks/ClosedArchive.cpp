@@ -4,7 +4,7 @@
 
 QString ClosedArchive::load()
 {
-    const QString problem = m_editor.load();
+    QString problem = m_editor.load();
     // The default archive is shown from the next load on.
     if (problem.isEmpty() && !m_files.shownFolders())
         m_editor.load();
