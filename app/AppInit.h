@@ -32,8 +32,7 @@ public:
 
     /// Takes what a second start brings. The address also goes to the clipboard; a start
     /// without an address, or with the word of a desktop action, brings the frame to the front.
-    /// False, with nothing done, when
-    /// the frame is closing: the second start takes its place.
+    /// False, with nothing done, when the frame is closing: the second start takes its place.
     bool takeOver(const SecondStart& start);
     /// The frame's hook: handles the message `InstanceMessage::Number::HandOver` and
     /// returns true; any other message is not its business. While drops are off the

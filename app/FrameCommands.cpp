@@ -44,6 +44,7 @@ qsizetype longestTitleIn(const QMenu& menu, qsizetype windows)
     return columns == 1 ? longestListTitle
                         : std::clamp<qsizetype>(letters - besideTitle, 10, longestListTitle);
 }
+
 /// Runs `action` when the window has been put into its place, or a second later: a dialog would
 /// not find the middle of a window that has just been opened. Not at all if it goes before.
 void runWhenPlaced(QWidget& window, const std::function<void()>& action,

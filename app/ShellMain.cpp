@@ -198,6 +198,8 @@ int run(QApplication& application, const ShellStart& start)
     new DarkTitles::Watch(&frame);
     engines.serve(frame, &frame);
     frame.addEndCheck([&engines] { return engines.mayEnd(); });
+    QObject::connect(&frame, &MDIForm1::unloaded, &frame,
+                     [&engines] { engines.cancelDownloads(); });
     QObject::connect(&frame, &MDIForm1::unloaded, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
 

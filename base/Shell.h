@@ -45,7 +45,7 @@ public:
 
     virtual Prefer& preferences() = 0;
     virtual Prompt& prompt() = 0;
-    /// The folder of the executable, without trailing separator.
+    /// The folder with preferences and archive, without trailing separator.
     virtual const QString& programFolder() const = 0;
     /// The folder of the program in the user's data, without trailing separator; empty where
     /// nothing is to be kept there.

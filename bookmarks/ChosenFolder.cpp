@@ -8,14 +8,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-bool holds(const Thema& folder, const QString& url)
-{
-    const auto& bookmarks = folder.colBookmark();
-    return bookmarks &&
-           std::any_of(bookmarks->begin(), bookmarks->end(),
-                       [&url](const auto& bookmark) { return bookmark->Url() == url; });
-}
-
 QString quoted(const QString& name)
 {
     return u'„' + oneLineText(name) + u'“';
@@ -68,7 +60,7 @@ QStringList ChosenFolder::foldersWith(const QString& url) const
     QStringList names;
     for (int row = 0; row < tree.rowCount(tree.root()); ++row) {
         const auto folder = tree.folder(tree.index(row, 0, tree.root()));
-        if (holds(*folder, url))
+        if (folder->holds(url))
             names << folder->DirName();
     }
     return names;

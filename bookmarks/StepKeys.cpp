@@ -11,39 +11,30 @@ StepKeys::StepKeys(ArchiveSteps& steps, CommandRunner& runner, ArchiveView& view
                    ArchiveStatus& status)
     : QObject(&view), m_steps(steps), m_runner(runner), m_view(view), m_status(status)
 {
-    connect(&view, &ArchiveView::takeBackPressed, this,
-            [this] { m_runner.run([this] { takeBack(); }); });
-    connect(&view, &ArchiveView::repeatPressed, this,
-            [this] { m_runner.run([this] { repeat(); }); });
+    connect(&view, &ArchiveView::takeBackPressed, this, [this] {
+        step(&ArchiveSteps::takeBack, u"Zurückgenommen: "_s, u"Es gibt nichts zurückzunehmen."_s);
+    });
+    connect(&view, &ArchiveView::repeatPressed, this, [this] {
+        step(&ArchiveSteps::repeat, u"Wiederholt: "_s, u"Es gibt nichts zu wiederholen."_s);
+    });
 }
 
-void StepKeys::takeBack()
+void StepKeys::step(Moved (ArchiveSteps::*how)(), const QString& done, const QString& nothing)
 {
-    const auto moved = move(&ArchiveSteps::takeBack);
-    if (moved)
-        show(*moved, u"Zurückgenommen: "_s);
-    else
-        m_status.showText(u"Es gibt nichts zurückzunehmen."_s);
-}
-
-void StepKeys::repeat()
-{
-    const auto moved = move(&ArchiveSteps::repeat);
-    if (moved)
-        show(*moved, u"Wiederholt: "_s);
-    else
-        m_status.showText(u"Es gibt nichts zu wiederholen."_s);
+    m_runner.run([&, this] {
+        const Moved moved = move(how);
+        if (!moved) {
+            m_status.showText(nothing);
+            return;
+        }
+        m_view.reachNode(moved->node);
+        m_status.showText(done + moved->text);
+        m_runner.tell(moved->problem);
+    });
 }
 
 StepKeys::Moved StepKeys::move(Moved (ArchiveSteps::*how)())
 {
     const WaitPointer wait(m_view.window());
     return (m_steps.*how)();
-}
-
-void StepKeys::show(const ArchiveSteps::Moved& moved, const QString& done)
-{
-    m_view.reachNode(moved.node);
-    m_status.showText(done + moved.text);
-    m_runner.tell(moved.problem);
 }

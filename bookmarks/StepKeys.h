@@ -19,10 +19,9 @@ public:
 private:
     using Moved = std::optional<ArchiveSteps::Moved>;
 
-    void takeBack();
-    void repeat();
+    /// Steps by `how`; the status line says `done` and what, or `nothing`.
+    void step(Moved (ArchiveSteps::*how)(), const QString& done, const QString& nothing);
     Moved move(Moved (ArchiveSteps::*how)());
-    void show(const ArchiveSteps::Moved& moved, const QString& done);
 
     ArchiveSteps& m_steps;
     CommandRunner& m_runner;

@@ -4,6 +4,8 @@
 #include "base/WholeNumber.h"
 #include "bookmarks/ArchiveRecords.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 qint16 Thema::GetNewKey()
@@ -52,6 +54,13 @@ void Thema::LoadBookmarks()
         m_loadError = error.text();
         throw;
     }
+}
+
+bool Thema::holds(const QString& url) const
+{
+    return m_colBookmark &&
+           std::any_of(m_colBookmark->begin(), m_colBookmark->end(),
+                       [&url](const auto& bookmark) { return bookmark->Url() == url; });
 }
 
 void Thema::DirName(const QString& value)

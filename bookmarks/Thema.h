@@ -43,6 +43,8 @@ public:
     /// The bookmarks in display order; null until some are loaded or assigned.
     void colBookmark(const std::shared_ptr<BookmarkCollection>& value) { m_colBookmark = value; }
     const std::shared_ptr<BookmarkCollection>& colBookmark() const { return m_colBookmark; }
+    /// Whether one of the bookmarks has exactly this address.
+    bool holds(const QString& url) const;
     /// Bare name of the folder's file.
     void FileName(const QString& value) { m_fileName = value; }
     const QString& FileName() const { return m_fileName; }

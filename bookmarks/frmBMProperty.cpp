@@ -18,8 +18,6 @@
 #include <QRegularExpression>
 #include <QValidator>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -189,12 +187,7 @@ bool frmBMProperty::IsInputComplete() const
 bool frmBMProperty::IsUrlNew() const
 {
     const auto folder = m_place.selectedFolder();
-    if (!folder || !folder->colBookmark())
-        return true;
-    const BookmarkCollection& bookmarks = *folder->colBookmark();
-    const QString url = m_text2->text();
-    return std::none_of(bookmarks.begin(), bookmarks.end(),
-                        [&url](const auto& bookmark) { return bookmark->Url() == url; });
+    return !folder || !folder->holds(m_text2->text());
 }
 
 void frmBMProperty::StoreNewBookmark()

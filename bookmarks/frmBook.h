@@ -23,7 +23,7 @@ class TreeFind;
 struct BookmarkFile;
 
 /// The archive window: the archive as a tree, its menus and its commands. A free
-/// window above its owner that deletes itself when it closes.
+/// window that belongs to its owner and deletes itself when it closes.
 ///
 /// `bIsOpenBook` of the frame is true from construction until closing is done;
 /// whoever deletes the window without closing it has to clear the flag.

@@ -155,20 +155,22 @@ bool WebEngineHost::mayEnd()
     int open = 0;
     for (const WebProfile* profile : profiles())
         open += profile->services()->openDownloads();
-    if (open > 0) {
-        const PromptTurns::Hold hold(m_turns);
-        const DropsDisabled guard(*m_shell);
-        const Prompt::Question question{.title = u"Meldung"_s,
-                                        .text = questionAboutDownloads(open),
-                                        .accept = u"&Ja"_s,
-                                        .refuse = u"&Nein"_s,
-                                        .isRisky = true};
-        if (!m_shell->prompt().ask(m_frame, question).isAccepted)
-            return false;
-    }
+    if (open == 0)
+        return true;
+    const PromptTurns::Hold hold(m_turns);
+    const DropsDisabled guard(*m_shell);
+    const Prompt::Question question{.title = u"Meldung"_s,
+                                    .text = questionAboutDownloads(open),
+                                    .accept = u"&Ja"_s,
+                                    .refuse = u"&Nein"_s,
+                                    .isRisky = true};
+    return m_shell->prompt().ask(m_frame, question).isAccepted;
+}
+
+void WebEngineHost::cancelDownloads()
+{
     for (const WebProfile* profile : profiles())
         profile->services()->cancelDownloads();
-    return true;
 }
 
 void WebEngineHost::endService()

@@ -51,9 +51,10 @@ public:
     /// Makes the services of the profile. Services work with the frame as `shell`, with its
     /// window `frame`, which must not have been shown yet. Both outlive every engine.
     void serve(Shell& shell, QWidget* frame);
-    /// Whether the program may end; asks the user if downloads would be lost, which are broken
-    /// off if he agrees.
+    /// Whether the program may end; asks the user if downloads would be lost.
     bool mayEnd();
+    /// Breaks the downloads off, as the program ends.
+    void cancelDownloads();
     /// Ends the services of all profiles. To be called before the frame goes.
     void endService();
 

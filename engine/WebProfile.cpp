@@ -132,8 +132,8 @@ void WebProfile::begin(const QString& address)
     connect(m_begun->page(), &WebEnginePage::navigationStarting, &start, &QEventLoop::quit,
             Qt::QueuedConnection);
     QTimer::singleShot(untilStarted, &start, &QEventLoop::quit);
-    m_begun->begin(address);
-    start.exec(QEventLoop::ExcludeUserInputEvents);
+    if (m_begun->begin(address))
+        start.exec(QEventLoop::ExcludeUserInputEvents);
     QTimer::singleShot(0, this, &WebProfile::dropBegun);
 }
 

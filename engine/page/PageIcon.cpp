@@ -1,7 +1,5 @@
 #include "engine/page/PageIcon.h"
 
-#include <QWebEngineHistory>
-
 #include <chrono>
 
 namespace {
@@ -15,14 +13,7 @@ PageIcon::PageIcon(QWebEnginePage& page) : QObject(&page), m_page(page)
     connect(&page, &QWebEnginePage::iconChanged, this, &PageIcon::tellSoon);
     // After a download the engine has no icon left to take away from the next page.
     connect(&page, &QWebEnginePage::loadFinished, this, &PageIcon::tellSoon);
-    connect(&page, &QWebEnginePage::loadStarted, this, [this] { m_before = shown(); });
-}
-
-WebCommit PageIcon::shown() const
-{
-    const QWebEngineHistory& history = *m_page.history();
-    const QWebEngineHistoryItem item = history.currentItem();
-    return {history.currentItemIndex(), item.url(), item.lastVisited()};
+    connect(&page, &QWebEnginePage::loadStarted, this, [this] { m_before = commitShown(m_page); });
 }
 
 void PageIcon::tellSoon()
@@ -39,7 +30,7 @@ void PageIcon::tell()
     const QIcon icon = m_page.icon();
     // A load that becomes a download leaves the page where it is, and the engine without the
     // icon. One that has shown nothing yet may still do so.
-    if (icon.isNull() && shown() == m_before) {
+    if (icon.isNull() && commitShown(m_page) == m_before) {
         if (m_page.isLoading())
             m_timer.start(leastTime);
         return;

@@ -20,7 +20,6 @@ signals:
     void changed(const QIcon& icon);
 
 private:
-    WebCommit shown() const;
     void tell();
     void tellSoon();
 

@@ -3,7 +3,6 @@
 #include "engine/page/WebEnginePage.h"
 
 #include <QTimer>
-#include <QWebEngineHistory>
 
 #include <utility>
 
@@ -23,7 +22,7 @@ PageLeaving::PageLeaving(WebEnginePage& page) : m_page(page)
 void PageLeaving::by(const std::function<void()>& step)
 {
     m_step = step;
-    m_left = shown();
+    m_left = commitShown(m_page);
     emit m_page.userLeaves(); // may end the page
     if (!m_isEnding)
         step();
@@ -31,12 +30,5 @@ void PageLeaving::by(const std::function<void()>& step)
 
 void PageLeaving::goOnAfterEnd()
 {
-    m_isEnding = m_step && m_left == shown();
-}
-
-WebCommit PageLeaving::shown() const
-{
-    const QWebEngineHistory& history = *m_page.history();
-    const QWebEngineHistoryItem item = history.currentItem();
-    return {history.currentItemIndex(), item.url(), item.lastVisited()};
+    m_isEnding = m_step && m_left == commitShown(m_page);
 }

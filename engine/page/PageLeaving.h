@@ -22,7 +22,6 @@ public:
 
 private:
     void goOnAfterEnd();
-    WebCommit shown() const;
 
     WebEnginePage& m_page;
     std::function<void()> m_step;

@@ -174,14 +174,15 @@ void WebEngineControl::announceSound()
                                                  : Sound::None);
 }
 
-void WebEngineControl::begin(const QString& typed)
+bool WebEngineControl::begin(const QString& typed)
 {
     QUrl url;
     ignoringErrors([&] { url = m_resolve(typed); });
     if (!isPage(url))
-        return;
+        return false;
     m_begun = typed;
     handOver(typed, false);
+    return true;
 }
 
 void WebEngineControl::Navigate(const QString& url)
@@ -370,16 +371,15 @@ WebPageState WebEngineControl::pageState() const
 {
     if (!m_page)
         return {};
-    const QWebEngineHistory& history = *m_page->history();
-    const QWebEngineHistoryItem item = history.currentItem();
+    const WebCommit commit = commitShown(*m_page);
     QUrl url = m_page->url();
     // A document may report itself before the page's address has followed it (seen with
     // Qt 6.8).
-    const bool isErrorPage = WebErrorPage::isContent(item.url());
+    const bool isErrorPage = WebErrorPage::isContent(commit.url);
     const bool isBehind = isErrorPage != WebErrorPage::isAt(url) || url.isEmpty();
-    if (isBehind && !item.url().isEmpty() && item.url().scheme() != "about"_L1)
-        url = isErrorPage ? m_errorPage : item.url();
-    return {url, m_page->title(), {history.currentItemIndex(), item.url(), item.lastVisited()}};
+    if (isBehind && !commit.url.isEmpty() && commit.url.scheme() != "about"_L1)
+        url = isErrorPage ? m_errorPage : commit.url;
+    return {url, m_page->title(), commit};
 }
 
 void WebEngineControl::announceNavigation(const QUrl& url, bool isMainFrame)

@@ -46,8 +46,9 @@ public:
     Q_DISABLE_COPY_MOVE(WebEngineControl)
 
     /// Begins to load what `Navigate` will be asked for next: that call finds the load on its way.
-    /// To be called before any other operation. What is no address of a page is left to `Navigate`.
-    void begin(const QString& typed);
+    /// To be called before any other operation. What is no address of a page is left to `Navigate`:
+    /// false.
+    bool begin(const QString& typed);
 
     void Navigate(const QString& url) override;
     void NavigateTyped(const QString& url) override;

@@ -3,6 +3,8 @@
 #include "engine/page/WebEnginePage.h"
 #include "engine/page/WebErrorPage.h"
 
+#include <QWebEngineHistory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -33,6 +35,13 @@ bool isAddressAsShown(const QString& title, const QUrl& url)
     if (url.isLocalFile())
         return readable(title) == readable(url.fileName(QUrl::FullyEncoded));
     return readable(title) == readable(url.toString(QUrl::RemoveUserInfo));
+}
+
+WebCommit commitShown(const QWebEnginePage& page)
+{
+    const QWebEngineHistory& history = *page.history();
+    const QWebEngineHistoryItem item = history.currentItem();
+    return {history.currentItemIndex(), item.url(), item.lastVisited()};
 }
 
 QString shownAddress(const WebPageState& page)

@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+class QWebEnginePage;
 struct FrameReport;
 
 /// The last navigation of a page that got somewhere.
@@ -20,6 +21,9 @@ struct WebCommit {
 
     bool operator==(const WebCommit& other) const = default;
 };
+
+/// That of what `page` shows.
+WebCommit commitShown(const QWebEnginePage& page);
 
 /// A page at the moment of one of its signals.
 struct WebPageState {

@@ -38,7 +38,7 @@ private slots:
     {
         m_world->closeWindows();
         QTRY_COMPARE(waiting(), QStringList());
-        m_world->mayEnd();
+        m_world->cancelDownloads();
         m_world->shell.fakePrompt.takeTexts();
         m_world.reset();
     }
@@ -320,6 +320,8 @@ private:
             return Prompt::Answer{.isAccepted = question.isRisky};
         };
         QVERIFY(m_world->mayEnd());
+        QVERIFY(states().contains(u"Wird geladen"_s)); // something else may keep the program
+        m_world->cancelDownloads();
     }
     QStringList files() const
     {

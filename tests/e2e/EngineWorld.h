@@ -115,6 +115,7 @@ public:
     void closeWindows() { qDeleteAll(frame.findChildren<EngineWindow*>()); }
     /// Whether the program may end, for the engines' part.
     bool mayEnd() { return m_host.mayEnd(); }
+    void cancelDownloads() { m_host.cancelDownloads(); }
 
     LoopbackServer server;
     FakeShell shell;
