@@ -136,6 +136,7 @@ ArchiveMenus::ArchiveMenus(QMainWindow* window, const ArchiveView& view)
     }};
     for (const MenuEntry& entry : entries)
         add(entry, window->menuBar());
+    showKey(u"mn_Speichern"_s, QKeySequence::Save);
     showKey(u"mn_AttrOrdner"_s, Qt::Key_F2);
     showKey(u"mn_OpenBkm"_s, Qt::Key_Return);
     showKey(u"mn_Loeschen"_s, Qt::Key_Delete);

@@ -207,7 +207,9 @@ void ArchiveView::keyPressEvent(QKeyEvent* event)
     default:
         break;
     }
-    if (event->matches(QKeySequence::Undo))
+    if (event->matches(QKeySequence::Save))
+        emit savePressed();
+    else if (event->matches(QKeySequence::Undo))
         emit takeBackPressed();
     else if (event->matches(QKeySequence::Redo) || pressedWithCtrl(*event, Qt::Key_Y))
         emit repeatPressed();

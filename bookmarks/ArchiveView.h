@@ -46,6 +46,8 @@ signals:
     /// F2.
     void renamePressed();
     void deletePressed();
+    /// Ctrl+S.
+    void savePressed();
     /// Ctrl+Z.
     void takeBackPressed();
     /// Ctrl+Shift+Z or Ctrl+Y.

@@ -87,8 +87,10 @@ void frmBook::buildCommands()
         // What could not be written exists only in memory: a load would throw it away.
         {u"mn_Speichern"_s,
          [this] {
-             if (saveArchive())
-                 loadArchive();
+             if (!saveArchive())
+                 return;
+             loadArchive();
+             m_status->showText(u"Gespeichert"_s);
          }},
         {u"mn_ExpTxt"_s, exportArchive(u"Text"_s)},
         {u"mn_ExpHtml"_s, exportArchive({})},
@@ -128,6 +130,7 @@ void frmBook::connectView(const HistoryCollection& history)
 {
     connect(m_view, &ArchiveView::escapePressed, this, &frmBook::close);
     connect(m_view, &ArchiveView::renamePressed, this, runItem(u"mn_AttrOrdner"_s));
+    connect(m_view, &ArchiveView::savePressed, this, runItem(u"mn_Speichern"_s));
     connect(m_view, &ArchiveView::deletePressed, this, runItem(u"mn_Loeschen"_s));
     connect(m_view, &ArchiveView::openWanted, this, runItem(u"mn_OpenBkm"_s));
     connect(m_view, &ArchiveView::nodeReached, m_status, &ArchiveStatus::showNode);

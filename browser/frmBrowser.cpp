@@ -308,9 +308,15 @@ void frmBrowser::busyTick()
 
 void frmBrowser::showIcon(const QIcon& given)
 {
-    const QIcon icon = onTile(given);
+    QIcon icon = onTile(given);
+    ignoringErrors([&] {
+        const QString address = m_engine->LocationURL();
+        m_frame.icons().remember(address, icon);
+        // The engine has none for a page that was reopened with its pages back and forth (seen
+        // with Qt 6.4.2).
+        icon = m_frame.icons().icon(address);
+    });
     m_caption.showIcon(icon);
-    ignoringErrors([&] { m_frame.icons().remember(m_engine->LocationURL(), icon); });
 }
 
 QString frmBrowser::locationName() const

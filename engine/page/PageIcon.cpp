@@ -30,7 +30,7 @@ void PageIcon::tell()
     const QIcon icon = m_page.icon();
     // A load that becomes a download leaves the page where it is, and the engine without the
     // icon. One that has shown nothing yet may still do so.
-    if (icon.isNull() && commitShown(m_page) == m_before) {
+    if (icon.isNull() && m_page.iconUrl().isEmpty() && commitShown(m_page) == m_before) {
         if (m_page.isLoading())
             m_timer.start(leastTime);
         return;

@@ -39,6 +39,11 @@ private slots:
                 icon("rgb(${++n % 250},0,0)") +
                 "`; if (n > 999) { clearInterval(timer); i.href = `" + icon("lime") +
                 "` } })</script><body><a href=/file style='position:fixed;inset:0'></a>");
+        m_server->page(u"/still"_s, "<title>See</title><link rel=icon href=aqua>");
+        const QByteArray aqua = icon("aqua");
+        m_server->answer(u"/aqua"_s,
+                         {.body = QByteArray::fromPercentEncoding(aqua.mid(aqua.indexOf('<'))),
+                          .type = "image/svg+xml"});
         m_server->answer(u"/file"_s, {.body = "x",
                                       .type = "application/octet-stream",
                                       .headers = "Content-Disposition: attachment\r\n"});
@@ -59,9 +64,16 @@ private slots:
         QTest::qWait(2000);
         QCOMPARE(User::colourAt(corner), QColor("lime"));
         User::press(u"ctrl+l"_s);
+        User::enter(m_server->address(u"/still"_s));
+        QTRY_COLOUR(corner, "aqua");
+        User::press(u"ctrl+w"_s);
+        QTRY_SEES(title());
+        User::press(u"ctrl+shift+t"_s);
+        const QPoint childCorner = User::place(title()).topLeft() + QPoint(12, 12);
+        QTRY_COLOUR(childCorner, "aqua");
+        User::press(u"ctrl+l"_s);
         User::enter(m_server->address(u"/red"_s));
-        QTRY_SEES(maximised(u"Rot"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor("lime"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(childCorner) != QColor("aqua"), patience);
         User::press(u"alt+x b"_s);
         QTRY_SEES(u"Bookmark Archiv"_s);
         User::press(u"Down asterisk"_s);
