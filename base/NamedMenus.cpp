@@ -6,7 +6,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
-NamedMenus::NamedMenus(QMainWindow* window) : QObject(window), m_window(window)
+NamedMenus::NamedMenus(QMainWindow* window) : QObject(window)
 {
     window->menuBar()->setNativeMenuBar(false);
     window->menuBar()->installEventFilter(this);
@@ -16,9 +16,11 @@ QAction* NamedMenus::add(const MenuEntry& entry, QWidget* top)
 {
     const QString name = entry.name.toString();
     const QString role = entry.reportedRole();
+    QWidget* const place = entry.under.isEmpty() ? top : item(entry.under.toString())->menu();
     QAction* action = nullptr;
     if (entry.kind == MenuEntry::Kind::Menu) {
-        auto* menu = new QMenu(entry.caption.toString(), m_window);
+        // Wayland wants to know from which menu another one opens: that is its parent.
+        auto* menu = new QMenu(entry.caption.toString(), place);
         menu->setObjectName(name);
         menu->installEventFilter(this);
         connect(menu, &QMenu::aboutToShow, this, [this, role] { emit opening(role); });
@@ -33,10 +35,7 @@ QAction* NamedMenus::add(const MenuEntry& entry, QWidget* top)
     }
     action->setObjectName(name);
     m_items.insert(name, action);
-    if (entry.under.isEmpty())
-        top->addAction(action);
-    else
-        item(entry.under.toString())->menu()->addAction(action);
+    place->addAction(action);
     return action;
 }
 

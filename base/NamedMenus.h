@@ -50,7 +50,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QMainWindow* m_window;
     QHash<QString, QAction*> m_items;
     QList<QKeySequence> m_shownKeys;
 };
