@@ -15,7 +15,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QClipboard>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -110,7 +109,7 @@ bool AppInit::takeOver(const SecondStart& start)
         if (!role.isEmpty())
             runLater(role);
     } else {
-        QGuiApplication::clipboard()->setText(start.address);
+        m_clipboard.put(start.address);
         WindowProc(handOverMessage, start.address);
     }
     startupNotice::end(startupId);

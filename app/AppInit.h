@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AddressToClipboard.h"
 #include "base/Prefer.h"
 #include "browser/frmBrowser.h"
 
@@ -50,6 +51,7 @@ private:
     void openBrowser(const QString& address);
 
     QElapsedTimer m_questionShown;
+    AddressToClipboard m_clipboard;
     Prefer m_prefer;
     std::unique_ptr<MDIForm1> m_frame;
     FrameCommands* m_commands;
