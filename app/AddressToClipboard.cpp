@@ -1,5 +1,7 @@
 #include "app/AddressToClipboard.h"
 
+#include "app/StartupNotice.h"
+
 #include <QClipboard>
 #include <QEvent>
 #include <QGuiApplication>
@@ -8,7 +10,7 @@
 
 void AddressToClipboard::put(const QString& text)
 {
-    if (!QGuiApplication::platformName().startsWith(QStringLiteral("wayland"))) {
+    if (!startupNotice::isWayland()) {
         QGuiApplication::clipboard()->setText(text);
         return;
     }

@@ -105,7 +105,10 @@ bool AppInit::takeOver(const SecondStart& start)
     if (toFront || m_frame->isMinimized())
         startupNotice::letToFront(*m_frame, start.activationToken.toUtf8(), startupId);
     if (toFront) {
-        m_frame->bringToFront();
+        // Under Wayland the token is good for one window: that which the action opens, if any.
+        const bool opensWindow = role == "mn_Bookmarks"_L1 || role == "mn_Historie"_L1;
+        if (!opensWindow || !startupNotice::isWayland())
+            m_frame->bringToFront();
         if (!role.isEmpty())
             runLater(role);
     } else {
@@ -121,6 +124,8 @@ void AppInit::runLater(const QString& role)
     QTimer::singleShot(0, m_frame.get(), [this, role] {
         if (!m_frame->isUnloading() && QApplication::activeModalWidget() == nullptr)
             m_commands->run(role);
+        if (startupNotice::isTokenLeft())
+            m_frame->bringToFront();
     });
 }
 

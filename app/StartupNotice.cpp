@@ -48,6 +48,11 @@ xcb_timestamp_t timeOf(const QByteArray& startupId)
 
 } // namespace
 
+bool startupNotice::isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+}
+
 void startupNotice::prepare()
 {
     // A variable that is set again takes its old place in the list of variables, so that
@@ -63,8 +68,7 @@ void startupNotice::letToFront(const QWidget& window, const QByteArray& activati
 {
     // Qt takes a token from this variable only (6.4, 6.8). Before this is removed, look for
     // another way to give QWindow::requestActivate() a token.
-    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")) &&
-        !activationToken.isEmpty())
+    if (isWayland() && !activationToken.isEmpty())
         qputenv(tokenVariable, activationToken);
     xcb_connection_t* const x11 = display();
     const xcb_timestamp_t time = timeOf(startupId);
@@ -86,6 +90,11 @@ void startupNotice::letToFront(const QWidget& window, const QByteArray& activati
     sendToRoot(x11, message,
                XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     xcb_flush(x11);
+}
+
+bool startupNotice::isTokenLeft()
+{
+    return isWayland() && qEnvironmentVariableIsSet(tokenVariable);
 }
 
 void startupNotice::end(const QByteArray& startupId)

@@ -9,6 +9,9 @@ class QWidget;
 /// display nothing happens.
 namespace startupNotice {
 
+/// Whether the program's windows are shown under Wayland.
+bool isWayland();
+
 /// Makes room in the environment for the tokens of second starts; to be called while the
 /// process has one thread.
 void prepare();
@@ -18,6 +21,9 @@ void prepare();
 /// action, which the id ends with.
 void letToFront(const QWidget& window, const QByteArray& activationToken,
                 const QByteArray& startupId);
+
+/// Whether no window has been activated with the last token yet (Wayland).
+bool isTokenLeft();
 
 /// The start is over: the pointer need no longer show that something is starting (X11).
 void end(const QByteArray& startupId);
