@@ -125,6 +125,7 @@ private slots:
         QVERIFY(canBePaused(table.at(0)) && !canGoOn(table.at(0)) && !canBeReloaded(table.at(0)));
         table.setPaused(id, true);
         QCOMPARE(table.summary(), u"1 Download, angehalten"_s);
+        QCOMPARE(table.openCount(), 1); // it would be lost
         QVERIFY(!canBePaused(table.at(0)) && canGoOn(table.at(0)));
         QCOMPARE(rows(table).constFirst(), u"a|40|4 Byte von 10 Byte|Angehalten"_s);
         table.finish(id, DownloadState::Failed, u"Pech."_s);

@@ -137,28 +137,6 @@ private slots:
         QTRY_COMPARE(waiting() + files(), QStringList());
     }
 
-    void pauses()
-    {
-        save(u"slow.bin"_s);
-        m_window->visit(u"/partial"_s);
-        QTRY_COMPARE(states(), QStringList{u"Wird geladen"_s});
-        QTRY_COMPARE(summary(), u"1 Download, 44 %"_s);
-        press("cmdPause");
-        QCOMPARE(states(), QStringList{u"Angehalten"_s});
-        QCOMPARE(summary(), u"1 Download, angehalten"_s);
-        m_world->server.goOn();
-        QTest::qWait(300);
-        QCOMPARE(states(), QStringList{u"Angehalten"_s});
-        m_world->shell.fakePrompt.onAsk = [](QWidget*, const Prompt::Question&) {
-            return Prompt::Answer{};
-        };
-        QVERIFY(!m_world->mayEnd()); // it would be lost
-        press("cmdPause");
-        QTRY_COMPARE(states(), QStringList{u"Fertig"_s});
-        QCOMPARE(bytesOf(m_folder->filePath(u"slow.bin"_s)), QByteArray(90000, 'x'));
-        QCOMPARE(summary(), QString());
-    }
-
     void cancelledIsLoadedAgain()
     {
         save(u"slow.bin"_s);
