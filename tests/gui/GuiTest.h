@@ -3,8 +3,6 @@
 #include "tests/TestCase.h"
 
 #include <QApplication>
-#include <QDropEvent>
-#include <QMimeData>
 #include <QPointer>
 
 /// A test case around one window at a time.
@@ -28,15 +26,3 @@ protected:
 private:
     QPointer<QWidget> m_shown;
 };
-
-/// Drops as the toolkit does; true when the widget takes a copy.
-inline bool dropOn(QWidget* widget, const QPoint& place, const QMimeData& offered)
-{
-    const auto actions = Qt::CopyAction | Qt::MoveAction;
-    QDragEnterEvent enter(place, actions, &offered, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &enter);
-    QDropEvent drop(place, actions, &offered, Qt::LeftButton, Qt::NoModifier);
-    if (enter.isAccepted())
-        QCoreApplication::sendEvent(widget, &drop);
-    return enter.isAccepted() && drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
-}
