@@ -30,6 +30,17 @@ inline std::shared_ptr<Thema> addThema(Book& book, const QString& path, qint32 s
     return folder;
 }
 
+/// Stores an archive of one folder, "Ordner", with these bookmarks, by title and address.
+inline void storeArchive(const QString& path, const QList<std::pair<QString, QString>>& bookmarks)
+{
+    Book book(path);
+    auto all = std::make_shared<BookmarkCollection>();
+    for (const auto& [title, address] : bookmarks)
+        all->Add(makeBookmark(0, title, address, {}));
+    addThema(book, path, 1, QStringLiteral("Ordner"))->colBookmark(all);
+    book.SaveAllThema();
+}
+
 inline void fillSample(Book& book, const QString& path)
 {
     const auto first = makeBookmark(2, QStringLiteral("Größe & \"Maß\""),

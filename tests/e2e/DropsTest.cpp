@@ -47,8 +47,7 @@ private slots:
         User::press(u"ctrl+l Return"_s); // not typed by hand, for all that
         QTest::qWait(1500);
         QVERIFY(User::sees(noAddress()));
-        User::press(u"ctrl+l"_s);
-        User::enter(u"javascript:void(document.title='Unfug')"_s);
+        User::typeAddress(u"javascript:void(document.title='Unfug')"_s);
         QTRY_SEES(maximised(u"Unfug"_s));
         QCOMPARE(m_program->startAndWait({u" JavaScript:document.title='Unfug'"_s}), 0);
         QTRY_SEES(title());
@@ -132,8 +131,11 @@ private:
     }
     static void shows(const QString& address)
     {
-        User::press(u"ctrl+l ctrl+c"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(), address, patience);
+        const auto copied = [] { // the page may take its time until the line has its address
+            User::press(u"ctrl+l ctrl+c"_s);
+            return QGuiApplication::clipboard()->text();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(copied(), address, patience);
     }
 
     /// xdotool counts it twice.

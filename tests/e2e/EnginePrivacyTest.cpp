@@ -17,10 +17,6 @@ private slots:
         safe.useTls(QFINDTESTDATA("localhost.pem"));
         safe.page(u"/safe"_s, "<title>Sicher</title>");
         m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
-        m_world.server.answer(u"/kept"_s,
-                              {.body = "<script>document.title = document.cookie || 'fremd';"
-                                       "document.cookie = 'k=1; max-age=99'</script>",
-                               .headers = "Cache-Control: max-age=9999\r\n"});
         const QString asking = page("<script>Notification.requestPermission()"
                                     ".then(answer => { document.title = answer })</script>");
         m_world.prompt.onLogIn = [] { return Prompt::LogIn{u"ich"_s, u"geheim"_s}; };
@@ -33,11 +29,9 @@ private slots:
         };
         QPointer<EngineWindow> window = m_window;
         for (int turn = 1; turn <= 3; ++turn) {
-            shows(window, m_world.server.address(u"/kept"_s), u"fremd"_s);
             shows(window, m_world.server.address(u"/locked"_s), u"Drin"_s);
             shows(window, safe.address(u"/safe"_s), u"Sicher"_s);
             shows(window, m_world.server.address(asking), u"granted"_s);
-            QCOMPARE(m_world.server.requests(u"/kept"_s), turn);
             QCOMPARE(m_world.prompt.questions.size(), 3 * turn);
             const QPointer<QWebEngineProfile> profile = profileOf(window);
             if (profile->isOffTheRecord())

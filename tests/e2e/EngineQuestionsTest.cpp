@@ -1,23 +1,11 @@
 #include "EngineWorld.h"
 
 #include <QDesktopServices>
-#include <QDialog>
 #include <QtTest>
 
 #include <csignal>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-using LogIns = QList<std::optional<Prompt::LogIn>>;
-
-Prompt::Answer agree(QWidget* /*parent*/, const Prompt::Question& /*question*/)
-{
-    return {.isAccepted = true};
-}
-
-} // namespace
 
 /// What pages ask their user, and what comes of each answer.
 class EngineQuestionsTest : public EngineTest {
@@ -26,20 +14,6 @@ public slots:
     void openOnDesktop(const QUrl& url) { m_opened << url; }
 
 private slots:
-    void logIn()
-    {
-        m_world.server.answer(u"/locked"_s, {.body = "<title>Drin</title>", .logIn = "ich:geheim"});
-        for (const auto& last : LogIns{{}, Prompt::LogIn{u"ich"_s, u"geheim"_s}}) {
-            LogIns answers{Prompt::LogIn{u"ich"_s, u"falsch"_s}, last};
-            m_world.prompt.questions.clear();
-            m_world.prompt.onLogIn = [&] { return answers.takeFirst(); };
-            m_window->visit(u"/locked"_s);
-            QTRY_COMPARE(m_window->engine().LocationName(), last ? u"Drin"_s : u"Gesperrt"_s);
-            const QString question = m_world.server.address({}) + u"|Keller"_s;
-            QCOMPARE(m_world.prompt.questions, QStringList({question, question + u"|not ich"_s}));
-        }
-    }
-
     void scripts()
     {
         m_world.prompt.onAsk = [](QWidget*, const Prompt::Question& question) {
@@ -66,17 +40,6 @@ private slots:
         QCOMPARE(m_world.prompt.questions.size(), 2);
         load(m_window, "<script>alert('again')</script>");
         QTRY_COMPARE(m_world.prompt.questions.size(), 3);
-    }
-
-    void certificateRefused()
-    {
-        LoopbackServer server;
-        // Of "localhost" and 127.0.0.1, from 2020 to 2068, issued by itself; and its key.
-        server.useTls(QFINDTESTDATA("localhost.pem"));
-        m_window->engine().Navigate(server.address(u"/plain"_s));
-        QTRY_COMPARE(m_window->engine().LocationName(), u"Unsichere Verbindung"_s);
-        QCOMPARE(m_world.prompt.questions.size(), 1);
-        QCOMPARE(m_window->engine().LocationURL(), server.address(u"/plain"_s));
     }
 
     void windowGoes()
@@ -113,34 +76,6 @@ private slots:
         QVERIFY(m_world.prompt.questions.constFirst().contains(u"Standort"_s));
     }
 
-    void leaving()
-    {
-        QVERIFY(!m_window->engine().AskToClose()); // nothing is there yet
-        m_world.prompt.onAsk = [](QWidget* parent, const Prompt::Question&) {
-            QDialog dialog(parent);
-            QTimer::singleShot(3000, &dialog, &QDialog::reject); // longer than a page is waited for
-            dialog.exec();
-            return Prompt::Answer();
-        };
-        EngineWindow* const other = m_world.open();
-        for (EngineWindow* const window : {m_window.get(), other}) {
-            window->raise();
-            window->visitAndWait(
-                page("<title>Formular</title><script>onbeforeunload = () => 'x'</script>"));
-            click(window);
-        }
-        QVERIFY(m_window->engine().AskToClose());
-        QVERIFY(other->engine().AskToClose());
-        QTRY_COMPARE_WITH_TIMEOUT(m_world.prompt.questions.size(), 2, 10000);
-        QVERIFY(m_world.prompt.questions.constFirst().startsWith(u"Diese Seite verlassen?"_s));
-        QTest::qWait(2500);
-        QCOMPARE(m_world.closings, 0);
-        m_world.prompt.onAsk = agree;
-        QVERIFY(other->engine().AskToClose());
-        QTRY_COMPARE(m_world.closings, 1);
-        QCOMPARE(m_world.prompt.questions.size(), 3);
-    }
-
     void hungPage()
     {
         visit("<title>Hängt</title>");
@@ -154,7 +89,7 @@ private slots:
     // Only a click leads to the desktop, and never to addresses of the program's own.
     void desktopLinks()
     {
-        m_world.prompt.onAsk = agree;
+        m_world.prompt.onAsk = [](auto&&...) { return Prompt::Answer{.isAccepted = true}; };
         for (const QString& address :
              {u"mailto:x@y"_s, u"tessera-error:address=x"_s, u"qrc:/x.html"_s}) {
             const QString scheme = address.section(u':', 0, 0);

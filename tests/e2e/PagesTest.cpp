@@ -1,23 +1,11 @@
 #include "base/Prefer.h"
-#include "bookmarks/ArchiveRecords.h"
+#include "tests/core/SampleArchive.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QDirIterator>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Megabytes that a process has in memory.
-int memoryOf(qint64 process)
-{
-    const QByteArray status = bytesOf(u"/proc/%1/status"_s.arg(process));
-    const qsizetype place = status.indexOf("VmRSS:") + 6;
-    return status.mid(place, status.indexOf("kB", place) - place).trimmed().toInt() / 1024;
-}
-
-} // namespace
 
 /// What pages do to their windows, and ask at the wrong moment or more than is good
 /// for their user.
@@ -47,13 +35,8 @@ private slots:
         m_server->answer(u"/file"_s, {.body = "x",
                                       .type = "application/octet-stream",
                                       .headers = "Content-Disposition: attachment\r\n"});
-        BookmarkCollection marked;
-        const auto bookmark = std::make_shared<Bookmark>();
-        bookmark->Url(m_server->address(u"/icon"_s).section(u'/', 2));
-        marked.Add(bookmark);
-        writeBytes(m_program->file(u"1.bkm"_s), writeBookmarks(marked));
-        writeBytes(m_program->file(u"Book.bkm"_s),
-                   writeThemaRecords({{1, 1, u"Ordner"_s, u"1.bkm"_s}}));
+        storeArchive(m_program->file(u"."_s),
+                     {{u"Wiese"_s, m_server->address(u"/icon"_s).section(u'/', 2)}});
         open(u"/icon"_s, u"Wiese"_s);
         const QPoint corner = User::place(maximised(u"Wiese"_s)).topLeft() + QPoint(7, -11);
         QTRY_COLOUR(corner, "lime");
@@ -63,16 +46,14 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Datei speichern unter"_s), patience);
         QTest::qWait(2000);
         QCOMPARE(User::colourAt(corner), QColor("lime"));
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/still"_s));
+        User::typeAddress(m_server->address(u"/still"_s));
         QTRY_COLOUR(corner, "aqua");
         User::press(u"ctrl+w"_s);
         QTRY_SEES(title());
         User::press(u"ctrl+shift+t"_s);
         const QPoint childCorner = User::place(title()).topLeft() + QPoint(12, 12);
         QTRY_COLOUR(childCorner, "aqua");
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/red"_s));
+        User::typeAddress(m_server->address(u"/red"_s));
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(childCorner) != QColor("aqua"), patience);
         User::press(u"alt+x b"_s);
         QTRY_SEES(u"Bookmark Archiv"_s);
@@ -101,30 +82,6 @@ private slots:
         QVERIFY(User::sees(maximised(u"Außen"_s)));
     }
 
-    void aSentFormIsAskedAbout()
-    {
-        m_server->page(u"/form"_s, "<title>Formular</title><form method=post action=/order>"
-                                   "<button style='position:fixed;inset:0'></form>");
-        m_server->page(u"/order"_s, "<title>Bestellt</title>");
-        open(u"/form"_s, u"Formular"_s);
-        User::click(User::place(maximised(u"Formular"_s)).center());
-        QTRY_SEES(maximised(u"Bestellt"_s));
-        const QString question = m_server->address({}); // the site asks
-        const auto answer = [&](const QString& keys) {
-            User::press(u"F5"_s);
-            QTRY_SEES(question);
-            User::press(keys);
-            QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
-            QTest::qWait(300);
-        };
-        answer(u"Escape"_s);
-        answer(u"Return"_s); // the safe answer is the default one
-        QCOMPARE(m_server->requests(u"/order"_s), 1);
-        answer(u"alt+e"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/order"_s), 2, patience);
-        QTRY_SEES(maximised(u"Bestellt"_s));
-    }
-
     void consolesAreNotHeard()
     {
         m_server->page(u"/loud"_s, "<title>Laut</title><body><script>setInterval(() => {"
@@ -137,39 +94,13 @@ private slots:
         QVERIFY2(output().size() < 20000, output().left(500));
     }
 
-    void longAddressesTakeNoMemory()
-    {
-        m_server->page(u"/long"_s,
-                       "<title>Lang</title><script>let n = 0; function push(last) {"
-                       "const timer = setInterval(() => {"
-                       "history.pushState(0, '', '/' + ++n + 'a'.repeat(1900000));"
-                       "if (n === last) { clearInterval(timer);"
-                       "fetch(location.origin + '/pushed' + n) } }, 60) }"
-                       "push(80); onkeydown = () => { onkeydown = null; push(140) }</script>");
-        const auto memoryAfter = [this](int count) {
-            const QString told = u"/pushed%1"_s.arg(count);
-            (void)QTest::qWaitFor([&] { return m_server->requests(told) == 1; }, 60000);
-            return settledMemory();
-        };
-        m_program->start(*m_run, {m_server->address(u"/long"_s)});
-        const int before = memoryAfter(80); // the engine itself keeps fifty of them
-        User::press(u"k"_s);
-        const int grown = memoryAfter(140) - before;
-        QCOMPARE(m_server->requests(u"/pushed140"_s), 1);
-        QVERIFY2(grown < 200, qPrintable(u"%1 MB"_s.arg(grown))); // 460 if all were kept
-        User::press(u"ctrl+l"_s);                                 // it still listens
-        User::enter(m_server->address(u"/red"_s));
-        QTRY_SEES(maximised(u"Rot"_s));
-    }
-
     void whatIsNoAddressIsSearchedFor()
     {
         searchEngine(m_server->address(u"/suche?hl=de"_s));
         m_server->page(u"/suche"_s, coloured("Gefunden", "#00ff00") + "Rot &amp; Grün");
         open(u"/red"_s, u"Rot"_s);
         const QRect frame = User::place(maximised(u"Rot"_s));
-        User::press(u"ctrl+l"_s);
-        User::enter(u"Brot + Wein & more #1"_s);
+        User::typeAddress(u"Brot + Wein & more #1"_s);
         QTRY_SEES(maximised(u"Keine gültige Adresse"_s));
         User::press(u"Return"_s);
         QTRY_SEES(maximised(u"Gefunden"_s));
@@ -185,8 +116,7 @@ private slots:
         const QPoint second = frame.center() + QPoint(0, frame.height() / 4);
         QTRY_COLOUR(second, Qt::green); // an address that arrives takes the line's place
         QTest::qWait(300);
-        User::press(u"ctrl+l"_s); // the new window is in front
-        User::enter(m_server->address(u"/blue"_s));
+        User::typeAddress(m_server->address(u"/blue"_s)); // the new window is in front
         QTRY_COLOUR(second, Qt::blue);
     }
     void withoutASearchEngineThePageSaysSo()
@@ -204,7 +134,8 @@ private slots:
     void aHangingPageHoldsNothingUp()
     {
         m_server->page(u"/hang"_s, coloured("Endlos", "#0000ff") +
-                                       "<script>onkeydown = () => { for (;;); }</script>");
+                                       "<script>onkeydown = e => { if (e.key === 'a') for (;;);"
+                                       "fetch('/key') }</script>");
         open(u"/hang"_s, u"Endlos"_s);
         const QRect frame = User::place(maximised(u"Endlos"_s));
         const QPoint notice = frame.center() - QPoint(0, frame.height() / 4);
@@ -216,8 +147,7 @@ private slots:
         User::press(u"alt+w"_s);
         QTRY_COLOUR(notice, Qt::blue);
         User::press(u"alt+b"_s); // only the notice's, which is away
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/red"_s));
+        User::typeAddress(m_server->address(u"/red"_s));
         QTRY_SEES(maximised(u"Rot"_s));
         QTRY_COLOUR(page, Qt::red);
         User::press(u"alt+Left"_s);
@@ -231,6 +161,9 @@ private slots:
         QVERIFY(QTest::qWaitFor([&] { return User::colourAt(page) != QColor(Qt::blue); }));
         User::press(u"space"_s); // the button of the crash notice has the focus
         QTRY_COLOUR(page, Qt::blue);
+        QTest::qWait(700);
+        User::press(u"k"_s); // and the page has the keys again
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests(u"/key"_s), 1, patience);
     }
 
     // In full screen a question could not be seen, nor the full screen be left any more.
@@ -298,17 +231,6 @@ private slots:
     }
 
 private:
-    /// What the program has in memory when it has worked off what pages sent it.
-    int settledMemory() const
-    {
-        int before = 0;
-        int now = memoryOf(m_run->processId());
-        for (int second = 0; second < 30 && qAbs(now - before) > 3; ++second) {
-            QTest::qWait(1000);
-            before = std::exchange(now, memoryOf(m_run->processId()));
-        }
-        return now;
-    }
     /// Stores the search engine of the preferences.
     void searchEngine(const QString& address) const
     {

@@ -88,8 +88,7 @@ private slots:
         open(u"/link"_s, u"Link"_s);
         User::press(u"Tab Menu p"_s);
         QVERIFY(fills(u"Rot (privat)"_s));
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/link"_s));
+        User::typeAddress(m_server->address(u"/link"_s));
         QTRY_SEES(maximised(u"Link (privat)"_s));
         QTest::qWait(700);
         User::press(u"Tab Menu n"_s);

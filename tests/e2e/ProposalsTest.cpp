@@ -1,4 +1,4 @@
-#include "bookmarks/ArchiveRecords.h"
+#include "tests/core/SampleArchive.h"
 #include "tests/e2e/Scenario.h"
 
 #include <QClipboard>
@@ -52,8 +52,7 @@ private slots:
         m_server->answer(u"/slow"_s, {.body = begin + "<script>document.title='Ganz'</script>",
                                       .sent = begin.size(),
                                       .waits = true});
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/slow"_s));
+        User::typeAddress(m_server->address(u"/slow"_s));
         QTRY_COLOUR(middle, "#00ff00");
         QTest::qWait(700); // the address of the page that has come is put into the line
         typeIn(u"rot"_s);
@@ -93,18 +92,9 @@ private slots:
     /// They are known before the archive's window is opened, and no script of theirs runs.
     void bookmarks()
     {
-        BookmarkCollection marked;
-        for (const auto& [title, address] :
-             {std::pair{u"Mein Blau"_s, m_server->address(u"/blue"_s)},
-              {u"Skript"_s, u"javascript:document.title='gelaufen'"_s}}) {
-            auto bookmark = std::make_shared<Bookmark>();
-            bookmark->Titel(title);
-            bookmark->Url(address);
-            marked.Add(bookmark);
-        }
-        writeBytes(m_program->file(u"1.bkm"_s), writeBookmarks(marked));
-        writeBytes(m_program->file(u"Book.bkm"_s),
-                   writeThemaRecords({{1, 1, u"Ordner"_s, u"1.bkm"_s}}));
+        storeArchive(m_program->file(u"."_s),
+                     {{u"Mein Blau"_s, m_server->address(u"/blue"_s)},
+                      {u"Skript"_s, u"javascript:document.title='gelaufen'"_s}});
         open(u"/red"_s, u"Rot"_s);
         typeIn(u"mein blau"_s);
         User::press(u"Down Return"_s);
@@ -118,8 +108,7 @@ private:
     void openTwoPages()
     {
         open(u"/red"_s, u"Rot"_s);
-        User::press(u"ctrl+l"_s);
-        User::enter(m_server->address(u"/blue"_s));
+        User::typeAddress(m_server->address(u"/blue"_s));
         QTRY_SEES(maximised(u"Blau"_s));
         QVERIFY(!User::sees(m_list));
     }

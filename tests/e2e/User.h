@@ -62,6 +62,12 @@ public:
         type(text);
         press(QStringLiteral("Return"));
     }
+    /// Enters an address, or words to look for, in the address line.
+    static void typeAddress(const QString& typed)
+    {
+        press(QStringLiteral("ctrl+l"));
+        enter(typed);
+    }
     static void click(const QPoint& place, int times = 1)
     {
         moveTo(place);

@@ -78,6 +78,18 @@ private slots:
         QCOMPARE(w.page->calls(), u"Navigate http://a/"_s);
     }
 
+    /// A page can make addresses of megabytes, as many as it likes.
+    void longAddressesAreKeptNowhere()
+    {
+        OneWindow w;
+        const int listed = w.combo->count();
+        const QString address = u"http://a/"_s + QString(4096, u'x');
+        w.page->arrive(address, u"a"_s);
+        QCOMPARE(w.combo->currentText(), address.left(4096) + u'…');
+        QCOMPARE(w.combo->count(), listed);
+        QCOMPARE(w.frame().History().Count(), 0);
+    }
+
     void theAddressLineGoesBackToThePage()
     {
         OneWindow w;

@@ -74,8 +74,7 @@ Prompt::Answer FakePrompt::ask(QWidget* parent, const Question& question)
 std::optional<Prompt::LogIn> FakePrompt::askLogIn(QWidget* /*parent*/,
                                                   const LogInQuestion& question)
 {
-    const QString failure = question.hasFailed ? u"|not "_s + question.user : QString();
-    questions << question.site + u'|' + question.realm + failure;
+    questions << question.site;
     return onLogIn ? onLogIn() : std::nullopt;
 }
 

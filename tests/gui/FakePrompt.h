@@ -27,8 +27,7 @@ public:
     /// The icon is the name of its enumerator.
     QStringList takeTexts();
 
-    /// What pages have asked: the text, or "site|realm" of a log-in, which "|not " and the
-    /// user follow after a wrong answer.
+    /// What pages have asked: the text, or the site that wants a log-in.
     QStringList questions;
     std::function<Answer(QWidget*, const Question&)> onAsk;
     std::function<std::optional<LogIn>()> onLogIn;
