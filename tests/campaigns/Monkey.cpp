@@ -22,7 +22,7 @@ constexpr qint64 mostAnswer = 1000; // milliseconds
 constexpr QPoint decoration(1, 20); // the display counts it twice
 constexpr int remembered = 12;      // steps that are told with a finding
 
-const QStringList keys{
+const QStringList allKeys{
     u"ctrl+n"_s,       u"ctrl+w"_s,       u"ctrl+Tab"_s,  u"ctrl+shift+Tab"_s, u"ctrl+1"_s,
     u"ctrl+3"_s,       u"ctrl+shift+t"_s, u"F5"_s,        u"alt+Left"_s,       u"alt+Right"_s,
     u"Escape"_s,       u"Tab"_s,          u"shift+Tab"_s, u"Return"_s,         u"space"_s,
@@ -120,6 +120,7 @@ private:
     void lookAtFiles();
     void find(const QString& what);
 
+    void press(const QString& keys);
     void pressKeys();
     void openPage();
     void typeNonsense();
@@ -235,7 +236,7 @@ void Monkey::lookAtAnswer()
     time.start();
     Answers().await(active.toUInt());
     // A window that has gone meanwhile does not answer.
-    if (active.isEmpty() || active != outputOf(u"xdotool getactivewindow"_s))
+    if (active.toUInt() == 0 || active != outputOf(u"xdotool getactivewindow"_s))
         return;
     m_slowest = qMax(m_slowest, time.elapsed());
     if (time.elapsed() > mostAnswer)
@@ -247,8 +248,8 @@ void Monkey::lookAtOutput()
     m_output += m_run.readAll();
     for (qsizetype end; (end = m_output.indexOf('\n')) >= 0; m_output.remove(0, end + 1)) {
         const QString line = QString::fromUtf8(m_output.first(end));
-        // There is no desktop that could open a download.
-        if (!isOfEngine(line) && !line.startsWith("Unable to detect a launcher"_L1))
+        // There is no desktop that could open a download or a page.
+        if (!isOfEngine(line) && !line.startsWith("Unable to detect a "_L1))
             find(line);
     }
 }
@@ -264,8 +265,10 @@ void Monkey::lookAtWindows()
     };
     if (!QTest::qWaitFor(areNamed, patience))
         find(u"a window without a caption"_s);
-    if (!QTest::qWaitFor([] { return !isThere() || !User::activeWindow().isEmpty(); }, patience))
+    if (!QTest::qWaitFor([] { return !isThere() || !User::activeWindow().isEmpty(); }, patience)) {
         find(u"no window has the keys"_s);
+        startSecondCopy();
+    }
 }
 
 void Monkey::lookAtFiles()
@@ -303,20 +306,23 @@ void Monkey::end()
     look();
 }
 
+void Monkey::press(const QString& keys)
+{
+    m_before.last() += u' ' + keys;
+    User::press(keys);
+}
+
 void Monkey::pressKeys()
 {
-    for (int i = below(4); i >= 0; --i) {
-        const QString key = one(keys);
-        m_before.last() += u' ' + key;
-        User::press(key);
-    }
+    for (int i = below(4); i >= 0; --i)
+        press(one(allKeys));
 }
 
 void Monkey::openPage()
 {
     const QString path = page();
+    press(one(QStringList{u"ctrl+l"_s, u"ctrl+n ctrl+l"_s}));
     m_before.last() += u' ' + path;
-    User::press(one(QStringList{u"ctrl+l"_s, u"ctrl+n ctrl+l"_s}));
     User::enter(m_server.address(path));
 }
 
@@ -327,9 +333,11 @@ void Monkey::typeNonsense()
 
 void Monkey::clickSomewhere()
 {
-    User::moveTo(place());
-    outputOf(u"xdotool click --delay 60 --repeat %1 %2"_s.arg(1 + below(2))
-                 .arg(one(QStringList{u"1"_s, u"1"_s, u"1"_s, u"3"_s, u"2"_s})));
+    const QPoint where = place();
+    const QString button = one(QStringList{u"1"_s, u"1"_s, u"1"_s, u"3"_s, u"2"_s});
+    m_before.last() += u" %1 at %2,%3"_s.arg(button).arg(where.x()).arg(where.y());
+    User::moveTo(where);
+    outputOf(u"xdotool click --delay 60 --repeat %1 %2"_s.arg(1 + below(2)).arg(button));
 }
 
 void Monkey::pullSomething()
@@ -342,20 +350,19 @@ void Monkey::chooseFromMenu()
     QStringList way{one(QStringList{u"alt+x"_s, u"alt+f"_s, u"alt+minus"_s, u"Menu"_s})};
     for (int i = below(9); i >= 0; --i)
         way << u"Down"_s;
-    m_before.last() += u' ' + way.first() + u' ' + QString::number(way.size() - 1);
-    User::press(way.join(u' ') + one(QStringList{u" Return"_s, u" Right Return"_s}));
+    press(way.join(u' ') + one(QStringList{u" Return"_s, u" Right Return"_s}));
 }
 
 void Monkey::useArchive()
 {
-    User::press(one(QStringList{u"ctrl+d Return"_s, u"ctrl+d Escape"_s, u"ctrl+shift+o"_s}));
-    User::press(one(QStringList{u"Down F2"_s, u"End Delete"_s, u"ctrl+z"_s, u"ctrl+shift+z"_s,
-                                u"asterisk Return"_s, u"alt+m Down Right Return"_s, u"ctrl+s"_s}));
+    press(one(QStringList{u"ctrl+d Return"_s, u"ctrl+d Escape"_s, u"ctrl+shift+o"_s}));
+    press(one(QStringList{u"Down F2"_s, u"End Delete"_s, u"ctrl+z"_s, u"ctrl+shift+z"_s,
+                          u"asterisk Return"_s, u"alt+m Down Right Return"_s, u"ctrl+s"_s}));
 }
 
 void Monkey::answerDialog()
 {
-    User::press(one(QStringList{u"Escape"_s, u"Return"_s, u"Tab Return"_s, u"Escape Escape"_s}));
+    press(one(QStringList{u"Escape"_s, u"Return"_s, u"Tab Return"_s, u"Escape Escape"_s}));
 }
 
 void Monkey::startSecondCopy()
