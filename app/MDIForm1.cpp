@@ -294,6 +294,17 @@ void MDIForm1::addStatusSign(QWidget* sign)
     statusBar()->addPermanentWidget(sign);
 }
 
+void MDIForm1::wouldLose(const QObject* who, const QString& what)
+{
+    const QString before = losses();
+    if (what.isEmpty())
+        m_losses.remove(who);
+    else
+        m_losses.insert(who, what);
+    if (losses() != before)
+        emit lossesChanged();
+}
+
 bool MDIForm1::event(QEvent* event)
 {
     if (event->type() == QEvent::StatusTip)

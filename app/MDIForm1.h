@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QList>
 #include <QMainWindow>
+#include <QMap>
 #include <QPointer>
 #include <QTimer>
 
@@ -131,6 +132,9 @@ public:
     void SetDropDisabled(bool disable) override;
     void statusText(const QString& text) override;
     void addStatusSign(QWidget* sign) override;
+    void wouldLose(const QObject* who, const QString& what) override;
+    /// All that would be lost if the program ended now, as sentences; empty: nothing.
+    QString losses() const { return m_losses.values().join(u' '); }
     Prefer& preferences() override { return m_parts.preferences; }
     Prompt& prompt() override { return m_parts.prompt; }
     const QString& programFolder() const override { return m_parts.programFolder; }
@@ -151,6 +155,8 @@ signals:
     void browserClosing(const frmBrowser& window);
     /// The user wants these bookmarks in the archive.
     void bookmarksOffered(const BookmarkFile& file);
+    /// `losses` says something else.
+    void lossesChanged();
     /// The frame has unloaded: the program is to end.
     void unloaded();
 
@@ -195,6 +201,7 @@ private:
     qint16 m_counter = 0;
     QString m_historyUrl;
     QString m_emailClient;
+    QMap<const QObject*, QString> m_losses;
     bool m_statusBarCurr = false;
     qint32 m_windowNumber = 0;
     bool m_openNewWindow = false;

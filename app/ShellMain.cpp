@@ -5,6 +5,7 @@
 #include "app/DarkTitles.h"
 #include "app/GermanTexts.h"
 #include "app/InstanceServer.h"
+#include "app/LogoutDelay.h"
 #include "app/MDIForm1.h"
 #include "app/ProgramFolder.h"
 #include "app/ProgramStarter.h"
@@ -46,7 +47,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// While the program is ended from outside, nobody may be there to dismiss a
-/// message: it goes to the standard error instead.
+/// message: it goes to the standard error instead. Where nobody may be asked either, changes
+/// are saved and everything else is agreed to.
 class EndingPrompt : public DialogPrompt {
 public:
     void tell(QWidget* parent, const QString& text, const QString& title, Icon icon) override
@@ -56,9 +58,20 @@ public:
         else
             DialogPrompt::tell(parent, text, title, icon);
     }
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title, Icon icon) override
+    {
+        return m_isMute || DialogPrompt::askYesNo(parent, text, title, icon);
+    }
+    Answer ask(QWidget* parent, const Question& question) override
+    {
+        return m_isMute ? Answer{.isAccepted = true} : DialogPrompt::ask(parent, question);
+    }
     void setUnattended(bool unattended) { m_unattended = unattended; }
+    /// From now on nobody is asked.
+    void mute() { m_isMute = true; }
 
 private:
+    bool m_isMute = false;
     bool m_unattended = false;
 };
 
@@ -163,6 +176,36 @@ void endProgram(MDIForm1& frame, EndingPrompt& prompt)
     prompt.setUnattended(false);
 }
 
+/// Ends the program while the session manager waits. Where something would be lost the user is
+/// asked, if the session manager lets him be; when he stays, so does the session.
+void endWithSession(MDIForm1& frame, EndingPrompt& prompt, QSessionManager& session)
+{
+    if (frame.losses().isEmpty()) {
+        endProgram(frame, prompt);
+        return;
+    }
+    if (!session.allowsInteraction()) {
+        prompt.mute();
+        endProgram(frame, prompt);
+        return;
+    }
+    // What is open over the frame cannot be dismissed before this returns.
+    if (QWidget* const open = QApplication::activeModalWidget())
+        open->activateWindow();
+    else
+        endProgram(frame, prompt);
+    if (frame.isVisible())
+        session.cancel();
+    session.release();
+}
+
+/// The session manager may start the program again when the user logs in. What it would start
+/// by itself is the shell, which nobody but the launcher can start.
+void nameLauncher(QSessionManager& session)
+{
+    session.setRestartCommand({QCoreApplication::applicationDirPath() + u"/tessera"_s});
+}
+
 /// The address that the first window will open; empty without a window or an address.
 QString firstAddress(const QString& programFolder, const QString& startAddress)
 {
@@ -209,7 +252,12 @@ int run(QApplication& application, const ShellStart& start)
         qWarning("Tessera: further starts cannot hand over their address");
     const auto end = [&frame, &prompt] { endProgram(frame, prompt); };
     const EndSignals endSignals(end);
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame, end);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame,
+                     [&](QSessionManager& session) { endWithSession(frame, prompt, session); });
+    QObject::connect(&application, &QGuiApplication::saveStateRequest, &frame, nameLauncher);
+    LogoutDelay logout;
+    QObject::connect(&frame, &MDIForm1::lossesChanged, &logout,
+                     [&] { logout.setReason(frame.losses()); });
 
     new WindowKeeper(frame, data + u"/fenster.json"_s); // belongs to the frame
     module.Main(address);

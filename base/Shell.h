@@ -5,6 +5,7 @@
 class Prefer;
 class Prompt;
 class QIcon;
+class QObject;
 class QWidget;
 class SiteIcons;
 struct BookmarkFile;
@@ -42,6 +43,9 @@ public:
     virtual void statusText(const QString& text) = 0;
     /// Puts a sign to the right of that panel, and owns it.
     virtual void addStatusSign(QWidget* sign) = 0;
+
+    /// What of `who` would be lost if the program ended now, as a German sentence; empty: nothing.
+    virtual void wouldLose(const QObject* who, const QString& what) = 0;
 
     virtual Prefer& preferences() = 0;
     virtual Prompt& prompt() = 0;

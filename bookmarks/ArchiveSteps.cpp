@@ -56,6 +56,13 @@ void ArchiveSteps::noteSaved(bool whole)
 
 void ArchiveSteps::noteChange()
 {
+    markByStep();
+    if (m_report)
+        m_report();
+}
+
+void ArchiveSteps::markByStep()
+{
     if (m_archive.isSaved) {
         noteSaved(m_archive.problem.isEmpty());
         return;

@@ -4,6 +4,7 @@
 
 #include <QUndoStack>
 
+#include <functional>
 #include <optional>
 
 /// What was changed in an archive since it was loaded, step by step: each can be taken back,
@@ -35,6 +36,9 @@ public:
     std::optional<Moved> takeBack();
     std::optional<Moved> repeat();
 
+    /// `report` is called after each change that was made, taken back or repeated.
+    void reportTo(const std::function<void()>& report) { m_report = report; }
+
     /// The archive has been loaded: nothing can be taken back.
     void clear();
     /// The archive has been saved, whole or not.
@@ -47,9 +51,11 @@ private:
     void end();
     Moved moved(const QString& text);
     void noteChange();
+    void markByStep();
 
     ChangedArchive m_archive;
     QUndoStack m_steps;
+    std::function<void()> m_report;
     /// The name of the step that several changes are to be, until the first of them.
     QString m_name;
     int m_open = 0; ///< how many `OneStep` there are

@@ -17,6 +17,8 @@ void CommandRunner::run(const Command& command)
         }
     });
     --m_running;
+    if (m_report)
+        m_report();
     if (m_running == 0 && m_closeLater)
         m_window.close();
 }

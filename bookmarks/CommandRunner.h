@@ -19,6 +19,8 @@ public:
     CommandRunner(Shell& shell, QWidget& window) : m_shell(shell), m_window(window) {}
 
     void prepareBy(const Prepare& prepare) { m_prepare = prepare; }
+    /// `report` is called when a command is done, whatever came of it.
+    void reportTo(const Command& report) { m_report = report; }
     /// Does nothing once the window closes, and for an empty command.
     void run(const Command& command);
     /// Shows the text as a message, if there is one.
@@ -33,6 +35,7 @@ private:
     Shell& m_shell;
     QWidget& m_window;
     Prepare m_prepare;
+    Command m_report;
     /// How many commands are running: one may open another's menu or prompt.
     int m_running = 0;
     /// The user has closed the window while a command was running.

@@ -35,6 +35,8 @@ frmBook::frmBook(Shell& shell, const HistoryCollection& history, QWidget* owner)
     buildCommands();
     buildLabels();
     connectView(history);
+    m_runner.reportTo([this] { tellChange(); });
+    m_editor.steps().reportTo([this] { tellChange(); });
     resize(firstSize());
     m_shell.bIsOpenBook(true);
     loadArchive();
@@ -376,7 +378,14 @@ void frmBook::closeEvent(QCloseEvent* event)
     m_tree.build(nullptr);
     m_files.release();
     m_shell.bIsOpenBook(false);
+    m_shell.wouldLose(this, {});
     event->accept();
+}
+
+void frmBook::tellChange()
+{
+    m_shell.wouldLose(this, m_files.isChanged() ? u"Änderungen am Archiv sind nicht gespeichert."_s
+                                                : QString());
 }
 
 bool frmBook::askToSave()

@@ -85,6 +85,8 @@ private:
     /// False when changes could not be saved and the user will not lose them.
     bool askToSave();
     bool mayLose(const QString& problem);
+    /// Tells the frame whether changes would be lost.
+    void tellChange();
 
     void renameFolder();
     void deleteFolder();

@@ -1,13 +1,12 @@
 #include "engine/EngineStart.h"
 
 #include "base/WindowParts.h"
+#include "engine/page/SessionBus.h"
 #include "pages/viewing/SpellDictionaries.h"
 
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -50,27 +49,16 @@ bool isSet(const QDBusConnection& bus, const QString& property)
     return answer.isValid() && answer.value().toBool();
 }
 
-/// Whether the desktop says where its bus is, or has it in its usual place.
-bool isSessionBusRunning()
-{
-    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           (!runtimeFolder.isEmpty() && QFileInfo::exists(runtimeFolder + u"/bus"_s));
-}
-
 /// Asks what Qt itself asks to find out, but Qt knows it only after the engine has started.
 bool areAssistiveToolsInUse()
 {
     if (qEnvironmentVariableIntValue("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") > 0 ||
         !qEnvironmentVariableIsEmpty("AT_SPI_BUS_ADDRESS"))
         return true;
-    // Where no bus is running, the question would start one and wait for it. Nobody would be
-    // on it yet.
-    if (!isSessionBusRunning())
-        return false;
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    return bus.isConnected() && bus.interface()->isServiceRegistered(u"org.a11y.Bus"_s) &&
-           (isSet(bus, u"IsEnabled"_s) || isSet(bus, u"ScreenReaderEnabled"_s));
+    // Where no bus is running, nobody would be on one that is started for the question.
+    const std::optional<QDBusConnection> bus = sessionBus();
+    return bus && bus->interface()->isServiceRegistered(u"org.a11y.Bus"_s) &&
+           (isSet(*bus, u"IsEnabled"_s) || isSet(*bus, u"ScreenReaderEnabled"_s));
 }
 
 } // namespace

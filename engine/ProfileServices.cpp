@@ -35,6 +35,9 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
         m_sign->setToolTip(u"Zeigt die Downloads der privaten Fenster"_s);
     connect(m_sign, &DownloadSign::clicked, this, &ProfileServices::showDownloads);
     shell.addStatusSign(m_sign);
+    connect(&m_table, &DownloadTable::rowsInserted, this, &ProfileServices::tellOpen);
+    connect(&m_table, &DownloadTable::rowsRemoved, this, &ProfileServices::tellOpen);
+    connect(&m_table, &DownloadTable::dataChanged, this, &ProfileServices::tellOpen);
 }
 
 ProfileServices::~ProfileServices()
@@ -51,6 +54,14 @@ frmDownloads& ProfileServices::downloadsWindow()
             m_window->setWindowTitle(u"Downloads (privat)"_s);
     }
     return *m_window;
+}
+
+void ProfileServices::tellOpen()
+{
+    if (openDownloads() == m_openTold)
+        return;
+    m_openTold = openDownloads();
+    m_shell.wouldLose(this, unfinishedText(m_openTold));
 }
 
 void ProfileServices::showDownloads()

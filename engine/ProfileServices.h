@@ -54,6 +54,8 @@ signals:
 
 private:
     frmDownloads& downloadsWindow();
+    /// Tells the frame how many downloads would be lost.
+    void tellOpen();
     /// Says what has been deleted, or will be.
     void reportDeletion(const BrowserData& data);
 
@@ -62,6 +64,7 @@ private:
     QWebEngineProfile& m_profile;
     PromptSession& m_session;
     DownloadTable m_table;
+    int m_openTold = 0;
     WebDownloads m_downloads;
     SiteZooms m_zooms;
     QPointer<frmDownloads> m_window;

@@ -48,10 +48,8 @@ void keepNativeWindow(QWidget& frame)
 
 QString questionAboutDownloads(int count)
 {
-    return count == 1
-               ? u"Ein Download ist noch nicht fertig. Trotzdem beenden und ihn abbrechen?"_s
-               : u"%1 Downloads sind noch nicht fertig. Trotzdem beenden und sie abbrechen?"_s.arg(
-                     count);
+    return unfinishedText(count) + (count == 1 ? u" Trotzdem beenden und ihn abbrechen?"_s
+                                               : u" Trotzdem beenden und sie abbrechen?"_s);
 }
 } // namespace
 

@@ -59,6 +59,10 @@ public:
     void SetDropDisabled(bool disable) override { m_frame.SetDropDisabled(disable); }
     void statusText(const QString& text) override { m_frame.statusText(text); }
     void addStatusSign(QWidget* sign) override { m_frame.addStatusSign(sign); }
+    void wouldLose(const QObject* who, const QString& what) override
+    {
+        m_frame.wouldLose(who, what);
+    }
     Prefer& preferences() override { return m_frame.preferences(); }
     Prompt& prompt() override { return m_frame.prompt(); }
     const QString& programFolder() const override { return m_frame.programFolder(); }

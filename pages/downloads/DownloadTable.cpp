@@ -286,6 +286,14 @@ int DownloadTable::openCount() const
                       [](const Entry& entry) { return isOpen(entry.download); }));
 }
 
+QString unfinishedText(int count)
+{
+    if (count == 0)
+        return {};
+    return count == 1 ? u"Ein Download ist noch nicht fertig."_s
+                      : u"%1 Downloads sind noch nicht fertig."_s.arg(count);
+}
+
 bool DownloadTable::isTarget(const QString& path) const
 {
     const QString wanted = QDir::cleanPath(path);

@@ -54,6 +54,9 @@ struct DownloadActions {
     std::function<void()> forget = {};
 };
 
+/// That `count` downloads have not ended, as a German sentence; empty for 0.
+QString unfinishedText(int count);
+
 /// Whether it has not ended, so that it can be cancelled.
 bool isOpen(const Download& download);
 /// What the user can do about it now.

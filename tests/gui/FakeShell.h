@@ -34,6 +34,7 @@ public:
         sign->setAttribute(Qt::WA_DontShowOnScreen); // it has no bar to be in
         statusSign = sign;
     }
+    void wouldLose(const QObject* /*who*/, const QString& what) override { losses = what; }
     Prefer& preferences() override { return pref; }
     Prompt& prompt() override { return fakePrompt; }
     const QString& programFolder() const override { return m_programFolder; }
@@ -51,6 +52,7 @@ public:
     bool isOpenHistory = false;
     bool statusBarCurr = false;
     QString status;
+    QString losses;
     QPointer<QWidget> statusSign;
     QList<bool> dropSwitch;
     FakePrompt fakePrompt;

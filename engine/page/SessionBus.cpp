@@ -1,0 +1,25 @@
+#include "engine/page/SessionBus.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Whether the desktop says where its bus is, or has it in its usual place.
+bool isSessionBusRunning()
+{
+    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           (!runtimeFolder.isEmpty() && QFileInfo::exists(runtimeFolder + u"/bus"_s));
+}
+
+} // namespace
+
+std::optional<QDBusConnection> sessionBus()
+{
+    if (!isSessionBusRunning())
+        return {};
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    return bus.isConnected() ? std::optional(bus) : std::nullopt;
+}
