@@ -22,7 +22,7 @@ ProfileServices::ProfileServices(Shell& shell, QWidget* owner, QWebEngineProfile
     : m_shell(shell), m_owner(owner), m_profile(profile), m_session(session),
       m_downloads(shell, owner, profile, session, m_table, dataFolder + u"/downloads"_s)
 {
-    new Notifications(profile, this);
+    new Notifications(profile, *owner, this);
     new CertificateGuard(profile, session, this);
     connect(&session, &PromptSession::permissionTakenBack, this,
             [this](const QUrl& site, PermissionKind kind) {
