@@ -10,6 +10,7 @@
 #include "engine/page/WebEnginePage.h"
 #include "engine/viewing/ExportEncoding.h"
 #include "engine/viewing/HangWatch.h"
+#include "engine/viewing/NetworkReturn.h"
 #include "engine/viewing/PageBookmarks.h"
 #include "engine/viewing/PageContextMenu.h"
 #include "engine/viewing/PageFind.h"
@@ -107,6 +108,7 @@ void PageServices::makeViewing(Shell& shell, ProfileServices& profile, QWidget* 
                                QWebEngineView* view)
 {
     new ExportEncoding(m_page);
+    new NetworkReturn(m_page);
     auto* const pdf = new PdfWatch(m_page);
     auto* const find = new PageFind(m_page);
     auto* const zoom = new PageZoom(m_page, *pdf, profile.zooms());
