@@ -25,7 +25,7 @@ private slots:
             "<title>Wiese</title><link id=i rel=icon href='" + icon("blue") +
                 "'><script>let n = 0; const timer = setInterval(() => { i.href = `" +
                 icon("rgb(${++n % 250},0,0)") +
-                "`; if (n > 999) { clearInterval(timer); i.href = `" + icon("lime") +
+                "`; if (n > 199) { clearInterval(timer); i.href = `" + icon("lime") +
                 "` } })</script><body><a href=/file style='position:fixed;inset:0'></a>");
         m_server->page(u"/still"_s, "<title>See</title><link rel=icon href=aqua>");
         const QByteArray aqua = icon("aqua");
