@@ -75,7 +75,10 @@ void PageInspector::open()
     // The tools bring a menu of their own; the toolkit's would be in English.
     window->setContextMenuPolicy(Qt::PreventContextMenu);
     m_window->setPage(new InspectorPage(m_page->profile(), window));
-    connect(m_window->page(), &QWebEnginePage::windowCloseRequested, window, &QWidget::close);
+    // From the event loop: the tools answer to the press of their own closing button when it has
+    // been handled, and must be there still (seen with Qt 6.4, which ends with a crash).
+    connect(m_window->page(), &QWebEnginePage::windowCloseRequested, window, &QWidget::close,
+            Qt::QueuedConnection);
     addPageKeys(window, {Qt::Key_F12, Qt::CTRL | Qt::Key_W}, this, [window] { window->close(); });
     m_page->setDevToolsPage(m_window->page());
     nameWindow();

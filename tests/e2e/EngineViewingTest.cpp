@@ -78,7 +78,8 @@ private slots:
         QTRY_COMPARE(m_world.shell.status, u"Die Seite ist nicht als PDF gespeichert."_s);
         QTest::qWait(300);
         QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 1); // and no message
-        QCOMPARE(QApplication::focusWidget(), m_window->findChild<QWidget*>(u"cmdReload"_s));
+        QTRY_COMPARE(m_window->window()->focusWidget(),
+                     m_window->findChild<QWidget*>(u"cmdReload"_s));
     }
 
     void crashesWhilePrinting()
