@@ -1,12 +1,34 @@
 #include "tests/e2e/Scenario.h"
 
 #include <QClipboard>
+#include <QDir>
 #include <QGuiApplication>
 #include <QtTest>
 
+#include <csignal>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+int parentOf(int process)
+{
+    const QByteArray stat = bytesOf(u"/proc/%1/stat"_s.arg(process));
+    return QString::fromUtf8(stat).section(u')', -1).section(u' ', 2, 2).toInt();
+}
+
+/// Kills what draws the pages of the program: the engine has a process of its own
+/// that begets these.
+void killRenderers(qint64 program)
+{
+    const QStringList processes = QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs);
+    for (const QString& name : processes)
+        if (parentOf(parentOf(name.toInt())) == program)
+            ::kill(name.toInt(), SIGKILL);
+}
+
+} // namespace
 
 /// What a user does with the real program, by keys, clicks and what the display shows.
 class ScenarioTest : public Scenario {
@@ -115,6 +137,25 @@ private slots:
         QTRY_SEES(u"Anmeldung"_s); // with the user's name
         User::enter(u"geheim"_s);
         QTRY_SEES(maximised(u"Keller"_s));
+    }
+
+    void crashedPageIsLoadedAgain()
+    {
+        m_server->page(u"/one"_s, coloured("Eins", "#0000ff") +
+                                      "<script>onkeydown = () => {"
+                                      "document.body.style.background = '#ff0000' }</script>");
+        open(u"/one"_s, u"Eins"_s);
+        const QPoint corner = User::place(maximised(u"Eins"_s)).center() - QPoint(200, 50);
+        User::press(u"f"_s);
+        QTRY_COLOUR(corner, Qt::red);
+        killRenderers(m_run->processId());
+        QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
+        User::press(u"Return"_s); // the button of the notice has the focus
+        QTRY_COLOUR(corner, Qt::blue);
+        QCOMPARE(m_server->requests(u"/one"_s), 2);
+        QTest::qWait(700);
+        User::press(u"f"_s);
+        QTRY_COLOUR(corner, Qt::red);
     }
 
     void leavingIsAskedFor()
