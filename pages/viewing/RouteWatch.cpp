@@ -46,13 +46,13 @@ RouteWatch::RouteWatch(QObject* parent)
     if (m_socket < 0 ||
         ::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         return;
-    auto* const notifier = new QSocketNotifier(m_socket, QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, &RouteWatch::read);
+    m_notifier = std::make_unique<QSocketNotifier>(m_socket, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &RouteWatch::read);
 }
 
 RouteWatch::~RouteWatch()
 {
-    qDeleteAll(children()); // the notifier, before what it looks at
+    m_notifier.reset(); // before what it looks at
     if (m_socket >= 0)
         ::close(m_socket);
 }

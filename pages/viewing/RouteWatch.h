@@ -2,6 +2,10 @@
 
 #include <QObject>
 
+#include <memory>
+
+class QSocketNotifier;
+
 /// Says when this computer gets a way into the internet: a default route, as the kernel tells
 /// of it. Asks nobody by itself. Where the kernel tells nothing, it says nothing.
 class RouteWatch : public QObject {
@@ -18,4 +22,5 @@ private:
     void read();
 
     int m_socket;
+    std::unique_ptr<QSocketNotifier> m_notifier;
 };

@@ -1,6 +1,7 @@
 #include "EngineWorld.h"
 
 #include "bookmarks/ExportFormats.h"
+#include "engine/viewing/PageInspector.h"
 #include "engine/viewing/PagePrinter.h"
 #include "pages/viewing/CrashOverlay.h"
 #include "pages/viewing/FindBar.h"
@@ -77,6 +78,21 @@ private slots:
         QTRY_COMPARE(m_world.shell.status, u"Die Seite ist nicht als PDF gespeichert."_s);
         QTest::qWait(300);
         QCOMPARE(m_world.shell.fakePrompt.takeTexts().size(), 1); // and no message
+    }
+
+    /// Their answer to the press of their own closing button comes after their wish to close.
+    void theToolsAreThereUntilTheyHaveAnswered()
+    {
+        m_page->findChild<PageInspector*>()->toggle();
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->objectName() == "Inspector"_L1;
+        });
+        QVERIFY(found != windows.end());
+        const QPointer<QWebEngineView> tools = qobject_cast<QWebEngineView*>(*found);
+        emit tools->page()->windowCloseRequested();
+        QVERIFY(tools->isVisible());
+        QTRY_VERIFY(!tools);
     }
 
     void crashesWhilePrinting()
