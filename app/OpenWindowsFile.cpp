@@ -52,7 +52,7 @@ void OpenWindowsFile::write(const QByteArray& bytes) const
             if (empty.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                            QFile::ReadOwner | QFile::WriteOwner))
                 empty.close();
-            replaceFile(m_path, bytes);
+            renewFile(m_path, bytes); // on a full disk the windows of before are better than none
         },
         m_failed);
 }

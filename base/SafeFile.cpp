@@ -62,14 +62,6 @@ nlink_t namesOf(const QString& path)
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_nlink : 1;
 }
 
-/// Writes a new file beside the old one and then renames it over that.
-void putNewInPlace(const QString& path, const QByteArray& bytes)
-{
-    NewFile file(path, bytes);
-    file.sync();
-    file.putInPlace();
-}
-
 /// Writes into a device or a pipe.
 void writeInto(const QString& path, const QByteArray& bytes)
 {
@@ -99,10 +91,17 @@ void writeOver(const QString& path, const QByteArray& bytes)
 }
 } // namespace
 
+void renewFile(const QString& path, const QByteArray& bytes)
+{
+    NewFile file(path, bytes);
+    file.sync();
+    file.putInPlace();
+}
+
 void replaceFile(const QString& path, const QByteArray& bytes)
 {
     try {
-        putNewInPlace(path, bytes);
+        renewFile(path, bytes);
     } catch (const FileError&) {
         setAside(path);
         throw;
@@ -237,7 +236,7 @@ void writeFile(const QString& path, const QByteArray& bytes)
         if (old.exists() && namesOf(path) > 1)
             writeOver(path, bytes);
         else
-            putNewInPlace(path, bytes);
+            renewFile(path, bytes);
     } catch (const FileError&) {
         // In a folder where nothing can be made, a file may be writable all the same.
         if (!old.isFile() || !old.isWritable())

@@ -16,6 +16,10 @@ class FileError;
 /// the ".bak", no file of the name remains, and FileError is thrown.
 void replaceFile(const QString& path, const QByteArray& bytes);
 
+/// Replaces the file by `bytes` in one step, too, but leaves the old one as it is when that
+/// fails. Throws FileError.
+void renewFile(const QString& path, const QByteArray& bytes);
+
 /// Replaces many files, each as `replaceFile` does and in the order in which they come, but
 /// much sooner: a disk that gets several files at once writes them together. A file is in its
 /// place after `finish` at the latest; those that wait when the object goes are dropped.
@@ -58,7 +62,7 @@ void takeBackupBack(const QString& path);
 /// none is left where there was none.
 void writeFile(const QString& path, const QByteArray& bytes);
 
-/// Removes the files that `replaceFile` and `writeFile` have begun in `folder` and never
-/// put in their place, as the program was killed. Files of any other name stay, and those
+/// Removes the files that the functions above have begun in `folder` and never put in their
+/// place, as the program was killed. Files of any other name stay, and those
 /// that are being written.
 void removeAbandonedFiles(const QString& folder);
