@@ -7,6 +7,8 @@
 #include "bookmarks/DatedCopies.h"
 #include "bookmarks/UnlistedFiles.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -112,6 +114,7 @@ QString ArchiveFiles::load()
     m_loadFailed = false;
     book().loadFolders();
     findProtected();
+    removeOldBackups();
     m_shown = book().colThema();
     return joined(kept,
                   faultText(u"Diese Ordner konnten nicht gelesen werden und bleiben unverändert:"_s,
@@ -196,6 +199,24 @@ void ArchiveFiles::findProtected()
     for (const auto& folder : *book().colThema())
         folder->isWriteProtected(isWriteProtected() ||
                                  isProtected(m_programFolder + u'/' + folder->FileName()));
+}
+
+void ArchiveFiles::removeOldBackups()
+{
+    const QDir folder(m_programFolder);
+    const QStringList backups = folder.entryList({u"*.bkm.bak"_s}, QDir::Files);
+    if (backups.isEmpty() || isWriteProtected())
+        return;
+    QSet<QString> read{u"Book.bkm"_s};
+    for (const auto& thema : *book().colThema())
+        if (!thema->refusesChanges())
+            read << thema->FileName();
+    for (const QString& backup : backups) {
+        const QString name = backup.chopped(4);
+        // Beside a file without content it may be all that there is.
+        if (read.contains(name) && QFileInfo(folder, name).size() > 0)
+            QFile::remove(folder.filePath(backup));
+    }
 }
 
 void ArchiveFiles::checkReadable() const

@@ -62,6 +62,8 @@ private:
 
     void copyArchive();
     void findProtected();
+    /// A save that was killed may have left a ".bak" beside the new file.
+    void removeOldBackups();
 
     QString m_programFolder;
     QString m_dataFolder;
