@@ -1,19 +1,13 @@
 #include "SampleArchive.h"
 #include "base/Errors.h"
 #include "base/SafeFile.h"
-#include "bookmarks/ArchiveEditor.h"
-#include "bookmarks/ArchiveTree.h"
 #include "bookmarks/ClosedArchive.h"
 #include "bookmarks/DatedCopies.h"
 #include "bookmarks/SavedBookmarks.h"
 
 #include <QDir>
-#include <QRandomGenerator>
-#include <QThread>
-
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -38,74 +32,14 @@ private:
     rlimit m_before{};
 };
 
-constexpr int folderCount = 8;
-constexpr int bookmarkCount = 60;
-
-QDate dayOf(int generation)
+QDate dayOf(int number)
 {
-    return QDate(2026, 1, 1).addDays(generation);
+    return QDate(2026, 1, 1).addDays(number);
 }
 
-/// Every save is a generation, and a day: all bookmarks of a folder carry its number.
-void saveForever(const QString& path, const QString& copies)
-{
-    Book book(path);
-    int day = 0;
-    book.beforeSaving([&] { makeDatedCopy(path, copies, dayOf(day++)); });
-    for (int sequenz = 1; sequenz <= folderCount; ++sequenz)
-        addThema(book, path, sequenz, u"Ordner"_s);
-    for (int generation = 0;; ++generation) {
-        for (const auto& folder : *book.colThema()) {
-            folder->colBookmark(std::make_shared<BookmarkCollection>());
-            for (int i = 0; i < bookmarkCount; ++i)
-                folder->colBookmark()->Add(makeBookmark(0, QString::number(generation), {}, {}));
-            folder->IsEdit(true);
-        }
-        book.SaveAllThema();
-    }
-}
-
-/// Deletes a folder and takes that back, over and over. Its file goes only when the index does
-/// not list it any more, so that it has to be made anew.
-void takeBackForever(const QString& path)
-{
-    {
-        Book book(path);
-        for (int sequenz = 1; sequenz <= folderCount; ++sequenz) {
-            auto bookmarks = std::make_shared<BookmarkCollection>();
-            for (int i = 0; i < bookmarkCount; ++i)
-                bookmarks->Add(makeBookmark(0, u"0"_s, {}, {}));
-            addThema(book, path, sequenz, u"Ordner"_s)->colBookmark(bookmarks);
-        }
-        book.SaveAllThema();
-    }
-    ArchiveFiles files(path);
-    ArchiveTree tree;
-    ArchiveEditor editor(files, tree);
-    editor.load();
-    for (int row = 0;; row = (row + 1) % folderCount) {
-        const QModelIndex node = tree.index(row, 0, tree.root());
-        const QString file = path + u'/' + tree.folder(node)->FileName();
-        editor.removeFolder(node);
-        QFile::remove(file);
-        editor.steps().takeBack();
-    }
-}
-
-/// The folder's generation, or -1 when the folder is not whole.
-int generationOf(const Thema& folder)
-{
-    if (!folder.colBookmark())
-        return -1;
-    const QString text = folder.colBookmark()->Item(1)->Titel();
-    for (const auto& bookmark : *folder.colBookmark())
-        if (bookmark->Titel() != text)
-            return -1;
-    return folder.colBookmark()->Count() == bookmarkCount ? text.toInt() : -1;
-}
 } // namespace
 
-/// What becomes of the archive when files are bad, the disk is full or the program is killed.
+/// What becomes of the archive when files are bad or the disk is full.
 class ArchiveFaultTest : public TestCase {
     Q_OBJECT
 private slots:
@@ -341,33 +275,6 @@ private slots:
         QCOMPARE(QDir(copies()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 10);
     }
 
-    /// As many kills as TESSERA_KILLS says, 20 without it.
-    void killedWhileSaving()
-    {
-        const int wanted = qEnvironmentVariableIntValue("TESSERA_KILLS");
-        const int kills = wanted > 0 ? wanted : 20;
-        for (int i = 0; i < kills && !QTest::currentTestFailed(); ++i) {
-            init();
-            killOnce([this] { saveForever(path(), copies()); });
-            checkWhole(path());
-            checkCopies();
-        }
-    }
-
-    void killedWhileTakingBack()
-    {
-        for (int i = 0; i < 20 && !QTest::currentTestFailed(); ++i) {
-            init();
-            killOnce([this] { takeBackForever(path()); });
-            Book book(path());
-            QVERIFY(book.LoadAllThema());
-            book.loadFolders();
-            QVERIFY(book.colThema()->Count() >= folderCount - 1);
-            for (const auto& folder : *book.colThema())
-                QCOMPARE(generationOf(*folder), 0); // what the index lists is whole
-        }
-    }
-
 private:
     // One level down, so that a file that escapes its folder is seen.
     QString path() const { return TestCase::path(u"program"_s); }
@@ -383,57 +290,6 @@ private:
         for (const ArchiveFault& fault : book.filesNotWritten())
             names << fault.fileName;
         return names;
-    }
-
-    template <typename Work>
-    void killOnce(Work work) const
-    {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ignoringErrors(work);
-            ::_exit(1);
-        }
-        const QString index = file(u"Book.bkm"_s); // comes last
-        QVERIFY(QTest::qWaitFor([&index] { return QFile::exists(index); }));
-        // The moment of the kill is what is being tried; nothing is awaited.
-        QThread::usleep(QRandomGenerator::global()->bounded(60000U));
-        ::kill(child, SIGKILL);
-        int status = 0;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QVERIFY(WIFSIGNALED(status));
-    }
-
-    /// The copy of a day holds what the save of the day before has written, all of it.
-    void checkCopies() const
-    {
-        const QStringList days = daysOfCopies();
-        QVERIFY(days.size() <= 11); // the oldest goes after the newest has come
-        for (const QString& day : days) {
-            Book book(copies() + u'/' + day);
-            QVERIFY(book.LoadAllThema());
-            book.loadFolders();
-            QCOMPARE(book.colThema()->Count(), folderCount);
-            for (const auto& thema : *book.colThema())
-                QCOMPARE(dayOf(generationOf(*thema) + 1).toString(Qt::ISODate), day);
-        }
-    }
-
-    static void checkWhole(const QString& path)
-    {
-        Book book(path);
-        QVERIFY(book.LoadAllThema());
-        book.loadFolders();
-        QVERIFY(book.filesNotRead().empty());
-        QCOMPARE(book.colThema()->Count(), folderCount);
-        const int first = generationOf(*book.colThema()->Item(1));
-        int previous = first;
-        for (const auto& thema : *book.colThema()) {
-            const int generation = generationOf(*thema);
-            QVERIFY2(generation >= 0, qPrintable(thema->FileName()));
-            // Saved in order: old ones follow new ones, one generation apart.
-            QVERIFY(generation <= previous && generation >= first - 1);
-            previous = generation;
-        }
     }
 };
 

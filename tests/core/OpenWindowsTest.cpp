@@ -2,12 +2,7 @@
 #include "tests/Files.h"
 #include "tests/TestCase.h"
 
-#include <QRandomGenerator>
-#include <QThread>
-
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -28,20 +23,6 @@ OpenWindows sample()
     return open;
 }
 
-/// All windows of one generation carry its number.
-OpenWindows generation(int number)
-{
-    OpenWindows open;
-    for (int i = 0; i < 200; ++i)
-        open.windows.append({u"http://a/%1"_s.arg(number), u"Seite"_s, {}, State::Normal});
-    return open;
-}
-
-void keepForever(const QString& path)
-{
-    for (int number = 0;; ++number)
-        OpenWindowsFile(path, [](const QString&) { ::_exit(2); }).keep(generation(number));
-}
 } // namespace
 
 /// The file of the open windows.
@@ -56,7 +37,7 @@ private slots:
             OpenWindowsFile kept(file, failed);
             QVERIFY(!kept.left());
             kept.keep(sample());
-            kept.keep(generation(7));
+            kept.keep({});
             kept.keep(sample());
         } // which waits until all is written
         OpenWindowsFile kept(file, failed);
@@ -88,33 +69,6 @@ private slots:
         QFETCH(const QByteArray, bytes);
         QVERIFY(bytes != openWindowsToBytes(sample()));
         QVERIFY(!openWindowsFromBytes(bytes));
-    }
-
-    /// As many kills as TESSERA_KILLS says, 20 without it.
-    void killedWhileKeeping()
-    {
-        const int wanted = qEnvironmentVariableIntValue("TESSERA_KILLS");
-        const QString file = path(u"fenster.json"_s);
-        const auto number = [](const std::optional<OpenWindows>& left) {
-            return left ? left->windows.constFirst().address.section(u'/', -1).toInt() : -1;
-        };
-        for (int i = 0; i < (wanted > 0 ? wanted : 20); ++i) {
-            const pid_t child = ::fork();
-            if (child == 0)
-                keepForever(file);
-            // It has been replaced before, so the kill comes while it is being replaced.
-            QVERIFY(QTest::qWaitFor([&] { return number(OpenWindowsFile(file, {}).left()) > 0; }));
-            // The moment of the kill is what is being tried; nothing is awaited.
-            QThread::usleep(QRandomGenerator::global()->bounded(20000U));
-            ::kill(child, SIGKILL);
-            int status = 0;
-            QCOMPARE(::waitpid(child, &status, 0), child);
-            QVERIFY(WIFSIGNALED(status));
-            const auto left = OpenWindowsFile(file, {}).left();
-            QVERIFY(left.has_value());
-            QVERIFY(*left == generation(number(left)));
-            QCOMPARE(QDir(path()).entryList(QDir::Files), QStringList(u"fenster.json"_s));
-        }
     }
 };
 
