@@ -71,7 +71,7 @@ private:
 
     QString m_dataFolder;
     PromptTurns m_turns;
-    WebFrameReports m_reports;
+    FrameReports m_reports;
     WebProfile::Surroundings m_surroundings;
     WebProfile m_ordinary;
     /// Null without a private window.

@@ -11,7 +11,7 @@
 class ProfileServices;
 class QWebEngineProfile;
 class Shell;
-class WebFrameReports;
+class FrameReports;
 
 /// A profile of the engine with all that hangs on it: what pages may do, the pages themselves,
 /// what the user has said about them, and the services that work for them. Profiles share
@@ -22,7 +22,7 @@ class WebProfile : public QObject {
 public:
     /// What all profiles have in common; outlives them.
     struct Surroundings {
-        const WebFrameReports& reports;
+        const FrameReports& reports;
         PromptTurns& turns;
         WebEngineControl::Resolvers resolve;
         /// A page that nobody has seen for so long may sleep.

@@ -7,9 +7,6 @@
 #include <QCoreApplication>
 #include <QDataStream>
 #include <QIODevice>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QUuid>
 #include <QWebEngineHistory>
 
 using namespace Qt::StringLiterals;
@@ -49,34 +46,7 @@ bool isOfSentForm(QDataStream& entry)
 
 } // namespace
 
-WebFrameReports::WebFrameReports() : m_token(QUuid::createUuid().toString(QUuid::Id128)) {}
-
-QString WebFrameReports::script() const
-{
-    return uR"((function () {
-    let waiting = true;
-    function report() {
-        if (waiting) {
-            waiting = false;
-            console.info('%1' + JSON.stringify(
-                [window === window.top, location.href, String(document.title || '').slice(0, 4096)]));
-        }
-    }
-    document.addEventListener('DOMContentLoaded', report);
-    setTimeout(report, 1000);
-})())"_s.arg(m_token);
-}
-
-std::optional<FrameReport> WebFrameReports::read(const QString& consoleLine) const
-{
-    if (!consoleLine.startsWith(m_token))
-        return std::nullopt;
-    const QByteArray text = QStringView(consoleLine).mid(m_token.size()).toUtf8();
-    const QJsonArray values = QJsonDocument::fromJson(text).array();
-    return FrameReport{values.at(0).toBool(), values.at(1).toString(), values.at(2).toString()};
-}
-
-WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports,
+WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const FrameReports& reports,
                              QObject* parent)
     : QWebEnginePage(&profile, parent), m_reports(reports), m_sentForms(new SentForms(this))
 {

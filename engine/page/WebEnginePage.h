@@ -1,38 +1,12 @@
 #pragma once
 
 #include "base/Prompt.h"
+#include "browser/FrameReports.h"
 
 #include <QPointer>
 #include <QWebEnginePage>
 
-#include <optional>
-
 class SentForms;
-
-/// What the document of one frame says about itself.
-struct FrameReport {
-    bool isMainFrame = false;
-    /// Its location.href; "chrome-error:..." while an error page of the engine stands there.
-    QString address;
-    QString title;
-};
-
-/// Has every frame of every page report its document: a script of the program, in a
-/// JavaScript world that pages cannot see, writes one line to the console. The line is
-/// marked with a token that is random per run, so that no page can forge it.
-class WebFrameReports {
-public:
-    WebFrameReports();
-
-    /// To be run at the creation of every document, in a world of its own. It
-    /// reports once: when the document is complete, at the latest after a second.
-    QString script() const;
-    /// The report in a line of the console; none in a line of somebody else.
-    std::optional<FrameReport> read(const QString& consoleLine) const;
-
-private:
-    QString m_token;
-};
 
 /// A page whose frames report themselves, which says when it is about to go
 /// somewhere, and which asks the user through others.
@@ -40,7 +14,7 @@ class WebEnginePage : public QWebEnginePage {
     Q_OBJECT
 public:
     /// `reports` is what the profile's script was made from; it outlives the page.
-    WebEnginePage(QWebEngineProfile& profile, const WebFrameReports& reports, QObject* parent);
+    WebEnginePage(QWebEngineProfile& profile, const FrameReports& reports, QObject* parent);
 
     /// While one lives, the page does, though its window can be closed.
     class Keeper {
@@ -122,7 +96,7 @@ protected:
 private:
     bool askToLeave();
 
-    const WebFrameReports& m_reports;
+    const FrameReports& m_reports;
     SentForms* m_sentForms;
     int m_keepers = 0;
     int m_questions = 0;
