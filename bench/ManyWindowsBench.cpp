@@ -9,6 +9,7 @@
 #include "bench/ProcessTree.h"
 #include "bench/Report.h"
 #include "bench/Waiting.h"
+#include "bench/WatchedProgram.h"
 #include "tests/e2e/LoopbackServer.h"
 
 #include <QCoreApplication>
@@ -28,7 +29,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int patience = 120000;
-constexpr int settling = 4000;
 constexpr QSize frame(1200, 900);
 constexpr quint16 control = 4; // as the display counts modifiers
 constexpr quint16 alt = 8;
@@ -42,34 +42,6 @@ struct Costs {
     double atStart = 0;
     double withAll = 0;
     double afterwards = 0;
-};
-
-class Program {
-public:
-    Program(const QString& path, const QStringList& arguments)
-    {
-        m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(path, arguments);
-        if (!m_process.waitForStarted())
-            throw BenchError("cannot be started: " + path.toStdString());
-    }
-    ~Program()
-    {
-        m_process.terminate();
-        if (!m_process.waitForFinished(patience))
-            m_process.kill();
-    }
-    Q_DISABLE_COPY_MOVE(Program)
-
-    qint64 id() const { return m_process.processId(); }
-    double mebibytes() const
-    {
-        runFor(settling);
-        return static_cast<double>(memoryOf(processTree(id())).proportional) / 1024;
-    }
-
-private:
-    QProcess m_process;
 };
 
 class Bench {
@@ -125,7 +97,7 @@ private:
     {
         Costs costs;
         const int before = m_server.requests(u"/loaded"_s);
-        Program program(path, arguments);
+        WatchedProgram program(path, arguments);
         if (!runUntil([&] { return m_server.requests(u"/loaded"_s) > before; }, patience))
             throw BenchError("the first window did not load");
         FrameWatch watch(program.id()); // by now the frame has its window for good
