@@ -74,6 +74,12 @@ private:
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
+/// Whether the programs that are started have to do without the engine's sandbox.
+inline bool isWithoutSandbox()
+{
+    return ::geteuid() == 0 || qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX");
+}
+
 /// Whether a line on the program's output is no complaint of its own.
 inline bool isOfEngine(const QString& line)
 {
@@ -84,6 +90,36 @@ inline bool isOfEngine(const QString& line)
         QStringLiteral("^(\\[\\d+:|Sandboxing disabled|----- Certificate|"
                        "ERROR: No matching issuer|Xlib: sequence lost|$)"));
     return excused.match(line).hasMatch();
+}
+
+/// Whether the processes that draw pages of the program, which shows one, can do no more than
+/// the engine's sandbox lets them. They are the last in the engine's line of processes.
+inline bool pagesAreInTheSandbox(qint64 program)
+{
+    static const QRegularExpression locked(
+        QStringLiteral("\nNSpid:\t\\d+\t\\d.*\nNoNewPrivs:\t1\nSeccomp:\t2\n"),
+        QRegularExpression::DotMatchesEverythingOption);
+    QMultiHash<qint64, qint64> children;
+    const QStringList all = QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")});
+    const auto content = [](qint64 process, const char* what) {
+        return bytesOf(QStringLiteral("/proc/%1/%2").arg(process).arg(QLatin1String(what)));
+    };
+    for (const QString& name : all) {
+        const QList<QByteArray> status = content(name.toLongLong(), "stat").split(' ');
+        children.insert(status.value(3).toLongLong(), name.toLongLong());
+    }
+    bool isAny = false;
+    QList<qint64> line = children.values(program);
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        line += children.values(line.at(i));
+        if (children.contains(line.at(i)) ||
+            content(line.at(i), "cmdline").contains("--no-zygote-sandbox"))
+            continue;
+        isAny = true;
+        if (!locked.match(QString::fromLatin1(content(line.at(i), "status"))).hasMatch())
+            return false;
+    }
+    return isAny;
 }
 
 /// What a user does with the real program, by keys, clicks and drags, and what the
@@ -131,6 +167,8 @@ protected:
     {
         m_program->start(*m_run, {m_server->address(path)});
         QTRY_SEES(maximised(pageTitle));
+        if (!isWithoutSandbox())
+            QTRY_VERIFY(pagesAreInTheSandbox(m_run->processId()));
         QTest::qWait(700); // the engine drops clicks on a page that has just come up
     }
     /// Waits for the program's end, which may have come already.

@@ -104,6 +104,7 @@ private slots:
         sway(u"move position 0 0"_s);
         const QPoint link(300, 300);
         QTRY_SOON(colourAt(link) == u"#ff0000"_s);
+        QVERIFY(isWithoutSandbox() || pagesAreInTheSandbox(m_run.processId()));
         click({80, 9}); // the second menu, over the page
         const auto covers = [](const QStringList& colours) {
             return colours[0] == u"#ff0000"_s && colours[1] != u"#ff0000"_s;
