@@ -112,38 +112,6 @@ private slots:
         QVERIFY(!table.isTarget(u"/d/b"_s));
     }
 
-    void takenUpAgain()
-    {
-        DownloadTable table;
-        const QAbstractItemModelTester tester(&table);
-        QCOMPARE(table.summary(), QString());
-        const auto id = table.add({.path = u"/d/a"_s, .total = 10, .canReload = true});
-        table.add({.path = u"/d/b"_s, .state = DownloadState::Completed, .canReload = true});
-        table.setCanPause(id, true);
-        table.setProgress(id, 4, 10);
-        QCOMPARE(table.summary(), u"1 Download, 40 %"_s);
-        QVERIFY(canBePaused(table.at(0)) && !canGoOn(table.at(0)) && !canBeReloaded(table.at(0)));
-        table.setPaused(id, true);
-        QCOMPARE(table.summary(), u"1 Download, angehalten"_s);
-        QCOMPARE(table.openCount(), 1); // it would be lost
-        QVERIFY(!canBePaused(table.at(0)) && canGoOn(table.at(0)));
-        QCOMPARE(rows(table).constFirst(), u"a|40|4 Byte von 10 Byte|Angehalten"_s);
-        table.finish(id, DownloadState::Failed, u"Pech."_s);
-        QVERIFY(canBeReloaded(table.at(0)) && !canGoOn(table.at(0)) && !canBeReloaded(table.at(1)));
-        QCOMPARE(table.summary(), QString());
-        table.restart(id, DownloadState::Running, DownloadStart::Continued);
-        table.setProgress(id, 0, -1); // a request that has just been made
-        QCOMPARE(rows(table).constFirst(), u"a|40|4 Byte von 10 Byte|Wird fortgesetzt"_s);
-        table.setProgress(id, 2, 10); // the server did not
-        QCOMPARE(rows(table).constFirst(), u"a|20|2 Byte von 10 Byte|Wird von vorn geladen"_s);
-        int forgotten = 0;
-        table.add({.path = u"/d/c"_s, .state = DownloadState::Failed},
-                  {.forget = [&] { ++forgotten; }});
-        table.removeFinished();
-        QCOMPARE(forgotten, 1);
-        QCOMPARE(table.rowCount(), 1);
-    }
-
     void remainingTime_data()
     {
         QTest::addColumn<QList<qint64>>("amounts"); // second by second

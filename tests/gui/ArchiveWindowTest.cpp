@@ -164,33 +164,6 @@ private slots:
                  (QStringList{u"u"_s, u"http://"_s, u"C:\\liste.htm"_s, u"http://a2"_s}));
     }
 
-    /// What comes of each step the rules' test knows, and what the keys do in a label the
-    /// keyboard's.
-    void takenBack()
-    {
-        OpenArchive f;
-        const auto press = [&f](Qt::Key key) {
-            QTest::keyClick(&f.view(), key, Qt::ControlModifier);
-            return f.window->findChild<QLabel*>(u"panel1"_s)->text();
-        };
-        const auto seen = [&f] { return f.shown() + f.view().selectedNode().data().toString(); };
-        QCOMPARE(press(Qt::Key_Z), u"Es gibt nichts zurückzunehmen."_s);
-        f.select(u"a1"_s);
-        f.choose(u"mn_Loeschen");
-        f.select(u"B"_s);
-        QTest::keyClick(&f.view(), Qt::Key_F2);
-        f.editor()->setText(u"C"_s);
-        QTest::keyClick(f.editor(), Qt::Key_Return);
-        f.view().collapseAll();
-        QCOMPARE(press(Qt::Key_Z), u"Zurückgenommen: Ordner in „C“ umbenennen"_s);
-        press(Qt::Key_Z);
-        QCOMPARE(seen(), u"A(a1 a2) B()a1"_s);
-        QVERIFY(f.view().isExpanded(f.node(u"A"_s)) && !f.isChanged());
-        press(Qt::Key_Y);
-        QCOMPARE(press(Qt::Key_Y), u"Wiederholt: Ordner in „C“ umbenennen"_s);
-        QCOMPARE(seen(), u"A(a2) C()C"_s);
-    }
-
     void menus()
     {
         OpenArchive f;

@@ -138,27 +138,6 @@ private slots:
         QCOMPARE(said(), u"Gesichert"_s);
     }
 
-    void answersAreTakenBackInThePanel()
-    {
-        OneWindow w;
-        w.page->safety.site = u"https://a"_s;
-        w.page->safety.answers = {{u"1"_s, u"eins"_s}, {u"2"_s, u"zwei"_s}};
-        w.browser->findChild<QToolButton*>(u"SafetySign"_s)->click();
-        QWidget* const panel = QApplication::activePopupWidget();
-        QVERIFY(panel != nullptr);
-        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Return})
-            QTest::keyClick(panel->focusWidget(), key);
-        QCOMPARE(w.page->calls(), u"TakeBack 2"_s);
-        w.page->safety.answers.removeLast();
-        emit w.page->SafetyChange();
-        QCOMPARE(panel->findChildren<QLabel*>(u"lblAnswer"_s).size(), 1);
-        QVERIFY(panel->focusWidget()->isVisible()); // its button has gone
-        QVERIFY(panel->isVisible());
-        w.page->safety.site = u"https://b"_s;
-        emit w.page->SafetyChange();
-        QVERIFY(!panel->isVisible());
-    }
-
     void aPopUpIsRefusedOnceAfterAButton()
     {
         OneWindow w;
@@ -216,22 +195,6 @@ private slots:
         QCOMPARE(w.bar->value(), 0);
         QCoreApplication::processEvents();
         QCOMPARE(drives->geometry(), place);
-    }
-
-    void thePagesMenu()
-    {
-        QWidget page;
-        QStringList done;
-        PageMenuCommands commands;
-        for (const PageMenuItem item : pageMenuItems({}))
-            commands.items.insert(item, [&done] { done << u"item"_s; });
-        commands.correct = [&done](const QString& word) { done << word; };
-        const PageMenuTarget target{.suggestions = {u"A&B"_s}, .disabled = {PageMenuItem::Back}};
-        QMenu* const menu = makePageMenu(&page, target, commands);
-        QVERIFY(!menu->findChild<QAction*>(u"mn_Back"_s)->isEnabled());
-        menu->actions().constFirst()->trigger();
-        menu->findChild<QAction*>(u"mn_Print"_s)->trigger();
-        QCOMPARE(done, (QStringList{u"A&B"_s, u"item"_s}));
     }
 };
 

@@ -59,24 +59,6 @@ private slots:
         QCOMPARE(windowListEntry(3, {}), u"&3 Leeres Fenster"_s);
     }
 
-    void privateWindowsStayAmongThemselves()
-    {
-        Started f;
-        f.frame().HistoryUrl(u"waiting"_s);
-        f.frame().NewPrivateBrowser();
-        QCOMPARE(f.engine(1)->calls(), QString()); // the address waits on
-        QCOMPARE(f.window(2)->windowTitle(), u"Privates Fenster"_s);
-        f.engine(1)->arrive(u"http://geheim/"_s, QString(90, u'x'));
-        f.frame().CreateBrowser(f.window(2));
-        f.engine(2)->arrive(u"http://geheim/auf"_s, u"A & B"_s);
-        QVERIFY(f.window(3)->isPrivate() && !f.window(1)->isPrivate());
-        QCOMPARE(f.frame().History().Count(), 0);
-        f.open("mn_Fenster");
-        const QList<QAction*> entries = f.item("mn_Fenster")->menu()->actions().mid(9);
-        QCOMPARE(entries[1]->text(), u"&2 "_s + QString(50, u'x') + u"… (privat)"_s);
-        QCOMPARE(entries[2]->text(), u"&3 A && B (privat)"_s);
-    }
-
     void windowsStayWithinReach()
     {
         Started f;
@@ -196,24 +178,6 @@ private slots:
             QCOMPARE(f.prompt.takeTexts().join(u'/').section(u'|', 2), message);
             QCOMPARE(f.starter.started.join(u'/'), client);
         }
-    }
-
-    void keysReachThePage()
-    {
-        Started f;
-        QVERIFY(QTest::qWaitForWindowActive(&f.frame()));
-        FakeEngine* page = f.engine(0);
-        page->busy = true; // for Escape, however long the start and the other keys take
-        emit page->BeforeNavigate2({});
-        page->calls();
-        const auto press = [&f](Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
-            QTest::keyClick(f.frame().windowHandle(), key, with);
-        };
-        press(Qt::Key_F5, Qt::ControlModifier);
-        press(Qt::Key_Right, Qt::AltModifier);
-        press(Qt::Key_Escape); // the page is still loading
-        press(Qt::Key_Escape);
-        QCOMPARE(page->calls(), u"RefreshPastCache|GoForward|Stop"_s);
     }
 };
 

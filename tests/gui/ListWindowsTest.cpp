@@ -77,38 +77,6 @@ private slots:
         }
     }
 
-    /// What Enter marks is opened later; a sorting header takes the Enter itself.
-    void historySortsAndMarks()
-    {
-        for (const auto& [isSorting, key, marked] :
-             {std::tuple{false, Qt::Key_Return, u"http://a"_s},
-              {false, Qt::Key_Escape, u""_s},
-              {true, Qt::Key_Return, u""_s}}) {
-            FakeShell shell;
-            for (const auto& [url, day] : {std::pair{u"http://b"_s, QDate(2000, 1, 31)},
-                                           {u"http://a"_s, QDate(2000, 2, 15)},
-                                           {u"http://c"_s, QDate(2000, 3, 1)}})
-                addVisit(shell.history, url, u"t"_s, day.startOfDay(), 3);
-            const QPointer<frmHistory> window = new frmHistory(shell, shell.history, nullptr);
-            show(*window);
-            auto* grid = find<QTableView>();
-            const auto first = [grid] { return grid->model()->index(0, 0).data().toString(); };
-            QCOMPARE(first(), u"http://b"_s); // dates as texts, downwards
-            QCOMPARE(grid->currentIndex().row(), 0);
-            if (isSorting) {
-                QTest::mousePress(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, {3, 0});
-                QCOMPARE(first(), u"http://a"_s);
-            } else {
-                QTest::keyClick(grid, Qt::Key_Down);
-            }
-            QTest::keyClick(grid, key);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            QVERIFY(!window && !shell.isOpenHistory);
-            QCOMPARE(shell.historyUrl, marked);
-            QVERIFY(shell.visited.isEmpty());
-        }
-    }
-
     /// The line for it is that of the archive.
     void historyIsSearched()
     {
