@@ -66,6 +66,7 @@ bool areAssistiveToolsInUse()
 void prepareEngineStart()
 {
     announceDictionaries();
+    startNoSessionBus();
     // Without the flag a screen reader finds an empty document in the place of a page (seen
     // with Qt 6.4). Before it is removed, look at a page with assistive tools running.
     if (areAssistiveToolsInUse())
