@@ -29,6 +29,12 @@ namespace {
 /// its first page.
 constexpr std::chrono::seconds dictionaryDelay(2);
 
+/// Whether the engine asks a server or the disk for the document at `url`.
+bool isFetched(const QUrl& url)
+{
+    return url.isLocalFile() || url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+}
+
 /// How long a navigation that is begun ahead is waited for at most.
 constexpr std::chrono::milliseconds untilStarted(50);
 
@@ -130,10 +136,18 @@ void WebProfile::begin(const QString& address)
 {
     m_nowhere = std::make_unique<QWidget>();
     m_begun = newEngine(m_nowhere.get());
-    // The engine begins when it gets a turn of the event loop, and the next one would come only
-    // when the frame has been made, shown and painted.
+    // The engine goes on when it gets a turn of the event loop, and the next one would come only
+    // when the frame has been made, shown and painted. Until then the server can answer, and the
+    // process that draws the page can start.
     QEventLoop start;
-    connect(m_begun->page(), &WebEnginePage::navigationStarting, &start, &QEventLoop::quit,
+    connect(
+        m_begun->page(), &WebEnginePage::navigationStarting, &start,
+        [&start](const QUrl& url) {
+            if (!isFetched(url))
+                start.quit();
+        },
+        Qt::QueuedConnection);
+    connect(m_begun->page(), &WebEnginePage::documentWanted, &start, &QEventLoop::quit,
             Qt::QueuedConnection);
     QTimer::singleShot(untilStarted, &start, &QEventLoop::quit);
     if (m_begun->begin(address))

@@ -8,6 +8,7 @@ void SentForms::interceptRequest(QWebEngineUrlRequestInfo& request)
         request.resourceType() == QWebEngineUrlRequestInfo::ResourceTypeSubFrame;
     if (!isForFrame)
         return;
+    emit documentWanted();
     const QUrl address = request.requestUrl().adjusted(QUrl::RemoveFragment);
     m_sent.removeAll(address);
     if (request.requestMethod() == "GET")

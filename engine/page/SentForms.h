@@ -16,6 +16,10 @@ public:
     /// Whether what was last got from there is the answer to a form.
     bool isFrom(const QUrl& address) const;
 
+signals:
+    /// The page is about to ask for a document, its own or that of a frame.
+    void documentWanted();
+
 private:
     QList<QUrl> m_sent;
 };

@@ -51,6 +51,7 @@ WebEnginePage::WebEnginePage(QWebEngineProfile& profile, const FrameReports& rep
     : QWebEnginePage(&profile, parent), m_reports(reports), m_sentForms(new SentForms(this))
 {
     setUrlRequestInterceptor(m_sentForms);
+    connect(m_sentForms, &SentForms::documentWanted, this, &WebEnginePage::documentWanted);
 }
 
 WebEnginePage::Keeper::Keeper(WebEnginePage& page, While what)

@@ -57,6 +57,8 @@ signals:
     void kept();
     /// The page, or one of its frames, is about to open `url`.
     void navigationStarting(const QUrl& url, bool isMainFrame);
+    /// The page, or one of its frames, is about to ask a server or the disk for its document.
+    void documentWanted();
     /// What the page was about to show is being saved as a file, or is not wanted.
     void downloadDecided();
     /// `action` would send the form once more that the page shown is the answer to.
