@@ -38,8 +38,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <sys/prctl.h>
 #include <sys/socket.h>
+#include <type_traits>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -276,23 +276,18 @@ int show(const QString& complaint)
 
 } // namespace
 
-int main(int argc, char** argv)
+extern "C" Q_DECL_EXPORT int tesseraShell(const ShellStart& start, char* programName)
 {
-    const std::optional<ShellStart> start = startByLauncher();
-    if (argc < 1 || !start) {
-        std::fputs("Tessera: Bitte das Programm 'tessera' starten.\n", stderr);
-        return EXIT_FAILURE;
-    }
-    if (start->isAskedForVersion)
+    if (start.isAskedForVersion)
         return std::fputs(engineVersionText().c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
-    ::prctl(PR_SET_NAME, "tessera"); // lists of processes would name the shell's file
     startupNotice::prepare();
     int count = 1; // the other words are an address, in which Qt must find no options
-    std::array<char*, 2> arguments{argv[0], nullptr};
+    std::array<char*, 2> arguments{programName, nullptr};
     QApplication application(count, arguments.data());
     describeProgram();
     installGermanTexts();
     new ContextMenuKey(&application); // belongs to the application
-    return start->complaint.empty() ? run(application, *start)
-                                    : show(QString::fromStdString(start->complaint));
+    return start.complaint.empty() ? run(application, start)
+                                   : show(QString::fromStdString(start.complaint));
 }
+static_assert(std::is_same_v<decltype(tesseraShell), ShellEntry>);

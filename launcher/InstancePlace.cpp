@@ -114,8 +114,3 @@ void InstanceLock::release()
     if (held())
         ::close(std::exchange(m_file, -1));
 }
-
-int InstanceLock::handOut()
-{
-    return std::exchange(m_file, -1);
-}

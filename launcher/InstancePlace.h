@@ -48,9 +48,9 @@ public:
     bool held() const { return m_file >= 0; }
     /// Lets go of the lock.
     void release();
-    /// Returns the locked descriptor, which is the caller's from now on: the lock is held
-    /// until it is closed.
-    int handOut();
+    /// Has the process hold the lock until it has ended, whatever becomes of this object: so
+    /// nobody takes the place of a copy that is still tidying up.
+    void keep() { m_file = -1; }
 
 private:
     int m_file = -1;

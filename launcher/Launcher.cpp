@@ -56,28 +56,26 @@ std::string objectionToLimit(std::size_t descriptors)
 
 // Says why the program does not start: on the standard error and, as nobody reads that
 // on a desktop, in a window.
-int giveUp(char** arguments, const std::string& reason)
+int giveUp(char* programName, const std::string& reason)
 {
     complain(reason);
     if (environmentText("DISPLAY").empty() && environmentText("WAYLAND_DISPLAY").empty())
         return EXIT_FAILURE;
     // In a process of its own, as Qt aborts where the display cannot be opened.
     const pid_t window = ::fork();
-    if (window == 0) {
-        complain(becomeShell({.complaint = reason}, arguments));
-        ::_exit(EXIT_FAILURE);
-    }
+    if (window == 0)
+        ::_exit(runShell({.complaint = reason}, programName));
     if (window > 0)
         ::waitpid(window, nullptr, 0);
     return EXIT_FAILURE;
 }
 
 // Only the shell knows its engine; it adds its lines to those of this program.
-int tellVersions(char** arguments)
+int tellVersions(char* programName)
 {
-    if (answer(versionText()) == EXIT_SUCCESS)
-        complain(becomeShell({.isAskedForVersion = true}, arguments));
-    return EXIT_FAILURE;
+    return answer(versionText()) == EXIT_SUCCESS
+               ? runShell({.isAskedForVersion = true}, programName)
+               : EXIT_FAILURE;
 }
 
 } // namespace
@@ -86,14 +84,14 @@ int main(int argc, char** argv)
 {
     switch (questionOf(argc, argv)) {
     case Question::Version:
-        return tellVersions(argv);
+        return tellVersions(argv[0]);
     case Question::Help:
         return answer(helpText());
     case Question::None:
         break;
     }
     if (const std::string objection = objectionToUser(); !objection.empty())
-        return giveUp(argv, objection);
+        return giveUp(argv[0], objection);
 
     StartRequest request{programTitle(), {}};
     InstanceMessage& message = request.message;
@@ -108,14 +106,12 @@ int main(int argc, char** argv)
     case Outcome::HandedOver:
         return EXIT_SUCCESS;
     case Outcome::Failed:
-        return giveUp(argv, result.error);
+        return giveUp(argv[0], result.error);
     case Outcome::FirstCopy:
         break;
     }
     if (const std::string objection = objectionToLimit(raiseDescriptorLimit()); !objection.empty())
-        return giveUp(argv, objection);
-    complain(becomeShell(
-        {.address = message.text, .socketPath = folder.socketPath(), .lock = result.lock.handOut()},
-        argv));
-    return EXIT_FAILURE;
+        return giveUp(argv[0], objection);
+    result.lock.keep();
+    return runShell({.address = message.text, .socketPath = folder.socketPath()}, argv[0]);
 }

@@ -1,27 +1,13 @@
 #include "launcher/ShellStart.h"
 
-#include "base/SystemReason.h"
-
 #include <array>
-#include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
-#include <fstream>
-#include <sys/mman.h>
+#include <dlfcn.h>
 #include <unistd.h>
 
 namespace {
-
-// Holds the number of a descriptor: that of a file in memory with the values of a ShellStart,
-// each ended by a zero byte. The kernel takes no argument above 128 KiB, so that an address
-// made of several might not fit into one.
-constexpr const char* variable = "TESSERA_START";
-
-std::string pathOf(const std::string& descriptor)
-{
-    return "/proc/self/fd/" + descriptor;
-}
 
 std::string besideThisProgram(const std::string& name)
 {
@@ -32,52 +18,23 @@ std::string besideThisProgram(const std::string& name)
     return text.substr(0, text.rfind('/') + 1) + name;
 }
 
-bool leaveFor(const ShellStart& start)
+// Local, so that the shell's libraries are not looked through for each symbol of those that are
+// loaded later: the driver of the graphics has some 20,000 of them.
+ShellEntry* loadShell()
 {
-    const int descriptor = ::memfd_create("tessera-start", 0);
-    if (descriptor < 0)
-        return false;
-    const std::string number = std::to_string(descriptor);
-    std::ofstream file(pathOf(number), std::ios::binary);
-    file << start.address << '\0' << start.socketPath << '\0' << start.complaint << '\0'
-         << start.lock << '\0' << start.isAskedForVersion << '\0' << std::flush;
-    return file && ::setenv(variable, number.c_str(), 1) == 0;
+    void* const shell = ::dlopen(besideThisProgram(TESSERA_SHELL).c_str(), RTLD_NOW | RTLD_LOCAL);
+    return shell == nullptr ? nullptr
+                            : reinterpret_cast<ShellEntry*>(::dlsym(shell, "tesseraShell"));
 }
 
 } // namespace
 
-std::string becomeShell(const ShellStart& start, char** arguments)
+int runShell(const ShellStart& start, char* programName)
 {
-    const std::string shell = besideThisProgram(TESSERA_SHELL);
-    if (leaveFor(start) && (start.lock < 0 || ::fcntl(start.lock, F_SETFD, 0) == 0)) {
-        ::execv(shell.c_str(), arguments);
-        // The words of the command line are passed on only so that lists of processes go on
-        // showing them. They are left out when with the shell's path they are too long.
-        if (errno == E2BIG)
-            ::execv(shell.c_str(), std::array<char*, 2>{arguments[0], nullptr}.data());
-    }
-    return "'" + shell + "' lässt sich nicht starten: " + systemReason(errno);
-}
-
-std::optional<ShellStart> startByLauncher()
-{
-    const char* const value = std::getenv(variable);
-    if (value == nullptr)
-        return {};
-    const std::string number = value;
-    ::unsetenv(variable);
-    std::ifstream file(pathOf(number), std::ios::binary);
-    ShellStart start;
-    std::string lock;
-    std::string isAsked;
-    for (std::string* text : {&start.address, &start.socketPath, &start.complaint, &lock, &isAsked})
-        if (!std::getline(file, *text, '\0'))
-            return {};
-    ::close(std::stoi(number));
-    start.lock = std::stoi(lock);
-    start.isAskedForVersion = isAsked == "1";
-    // The engine's processes must not hold the lock beyond the program's end.
-    if (start.lock >= 0)
-        ::fcntl(start.lock, F_SETFD, FD_CLOEXEC);
-    return start;
+    if (ShellEntry* const entry = loadShell())
+        return entry(start, programName);
+    const std::string complaint =
+        std::string("Tessera: Das Programm lässt sich nicht laden: ") + ::dlerror() + "\n";
+    std::fputs(complaint.c_str(), stderr);
+    return EXIT_FAILURE;
 }

@@ -25,7 +25,7 @@ class Installation {
 public:
     Installation()
     {
-        for (const char* name : {"tessera", "tessera-shell", "Lizenz.txt"})
+        for (const char* name : {"tessera", "tessera-shell.so", "Lizenz.txt"})
             QFile::copy(QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name)),
                         file(QLatin1String(name)));
         m_environment.remove(QStringLiteral("XDG_DATA_HOME"));
