@@ -48,14 +48,6 @@ private slots:
                  QString(242, u'a') + u" (2)"_s);
     }
 
-    void shortPaths()
-    {
-        const QString folder = u"/ein/langer/Weg"_s.repeated(10);
-        QCOMPARE(shortPath(u"/tmp/a.pdf"_s), u"/tmp/a.pdf"_s);
-        QCOMPARE(shortPath(folder + u"/a.pdf"_s), folder.left(95) + u"…/a.pdf"_s);
-        QCOMPARE(shortPath(u'/' + QString(250, u'a')), u"/…"_s + QString(50, u'a'));
-    }
-
     void programs()
     {
         for (const auto& [name, content, runs] :

@@ -246,15 +246,6 @@ private slots:
                                  {u"fr-CH"_s})), // one of each, the own one first
                  (QStringList{u"fr-FR"_s, u"de_DE"_s, u"en-US"_s}));
     }
-
-    void pdfName()
-    {
-        QCOMPARE(pdfFileName(u"Größe (1)"_s), u"Größe (1).pdf"_s);
-        QCOMPARE(pdfFileName(u"../a\\b:\n\"c\" \u202e"_s), u"a b_ _c_.pdf"_s);
-        QCOMPARE(pdfFileName(u"-.-x"_s), u"x.pdf"_s); // hidden, or an option
-        QCOMPARE(pdfFileName(u" / "_s), u"Seite.pdf"_s);
-        QCOMPARE(pdfFileName(QString(59, u'a') + u"\U0001F600"_s), QString(59, u'a') + u".pdf"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(PageRulesTest)

@@ -2,7 +2,6 @@
 #include "app/frmEinstell.h"
 #include "base/QuestionDialogs.h"
 #include "bookmarks/frmBook.h"
-#include "browser/BrowserToolbar.h"
 #include "history/HistoryList.h"
 #include "history/frmHistory.h"
 #include "pages/downloads/DownloadTable.h"
@@ -61,15 +60,6 @@ private slots:
         option.rect = grid->visualRect(date);
         QVERIFY(option.rect.width() > 100);
         QVERIFY(option.rect.width() >= grid->itemDelegate()->sizeHint(option, date).width());
-    }
-
-    void buttonsGrowWithTheLetters()
-    {
-        BrowserToolbar toolbar(nullptr);
-        QVERIFY(toolbar.iconSize().height() >= 30);
-        QApplication::setFont(sized(9));
-        QCoreApplication::processEvents();
-        QCOMPARE(toolbar.iconSize(), QSize(20, 20));
     }
 
     /// Also where the desktop has put a style of its own around the toolkit's.
