@@ -25,6 +25,7 @@
 #include <QDebug>
 #include <QDialog>
 #include <QIcon>
+#include <QLoggingCategory>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QStandardPaths>
@@ -148,6 +149,8 @@ void describeProgram()
     QApplication::setApplicationName(u"Tessera"_s);
     QApplication::setApplicationVersion(QStringLiteral(TESSERA_VERSION));
     QApplication::setDesktopFileName(u"tessera"_s);
+    // The engine (6.4) describes its graphics in the terminal at every start.
+    QLoggingCategory::setFilterRules(u"qt.webenginecontext=false"_s);
     // The program ends when its frame unloads, whatever else is still open.
     QApplication::setQuitOnLastWindowClosed(false);
 }

@@ -26,8 +26,8 @@ files_are_here() {
 
 unset XDG_DATA_HOME XDG_CACHE_HOME QTWEBENGINE_DISABLE_SANDBOX
 settle_locale
-# Some versions of the engine describe their graphics at every start.
-export QT_LOGGING_RULES='qt.webenginecontext=false;qt.qpa.theme.dbus=false'
+# Qt 6.8 complains of a desktop without a bus.
+export QT_LOGGING_RULES='qt.qpa.theme.dbus=false'
 # Within a container the kernel may give no namespaces, of which the sandbox is made.
 if ! unshare --user true 2>/dev/null; then
     say "The engine's sandbox cannot be tried here."

@@ -32,9 +32,8 @@ public:
         m_environment.remove(QStringLiteral("XDG_CACHE_HOME"));
         variable("HOME", home());
         variable("XDG_RUNTIME_DIR", home());
-        // Some versions of the engine describe their graphics at every start.
-        variable("QT_LOGGING_RULES",
-                 QStringLiteral("qt.webenginecontext=false;qt.qpa.theme.dbus=false"));
+        // Qt 6.8 complains of a desktop without a bus.
+        variable("QT_LOGGING_RULES", QStringLiteral("qt.qpa.theme.dbus=false"));
         if (::geteuid() == 0)
             variable("QTWEBENGINE_DISABLE_SANDBOX", QStringLiteral("1"));
     }
