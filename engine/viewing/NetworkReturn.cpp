@@ -30,23 +30,37 @@ NetworkReturn::NetworkReturn(WebEnginePage* page) : QObject(page), m_page(page)
     m_settling.setInterval(untilSettled);
     connect(&m_settling, &QTimer::timeout, this, &NetworkReturn::reload);
     connect(page, &QWebEnginePage::loadingChanged, this, &NetworkReturn::loadingChanged);
+    if (page->isLoading())
+        watch();
 }
 
 NetworkReturn::~NetworkReturn() = default;
 
 void NetworkReturn::loadingChanged(const QWebEngineLoadingInfo& load)
 {
-    m_watch.reset();
-    m_settling.stop();
-    if (load.status() != QWebEngineLoadingInfo::LoadFailedStatus ||
-        !isWithoutNetwork(load.errorCode()))
-        return;
+    const bool isStart = load.status() == QWebEngineLoadingInfo::LoadStartedStatus;
+    const bool isLost = load.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+                        isWithoutNetwork(load.errorCode());
+    if (!isLost) {
+        m_settling.stop();
+        m_watch.reset();
+    }
+    if ((isStart || isLost) && !m_watch)
+        watch();
+}
+
+void NetworkReturn::watch()
+{
     m_watch = std::make_unique<RouteWatch>();
     connect(m_watch.get(), &RouteWatch::routeAdded, &m_settling, qOverload<>(&QTimer::start));
 }
 
 void NetworkReturn::reload()
 {
+    if (m_page->isLoading()) {
+        m_settling.start(); // unless the load ends well
+        return;
+    }
     m_watch.reset();
     // The user would be asked about a form, maybe in the middle of something else.
     if (!m_page->isFromSentForm())

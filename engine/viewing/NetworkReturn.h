@@ -21,10 +21,12 @@ public:
 
 private:
     void loadingChanged(const QWebEngineLoadingInfo& load);
+    void watch();
     void reload();
 
     WebEnginePage* m_page;
-    /// Only while the page that stands there tells of such an error.
+    /// Only while a page is loading, as a way may come between the attempt that failed and the
+    /// word of it, and while the page that stands there tells of such an error.
     std::unique_ptr<RouteWatch> m_watch;
     QTimer m_settling;
 };
