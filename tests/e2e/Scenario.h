@@ -167,7 +167,7 @@ protected:
         m_program->start(*m_run, {m_server->address(path)});
         QTRY_SEES(maximised(pageTitle));
         if (!isWithoutSandbox())
-            QTRY_VERIFY(pagesAreInTheSandbox(m_run->processId()));
+            QVERIFY(QTest::qWaitFor([&] { return pagesAreInTheSandbox(m_run->processId()); }));
         QTest::qWait(700); // the engine drops clicks on a page that has just come up
     }
     /// Waits for the program's end, which may have come already.
