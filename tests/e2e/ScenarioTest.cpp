@@ -1,7 +1,6 @@
 #include "tests/e2e/Scenario.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QGuiApplication>
 #include <QtTest>
 
@@ -9,26 +8,6 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-int parentOf(int process)
-{
-    const QByteArray stat = bytesOf(u"/proc/%1/stat"_s.arg(process));
-    return QString::fromUtf8(stat).section(u')', -1).section(u' ', 2, 2).toInt();
-}
-
-/// Kills what draws the pages of the program: the engine has a process of its own
-/// that begets these.
-void killRenderers(qint64 program)
-{
-    const QStringList processes = QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs);
-    for (const QString& name : processes)
-        if (parentOf(parentOf(name.toInt())) == program)
-            ::kill(name.toInt(), SIGKILL);
-}
-
-} // namespace
 
 /// What a user does with the real program, by keys, clicks and what the display shows.
 class ScenarioTest : public Scenario {
@@ -148,7 +127,8 @@ private slots:
         const QPoint corner = User::place(maximised(u"Eins"_s)).center() - QPoint(200, 50);
         User::press(u"f"_s);
         QTRY_COLOUR(corner, Qt::red);
-        killRenderers(m_run->processId());
+        for (const qint64 process : pageProcesses(m_run->processId()))
+            ::kill(static_cast<pid_t>(process), SIGKILL);
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(corner) != QColor(Qt::red), patience);
         User::press(u"Return"_s); // the button of the notice has the focus
         QTRY_COLOUR(corner, Qt::blue);
