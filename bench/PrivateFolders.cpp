@@ -29,7 +29,8 @@ PrivateFolders::PrivateFolders()
 QString PrivateFolders::copyProgram() const
 {
     const QString from = QCoreApplication::applicationDirPath();
-    for (const QString& name : {u"tessera"_s, u"tessera-shell.so"_s})
+    QDir().mkdir(path(u"lib"_s));
+    for (const QString& name : {u"tessera"_s, u"lib/tessera-shell.so"_s})
         if (!QFile::copy(from + u'/' + name, path(name)))
             throw BenchError("cannot be copied: " + (from + u'/' + name).toStdString());
     return path(u"tessera"_s);

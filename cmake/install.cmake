@@ -7,8 +7,10 @@
 if(CMAKE_BUILD_TYPE STREQUAL Release)
   install(CODE "set(CMAKE_INSTALL_DO_STRIP TRUE)" COMPONENT program)
 endif()
-install(TARGETS tessera tessera_shell RUNTIME DESTINATION . LIBRARY DESTINATION .
-  COMPONENT program)
+# One folder further down than where packing takes a library for one of the system's.
+install(TARGETS tessera tessera_shell
+  RUNTIME DESTINATION . COMPONENT program
+  LIBRARY DESTINATION lib COMPONENT program)
 install(FILES resources/Lizenz.txt DESTINATION . COMPONENT program)
 install(FILES resources/icons/glyphs/LICENSE RENAME Lizenz-Symbole.txt
   DESTINATION . COMPONENT program)

@@ -75,7 +75,7 @@ tell() { gdbus call --session -d "$1" -o "$2" -m "org.freedesktop.DBus.Mock.$3" 
 open() {
     rm -rf "${scratch:?}"/{program,home,data,cache}
     mkdir -p "$scratch"/{program,home,data,cache}
-    cp "$root"/build/release/bin/{tessera,tessera-shell.so,Lizenz.txt} "$scratch/program"
+    cp -r "$root"/build/release/bin/{tessera,lib,Lizenz.txt} "$scratch/program"
     perl "$root/packaging/samples/records.pl" "$scratch/program"
     "${@:4}" setpriv --pdeathsig TERM "$scratch/program/tessera" "$3" >"$scratch/program.log" 2>&1 &
     tessera_pid=$!

@@ -52,7 +52,7 @@ expect "installed files" test -s "$scratch/installed"
 expect "desktop file" valid_desktop_file "$desktop"
 expect "metainfo" appstreamcli validate --no-net "$XDG_DATA_HOME"/metainfo/*.xml
 expect "hardened launcher" is_hardened "$program/tessera"
-expect "hardened shell" is_hardened "$program/tessera-shell.so"
+expect "hardened shell" is_hardened "$program/lib/tessera-shell.so"
 expect "position-independent launcher" is_pie "$program/tessera"
 expect "version" grep -qx 'Tessera 5.3.5' <("$start" --version)
 expect "manual page" zgrep -q 'im Internet' "$XDG_DATA_HOME"/man/de/man1/tessera.1.gz

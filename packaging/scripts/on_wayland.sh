@@ -39,7 +39,7 @@ ready() {
 mkdir -m 700 "$scratch"/{bin,home,runtime}
 programs=$(dirname "$1")
 # The build may lie where only root gets.
-cp "$1" "$programs"/{tessera,tessera-shell.so,Lizenz.txt} "$scratch/bin"
+cp -r "$1" "$programs"/{tessera,lib,Lizenz.txt} "$scratch/bin"
 cat >"$scratch/config" <<'END'
 xwayland disable
 for_window [app_id="tessera"] floating enable, border none

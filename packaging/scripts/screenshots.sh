@@ -159,7 +159,7 @@ prepare() {
     mkdir -m 700 "$home" 2>/dev/null || die "$home is there already"
     trap 'end_all; stop_display' EXIT
     mkdir -p "$program" "$home/Downloads" "$pictures" "$home/.config"
-    cp "$root"/build/release/bin/{tessera,tessera-shell.so,Lizenz.txt} "$program"
+    cp -r "$root"/build/release/bin/{tessera,lib,Lizenz.txt} "$program"
     export HOME=$home XDG_CONFIG_HOME=$home/.config
     mkfifo "$scratch/port"
     setpriv --pdeathsig TERM perl "$samples/server.pl" "$samples" >"$scratch/port" &

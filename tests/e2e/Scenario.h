@@ -25,7 +25,8 @@ class Installation {
 public:
     Installation()
     {
-        for (const char* name : {"tessera", "tessera-shell.so", "Lizenz.txt"})
+        QDir(m_folder.path()).mkdir(QStringLiteral("lib"));
+        for (const char* name : {"tessera", "lib/tessera-shell.so", "Lizenz.txt"})
             QFile::copy(QDir(QCoreApplication::applicationDirPath()).filePath(QLatin1String(name)),
                         file(QLatin1String(name)));
         m_environment.remove(QStringLiteral("XDG_DATA_HOME"));
