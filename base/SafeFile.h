@@ -63,6 +63,6 @@ void takeBackupBack(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);
 
 /// Removes the files that the functions above have begun in `folder` and never put in their
-/// place, as the program was killed. Files of any other name stay, and those
-/// that are being written.
+/// place, as the program was killed. Files of any other name stay, and those that are being
+/// written.
 void removeAbandonedFiles(const QString& folder);
