@@ -5,6 +5,7 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -98,6 +99,14 @@ bool FrameWatch::findWindow(qint64 process)
         if (numbers(m_display, window, "_NET_WM_PID") == std::vector{std::uint32_t(process)})
             m_window = window;
     return m_window != 0;
+}
+
+int FrameWatch::windows(qint64 process) const
+{
+    const auto all = numbers(m_display, m_root, "_NET_CLIENT_LIST");
+    return static_cast<int>(std::count_if(all.begin(), all.end(), [&](xcb_window_t window) {
+        return numbers(m_display, window, "_NET_WM_PID") == std::vector{std::uint32_t(process)};
+    }));
 }
 
 void FrameWatch::ask()

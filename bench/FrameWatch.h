@@ -24,6 +24,8 @@ public:
     /// Waits until the window has answered at once for a while; returns how long that took, in
     /// milliseconds, without the while.
     double untilFree();
+    /// How many windows of the process the window manager looks after.
+    int windows(qint64 process) const;
     /// The longest wait for an answer since the last call, in milliseconds.
     double takeLongest();
 

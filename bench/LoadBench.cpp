@@ -102,13 +102,18 @@ public:
             start({m_server.address(u"/visits"_s)});
             await("the visits", [this] { return m_server.requests(u"/filled"_s) > 0; });
         });
-        step(u"... and shown"_s, [this] { start({u"tessera:historie"_s}); });
+        step(u"... and shown"_s, [&] {
+            start({u"tessera:historie"_s});
+            await("the history's window", [&] { return watch.windows(program.id()) == 2; });
+        });
         step(u"%1 second starts"_s.arg(m_amounts.starts), [this] {
             for (int i = 0; i < m_amounts.starts; ++i)
                 start({});
         });
-        step(u"archive of %1 bookmarks shown"_s.arg(m_amounts.folders * m_amounts.bookmarks),
-             [this] { start({u"tessera:archiv"_s}); });
+        step(u"archive of %1 bookmarks shown"_s.arg(m_amounts.folders * m_amounts.bookmarks), [&] {
+            start({u"tessera:archiv"_s});
+            await("the archive's window", [&] { return watch.windows(program.id()) == 3; });
+        });
 
         step(u"all windows closed"_s, [this] { closeWindows(); });
         m_report.value(u"descriptors more than at the start"_s, program.descriptors() - descriptors,
