@@ -7,6 +7,7 @@
 #include "app/InstanceServer.h"
 #include "app/LogoutDelay.h"
 #include "app/MDIForm1.h"
+#include "app/MemoryReturn.h"
 #include "app/ProgramFolder.h"
 #include "app/ProgramStarter.h"
 #include "app/StartupNotice.h"
@@ -262,6 +263,7 @@ int run(QApplication& application, const ShellStart& start)
     QObject::connect(&frame, &MDIForm1::lossesChanged, &logout,
                      [&] { logout.setReason(frame.losses()); });
 
+    new MemoryReturn(frame); // belongs to the frame
     new WindowKeeper(frame, data + u"/fenster.json"_s); // belongs to the frame
     module.Main(address);
     const int status = QApplication::exec();

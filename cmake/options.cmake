@@ -25,7 +25,15 @@ if(NOT TESSERA_SANITIZE AND NOT TESSERA_FUZZ)
   endif()
   target_compile_options(tessera_options INTERFACE "$<$<CONFIG:Release>:${hardened}>")
   target_link_options(tessera_options INTERFACE
-    "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now,-z,noexecstack>")
+    "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now,-z,noexecstack,-z,defs>")
+
+  # What no window needs is not loaded, and what has to be set right at the start is kept short.
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -Wl,-z,pack-relative-relocs packs_relocations)
+  target_compile_options(tessera_options INTERFACE
+    "$<$<CONFIG:Release>:-O2;-ffunction-sections;-fdata-sections>")
+  target_link_options(tessera_options INTERFACE
+    "$<$<CONFIG:Release>:-Wl,--gc-sections$<$<BOOL:${packs_relocations}>:,-z,pack-relative-relocs>>")
 endif()
 if(TESSERA_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
