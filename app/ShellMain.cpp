@@ -3,6 +3,7 @@
 #include "app/AppInit.h"
 #include "app/ContextMenuKey.h"
 #include "app/DarkTitles.h"
+#include "app/DialogPortal.h"
 #include "app/GermanTexts.h"
 #include "app/InstanceServer.h"
 #include "app/LogoutDelay.h"
@@ -259,11 +260,12 @@ int run(QApplication& application, const ShellStart& start)
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &frame,
                      [&](QSessionManager& session) { endWithSession(frame, prompt, session); });
     QObject::connect(&application, &QGuiApplication::saveStateRequest, &frame, nameLauncher);
+    const DialogPortal dialogs;
     LogoutDelay logout;
     QObject::connect(&frame, &MDIForm1::lossesChanged, &logout,
                      [&] { logout.setReason(frame.losses()); });
 
-    new MemoryReturn(frame); // belongs to the frame
+    new MemoryReturn(frame);                            // belongs to the frame
     new WindowKeeper(frame, data + u"/fenster.json"_s); // belongs to the frame
     module.Main(address);
     const int status = QApplication::exec();

@@ -3,6 +3,8 @@
 #include "base/QuestionDialogs.h"
 #include "base/ShownText.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -93,12 +95,27 @@ void enlarge(QFileDialog& dialog)
     files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-QString chosenFile(QFileDialog& dialog)
+/// Waits until it is closed, by whomever. Its own exec() would wait for the answer of a dialog of
+/// the desktop's even when the program has dismissed it (seen with Qt 6.4).
+void showUntilClosed(QFileDialog& dialog)
 {
-    enlarge(dialog);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    QEventLoop loop;
+    QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&dialog, &QObject::destroyed, &loop, &QEventLoop::quit);
+    dialog.setModal(true);
+    dialog.show();
+    loop.exec(QEventLoop::DialogExec);
+}
+
+QString chosenFile(const QPointer<QFileDialog>& dialog)
+{
+    enlarge(*dialog);
+    showUntilClosed(*dialog);
+    if (!dialog) // it has gone together with its parent
         return {};
-    return dialog.selectedFiles().constFirst();
+    const std::unique_ptr<QFileDialog> finished(dialog);
+    const QStringList files = finished->selectedFiles();
+    return finished->result() == QDialog::Accepted ? files.value(0) : QString();
 }
 } // namespace
 
@@ -155,26 +172,32 @@ std::optional<Prompt::LogIn> DialogPrompt::askLogIn(QWidget* parent, const LogIn
 
 QString DialogPrompt::saveFileName(QWidget* parent, const SaveRequest& request)
 {
-    QFileDialog dialog(parent, request.title, request.directory);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                      QFileDialog::HideNameFilterDetails);
+    const QPointer<QFileDialog> dialog = new QFileDialog(parent, request.title, request.directory);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    // Those of desktops ask before they overwrite, and cannot be told not to.
+    dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                       QFileDialog::HideNameFilterDetails);
     QStringList filters{nameFilter(request.filter)};
     if (!request.secondFilter.isEmpty())
         filters.append(nameFilter(request.secondFilter));
-    dialog.setNameFilters(filters);
+    dialog->setNameFilters(filters);
     return chosenFile(dialog);
 }
 
 QString DialogPrompt::saveFileAs(QWidget* parent, const QString& title, const QString& path)
 {
+    const bool mayBeDesktops = !QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs);
+    const QPointer<QWidget> owner = parent;
     const QFileInfo file(path);
-    QFileDialog dialog(parent, title, file.absolutePath());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setNameFilters(kindFilters(file.suffix()));
-    dialog.selectFile(file.fileName());
-    return chosenFile(dialog);
+    const QPointer<QFileDialog> dialog = new QFileDialog(parent, title, file.absolutePath());
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setNameFilters(kindFilters(file.suffix()));
+    dialog->selectFile(file.fileName());
+    const QString chosen = chosenFile(dialog);
+    // The desktop has lost its dialogs while one was open, which was no answer of the user's.
+    const bool isLost = chosen.isEmpty() && mayBeDesktops && (owner || parent == nullptr) &&
+                        QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs);
+    return isLost ? saveFileAs(parent, title, path) : chosen;
 }

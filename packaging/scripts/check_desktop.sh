@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Tries the program with the services of a desktop, on a display and a bus of its own: first
 # without any service; then with stand-ins for the one of notifications and for the portal, which
-# holds a session that is about to end; then in a network that goes and comes back. No page comes
+# holds a session that is about to end and shows file dialogs; then in a network that goes and comes back. No page comes
 # from further away than this computer. build/check_desktop.png shows the display after a failure.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
@@ -134,8 +134,13 @@ start_stand_ins() {
     stand_in notes org.freedesktop.Notifications --template notification_daemon \
         --parameters '{"capabilities": "body body-markup actions"}'
     stand_in portal "$portal.Desktop" "$portal.Desktop" "$portal_path" "$portal.Inhibit"
+    portal_pid=$started
     expect "its method" tell "$portal.Desktop" "$portal_path" \
         AddMethod '' Inhibit 'sua{sv}' o "ret = '$portal_path/request/1'"
+    expect "its file dialogs" tell "$portal.Desktop" "$portal_path" \
+        AddProperty "$portal.FileChooser" version '<uint32 3>'
+    expect "its dialog for saving" tell "$portal.Desktop" "$portal_path" AddMethod \
+        "$portal.FileChooser" SaveFile 'ssa{sv}' o "ret = '$portal_path/request/1'"
     expect "its answer" tell "$portal.Desktop" "$portal_path" \
         AddObject "$portal_path/request/1" "$portal.Request" '{}' "[('Close', '', '', '')]"
 }
@@ -169,6 +174,50 @@ try_logging_out() {
     expect "not let go yet" has_let_go 1
     xdotool key ctrl+s
     expect "session let go after saving" within "$patience" has_let_go 2
+}
+
+asked_times() { [[ $(grep -c ' SaveFile ' "$scratch/portal.log") == "$1" ]]; }
+
+# offer_file N: has the program ask the portal for the Nth time.
+offer_file() {
+    open_more "$site/karten.zip"
+    expect "portal asked for a place" within "$patience" asked_times "$1"
+}
+
+# answer_dialog CODE RESULTS: as the portal does when the user has closed its dialog.
+answer_dialog() {
+    expect "portal's answer" tell "$portal.Desktop" "$portal_path/request/1" \
+        EmitSignal "$portal.Request" Response 'ua{sv}' "[<uint32 $1>, <$2>]"
+}
+
+# The portal's dialogs are only played: of what it would ask the user there is nothing to see.
+try_file_dialogs() {
+    export QT_QPA_PLATFORMTHEME=xdgdesktopportal
+    open "page, with the portal's dialogs" Glocke "$site/glocke.html"
+    offer_file 1
+    expect "asked over the frame" says portal \
+        "SaveFile \"x11:$(printf %x "$(xdotool search --onlyvisible --name '^Tessera.*')")\" \"Datei speichern unter\""
+    expect "with a name and the kinds of files" says portal 'current_name": "karten.zip".*ZIP-Dateien.*Alle Dateien'
+    expect "no dialog of the program's" not has_caption '^Datei speichern unter$'
+    answer_dialog 1 '@a{sv} {}'
+    expect "after a cancel nothing is left" within "$patience" not compgen -G "$HOME/karten*"
+    offer_file 2
+    echo alt >"$HOME/Übung %1.txt"
+    answer_dialog 0 "{'uris': <['file://$HOME/%C3%9Cbung%20%251.txt']>}"
+    expect "after a choice: list of downloads" within "$patience" has_caption '^Downloads$'
+    expect "download under way" compgen -G "$HOME/karten*"
+    cancel_download
+    expect "what was there before is still there" grep -qx alt "$HOME/Übung %1.txt"
+    offer_file 3
+    end
+    open "page once more" Glocke "$site/glocke.html"
+    offer_file 4
+    kill "$portal_pid"
+    expect "portal gone: the program asks by itself" within "$patience" activated '^Datei speichern unter$'
+    xdotool key Escape
+    expect "and goes on" within "$patience" not has_caption '^Datei speichern unter$'
+    end
+    unset QT_QPA_PLATFORMTHEME
 }
 
 network_decided() { says network ready || not kill -0 "$started" 2>/dev/null; }
@@ -207,7 +256,7 @@ try_network() {
 }
 
 require_packages "${program_packages[@]}" "${display_packages[@]}" \
-    perl dbus libglib2.0-bin python3-dbusmock iproute2
+    perl dbus libglib2.0-bin python3-dbusmock iproute2 qt6-xdgdesktopportal-platformtheme
 build release tessera
 start_display
 trap end_all EXIT
@@ -239,4 +288,5 @@ start_stand_ins
 try_notification
 try_logging_out
 end
+try_file_dialogs
 try_network
