@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Tries the program with the services of a desktop, on a display and a bus of its own: first
 # without any service; then with stand-ins for the one of notifications and for the portal, which
-# holds a session that is about to end and shows file dialogs; then in a network that goes and comes back. No page comes
+# holds a session that is about to end and shows file dialogs; then in a network that goes and
+# comes back, also while the program sleeps. No page comes
 # from further away than this computer. build/check_desktop.png shows the display after a failure.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
@@ -106,7 +107,8 @@ let_page_notify() {
 }
 
 # A window of the width that the program gives it, in the corner of the display.
-corner_shows_it() { xwininfo -root -tree | grep -q '"Tessera".* 320x[0-9]*+948+'; }
+# Not by grep -q, which leaves xwininfo with nobody to write to.
+corner_shows_it() { xwininfo -root -tree | grep '"Tessera".* 320x[0-9]*+948+' >/dev/null; }
 
 begin_download() {
     open_more "$site/karten.zip"
@@ -238,6 +240,38 @@ start_network() {
         "${inside[@]}" xdotool get_num_desktops >"$scratch/output" 2>&1
 }
 
+# processes PID: it and all that come of it.
+processes() {
+    local pid
+    echo "$1"
+    for pid in $(pgrep -P "$1"); do
+        processes "$pid"
+    done
+}
+
+has_asked_since() { (($(grep -c 'GET /wieder.html?' "$scratch/web.log") > $1)); }
+
+# A suspend is imitated: all processes of the program are stopped, and lose their network. In a
+# real one the clock that timers go by stands still; here it goes on, and all timers are overdue.
+try_sleeping() {
+    local all asked
+    open_more http://10.9.8.7/wach.html
+    expect "page that keeps asking its server" within "$patience" says web 'GET /wieder.html?3'
+    mapfile -t all < <(processes "$tessera_pid")
+    expect "asleep" kill -STOP "${all[@]}"
+    expect "network gone" "${inside[@]}" sh -c 'ip address flush dev out && ip link set out down'
+    sleep 12
+    asked=$(grep -c 'GET /wieder.html?' "$scratch/web.log")
+    expect "awake" kill -CONT "${all[@]}"
+    open_more http://10.9.8.7/spaet.html
+    sleep 3
+    expect "neither page can reach the server" not has_asked_since "$asked"
+    expect "network back" "${inside[@]}" sh -c \
+        'ip link set out up && ip address add 10.9.8.7/24 dev out && ip route add default dev out'
+    expect "the page from before goes on" within "$patience" has_asked_since "$asked"
+    expect "the one from without a network comes" within "$patience" says web 'GET /spaet.html .* 200'
+}
+
 try_network() {
     if ! start_network; then
         echo "Left out: there is no network of one's own to be had here."
@@ -252,11 +286,12 @@ try_network() {
     expect "server there" within "$patience" says web '^Serving'
     expect "way out" "${inside[@]}" ip route add default dev out
     expect "page comes by itself" within "$patience" has_caption '^Tessera.*Wieder da'
+    try_sleeping
     end
 }
 
 require_packages "${program_packages[@]}" "${display_packages[@]}" \
-    perl dbus libglib2.0-bin python3-dbusmock iproute2 qt6-xdgdesktopportal-platformtheme
+    perl dbus libglib2.0-bin python3-dbusmock iproute2 procps qt6-xdgdesktopportal-platformtheme
 build release tessera
 start_display
 trap end_all EXIT
@@ -270,6 +305,8 @@ export HOME=$scratch/home QT_LOGGING_RULES=qt.qpa.theme.dbus=false
 unset QT_QPA_PLATFORMTHEME XDG_CONFIG_HOME
 mkdir "$scratch/pages"
 echo '<title>Wieder da</title>' >"$scratch/pages/wieder.html"
+echo '<title>Spät</title>' >"$scratch/pages/spaet.html"
+echo '<script>let n = 0; setInterval(() => fetch("wieder.html?" + n++), 500)</script>' >"$scratch/pages/wach.html"
 cat >"$scratch/pages/glocke.html" <<'END'
 <title>Glocke</title>
 <script>
