@@ -7,7 +7,6 @@ class MDIForm1;
 /// Gives the system back what a page's coming or a window's going has left over: the allocator
 /// keeps it otherwise, and a frame that had many windows stays large. Belongs to the frame.
 class MemoryReturn : public QObject {
-    Q_OBJECT
 public:
     explicit MemoryReturn(MDIForm1& frame);
 

@@ -11,6 +11,7 @@
 #include "app/MemoryReturn.h"
 #include "app/ProgramFolder.h"
 #include "app/ProgramStarter.h"
+#include "app/QuestionKeys.h"
 #include "app/StartupNotice.h"
 #include "app/WindowKeeper.h"
 #include "base/DialogPrompt.h"
@@ -294,6 +295,7 @@ extern "C" Q_DECL_EXPORT int tesseraShell(const ShellStart& start, char* program
     describeProgram();
     installGermanTexts();
     new ContextMenuKey(&application); // belongs to the application
+    new QuestionKeys(application);    // as this does
     return start.complaint.empty() ? run(application, start)
                                    : show(QString::fromStdString(start.complaint));
 }

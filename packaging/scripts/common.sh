@@ -16,8 +16,8 @@ program_packages=(
 # A display where there is none, a window manager that activates windows, and
 # tools that look at the picture.
 display_packages=(xvfb openbox xdotool x11-utils imagemagick)
-# A Wayland compositor and tools that use it, where the one test that needs them has been
-# tried. It is skipped without.
+# A Wayland compositor and tools that use it, where the tests that need them have been
+# tried. They are skipped without.
 wayland_packages=()
 # What the checks need besides. Their results differ from version to version, so
 # the format and lint tools are only wanted where version 14 is to be had.
@@ -27,7 +27,7 @@ suite=$(. /etc/os-release 2>/dev/null && echo "${VERSION_CODENAME:-}") || suite=
 case $suite in
 bookworm)
     check_packages+=(clang-format-14 clang-tidy-14)
-    wayland_packages+=(sway wayvnc grim)
+    wayland_packages+=(sway wayvnc grim wl-clipboard)
     ;;
 esac
 
@@ -60,6 +60,7 @@ other_names='
     sway                  sway                     sway
     wayvnc                wayvnc                   wayvnc
     grim                  grim                     grim
+    wl-clipboard          wl-clipboard             wl-clipboard
     git                   git                      git
     clang                 clang                    clang
     libclang-rt-dev       compiler-rt              compiler-rt

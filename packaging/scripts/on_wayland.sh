@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# on_wayland.sh test: runs a test program under a Wayland compositor of its own, which draws
+# on_wayland.sh test [argument...]: runs a test program under a Wayland compositor of its own, which draws
 # into memory and takes pointer and keys from a socket. It refuses root: then all of it runs as
 # "nobody". Ends with 77 where there is no compositor, or none starts.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
 
-for tool in sway wayvnc grim; do
+for tool in sway wayvnc grim wl-paste; do
     command -v "$tool" >/dev/null || exit 77
 done
 scratch=$(mktemp -d /tmp/tessera.XXXXXX)
@@ -37,13 +37,14 @@ ready() {
 }
 
 mkdir -m 700 "$scratch"/{bin,home,runtime}
-programs=$(dirname "$1")
+programs=$(dirname "$(readlink -f "$1")")
 # The build may lie where only root gets.
 cp -r "$1" "$programs"/{tessera,lib,Lizenz.txt} "$scratch/bin"
 cat >"$scratch/config" <<'END'
 xwayland disable
 for_window [app_id="tessera"] floating enable, border none
 focus_on_window_activation focus
+seat * hide_cursor 100
 output HEADLESS-1 mode 1280x1024
 END
 as_user=(setpriv --pdeathsig TERM)
@@ -73,9 +74,6 @@ export WAYLAND_DISPLAY
 pids+=($!)
 ready "$scratch/runtime/hands"
 status=0
-"${as_user[@]}" "$scratch/bin/$(basename "$1")" || status=$?
-if ls "$HOME"/*.png >/dev/null 2>&1; then
-    mkdir -p "$programs/failures"
-    cp "$HOME"/*.png "$programs/failures"
-fi
+"${as_user[@]}" "$scratch/bin/$(basename "$1")" "${@:2}" || status=$?
+[[ ! -d $scratch/bin/failures ]] || cp -r "$scratch/bin/failures" "$programs"
 exit "$status"

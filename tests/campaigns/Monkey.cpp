@@ -8,6 +8,7 @@
 
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QLocalSocket>
 
 #include <csignal>
 #include <cstdio>
@@ -19,7 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 mostAnswer = 1000; // milliseconds
-constexpr QPoint decoration(1, 20); // the display counts it twice
 constexpr int remembered = 12;      // steps that are told with a finding
 
 const QStringList allKeys{
@@ -64,25 +64,9 @@ void script(LoopbackServer& server)
                                .headers = "Content-Disposition: attachment\r\n"});
 }
 
-QString outputOf(const QString& command)
+Desk& desk()
 {
-    QProcess process;
-    process.startCommand(command);
-    process.waitForFinished();
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-}
-
-/// The windows that the window manager looks after.
-QStringList managedWindows()
-{
-    return outputOf(u"xprop -root _NET_CLIENT_LIST"_s)
-        .section(u"# "_s, 1)
-        .split(u", "_s, Qt::SkipEmptyParts);
-}
-
-bool isThere()
-{
-    return !outputOf(u"xdotool search --onlyvisible --class tessera"_s).isEmpty();
+    return Desk::here();
 }
 
 /// Works with the real program as no user would have the patience to: takes at random what a
@@ -119,6 +103,7 @@ private:
     void lookAtWindows();
     void lookAtFiles();
     void find(const QString& what);
+    bool isRunning() { return m_run.state() != QProcess::NotRunning && !m_run.waitForFinished(1); }
 
     void press(const QString& keys);
     void pressKeys();
@@ -151,6 +136,7 @@ private:
     QByteArray m_output;
     QStringList m_before;
     QStringList m_findings;
+    QDir m_pictures{QCoreApplication::applicationDirPath()};
     int m_steps = 0;
     qint64 m_slowest = 0;
 };
@@ -158,6 +144,8 @@ private:
 Monkey::Monkey(unsigned seed) : m_seed(seed), m_chance(seed)
 {
     script(m_server);
+    m_pictures.mkpath(u"failures"_s);
+    m_pictures.cd(u"failures"_s);
     Prefer preferences(QFileInfo(m_program.file(u"Pref.tsp"_s)).path());
     preferences.LoadPref();
     preferences.HomeUrl(m_server.address(u"/red"_s));
@@ -219,7 +207,7 @@ void Monkey::step()
 void Monkey::look()
 {
     lookAtOutput();
-    if (m_run.state() == QProcess::NotRunning || m_run.waitForFinished(1)) {
+    if (!isRunning()) {
         if (m_run.exitStatus() != QProcess::NormalExit || m_run.exitCode() != 0)
             find(u"ended with %1"_s.arg(m_run.exitCode()));
         lookAtFiles();
@@ -231,13 +219,14 @@ void Monkey::look()
 
 void Monkey::lookAtAnswer()
 {
-    const QString active = outputOf(u"xdotool getactivewindow"_s);
+    // It greets whoever calls it, as soon as it gets to that.
+    QLocalSocket call;
     QElapsedTimer time;
     time.start();
-    Answers().await(active.toUInt());
-    // A window that has gone meanwhile does not answer.
-    if (active.toUInt() == 0 || active != outputOf(u"xdotool getactivewindow"_s))
-        return;
+    call.connectToServer(m_program.home() + u"/tessera.socket"_s);
+    const bool hasAnswered = call.waitForReadyRead(patience);
+    if (!hasAnswered && (!isRunning() || call.error() != QLocalSocket::SocketTimeoutError))
+        return; // it is just ending
     m_slowest = qMax(m_slowest, time.elapsed());
     if (time.elapsed() > mostAnswer)
         find(u"no answer for %1 ms"_s.arg(time.elapsed()));
@@ -258,14 +247,15 @@ void Monkey::lookAtWindows()
 {
     // A window that is just going may be named no more.
     const auto areNamed = [] {
-        const QStringList all = managedWindows();
-        return std::none_of(all.begin(), all.end(), [](const QString& window) {
-            return outputOf(u"xprop _NET_WM_NAME -id "_s + window).endsWith("= \"\""_L1);
+        const QStringList all = desk().windows();
+        return std::all_of(all.begin(), all.end(), [all](const QString& window) {
+            return !desk().titleOf(window).isEmpty() || !desk().windows().contains(window);
         });
     };
     if (!QTest::qWaitFor(areNamed, patience))
         find(u"a window without a caption"_s);
-    if (!QTest::qWaitFor([] { return !isThere() || !User::activeWindow().isEmpty(); }, patience)) {
+    const auto haveKeys = [] { return desk().windows().isEmpty() || !desk().active().isEmpty(); };
+    if (!QTest::qWaitFor(haveKeys, patience)) {
         find(u"no window has the keys"_s);
         startSecondCopy();
     }
@@ -289,10 +279,10 @@ void Monkey::lookAtFiles()
 
 void Monkey::find(const QString& what)
 {
+    const QString file = u"monkey-%1-%2.png"_s.arg(m_seed).arg(m_findings.size() + 1);
     m_findings << u"step %1 (%2): %3"_s.arg(m_steps).arg(m_before.join(u", "_s), what);
     std::fprintf(stderr, "%s\n", qPrintable(m_findings.constLast()));
-    QGuiApplication::primaryScreen()->grabWindow(0).save(
-        u"monkey-%1-%2.png"_s.arg(m_seed).arg(m_findings.size()));
+    desk().picture().save(m_pictures.filePath(file));
 }
 
 void Monkey::end()
@@ -334,10 +324,9 @@ void Monkey::typeNonsense()
 void Monkey::clickSomewhere()
 {
     const QPoint where = place();
-    const QString button = one(QStringList{u"1"_s, u"1"_s, u"1"_s, u"3"_s, u"2"_s});
+    const int button = one(QList<int>{1, 1, 1, 3, 2});
     m_before.last() += u" %1 at %2,%3"_s.arg(button).arg(where.x()).arg(where.y());
-    User::moveTo(where);
-    outputOf(u"xdotool click --delay 60 --repeat %1 %2"_s.arg(1 + below(2)).arg(button));
+    User::click(where, 1 + below(2), button);
 }
 
 void Monkey::pullSomething()
@@ -373,13 +362,13 @@ void Monkey::startSecondCopy()
 
 void Monkey::resizeWindow()
 {
-    outputOf(
-        u"xdotool getactivewindow windowsize %1 %2"_s.arg(300 + below(900)).arg(200 + below(700)));
+    desk().resize(desk().active(), {300 + below(900), 200 + below(700)});
 }
 
 void Monkey::minimiseWindow()
 {
-    outputOf(u"xdotool getactivewindow windowminimize"_s);
+    if (!desk().minimise(desk().active()))
+        return;
     QTest::qWait(500);
     startSecondCopy(); // brings the frame back
 }
@@ -403,9 +392,9 @@ QString Monkey::page()
 /// Somewhere in the active window: a click beside it would leave the program.
 QPoint Monkey::place()
 {
-    const QRect window = User::place(User::activeWindow());
-    return {window.x() + below(qMax(1, window.width())) - decoration.x(),
-            window.y() + below(qMax(1, window.height())) - decoration.y()};
+    const QRect window = desk().placeOf(desk().active());
+    return window.topLeft() +
+           QPoint(below(qMax(1, window.width())), below(qMax(1, window.height())));
 }
 
 } // namespace

@@ -64,11 +64,7 @@ private:
     /// What the frame has for its windows, between menu and status bar.
     static QRect area()
     {
-        const QStringList extents = User::property(title(), u"_NET_FRAME_EXTENTS"_s).split(u", "_s);
-        // The place that the user's tool tells counts the decoration twice.
-        return User::place(title())
-            .translated(-extents.value(0).toInt(), -extents.value(2).toInt())
-            .adjusted(0, 22, 0, -22);
+        return User::place(title()).adjusted(0, 22, 0, -22);
     }
     void openBoth()
     {

@@ -69,16 +69,16 @@ private slots:
             // "Always on top" in the window manager's menu.
             User::press(u"alt+space Down Down Right Return"_s);
         }
-        const auto now = [this] { return User::property(m_caption, u"_NET_WM_STATE"_s); };
+        const auto now = [this] { return property(u"_NET_WM_STATE"_s); };
         QTRY_VERIFY_WITH_TIMEOUT(now().contains(wanted), patience);
-        const QString number = User::property(m_caption, {});
+        const QString number = property({});
         const QRect place = frame();
         User::press(u"ctrl+n"_s);
         m_caption = title();
         QTest::qWait(500); // the page before is blue, too
         QTRY_COLOUR(place.center() + QPoint(0, place.height() / 3), Qt::blue);
         QTest::qWait(500); // a window that takes the place of another comes a little later
-        QCOMPARE(User::property(m_caption, {}), number);
+        QCOMPARE(property({}), number);
         QCOMPARE(frame(), place);
         QVERIFY2(now().contains(wanted), qPrintable(now()));
         endAndCompare(state, {800, 640});
@@ -222,14 +222,17 @@ private:
         return sight.margin == m_margin && sight.grey < 2000;
     }
 
-    /// The content of the frame. The place that the user's tool tells counts the
-    /// decoration twice.
-    QRect frame() const
+    QRect frame() const { return User::place(m_caption); }
+    /// What the display says of the frame, as "_NET_WM_STATE"; its number where `name` is empty.
+    QString property(const QString& name) const
     {
-        const QStringList extents =
-            User::property(m_caption, u"_NET_FRAME_EXTENTS"_s).split(u", "_s);
-        return User::place(m_caption).translated(-extents.value(0).toInt(),
-                                                 -extents.value(2).toInt());
+        const QString window = Desk::here().windows(m_caption).value(0);
+        if (name.isEmpty())
+            return window;
+        QProcess process;
+        process.start(u"xprop"_s, {u"-id"_s, window, name});
+        process.waitForFinished();
+        return QString::fromUtf8(process.readAllStandardOutput()).section(u'=', 1).trimmed();
     }
 
     /// In the title of the lower one of two windows.

@@ -1,7 +1,6 @@
 #include "tests/core/SampleArchive.h"
 #include "tests/e2e/Scenario.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
 #include <QtTest>
 
@@ -75,7 +74,7 @@ private slots:
         const QRect frame = User::place(maximised(u"Eins"_s));
         add(u"Zwei"_s);
         QVERIFY(reaches(u"Zwei"_s, u"-"_s, u"minus"_s));
-        QPoint edge(frame.x() + 12, frame.bottom() - 60); // the lower window's left one
+        QPoint edge(frame.x() + 13, frame.bottom() - 40); // the lower window's left one
         QTRY_COLOUR(edge, Qt::blue);
         User::press(u"alt+minus v Right Right Escape"_s);
         QTRY_COLOUR(edge, Qt::blue);
@@ -143,7 +142,7 @@ private slots:
         User::enter(m_server->address(u"/Zwei"_s));
         QTRY_SEES(maximised(u"Zwei"_s));
         User::press(u"ctrl+l shift+F10 a"_s); // that of the line: cut
-        QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
+        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(),
                                   m_server->address(u"/Zwei"_s), patience);
     }
 
@@ -157,7 +156,7 @@ private slots:
         User::press(u"alt+minus x"_s);
         QTRY_SEES(maximised(u"Zwei"_s));
         const QRect frame = User::place(maximised(u"Zwei"_s));
-        const QPoint upper = frame.topLeft() + QPoint(40, frame.height() * 2 / 5);
+        const QPoint upper = frame.topLeft() + QPoint(40, frame.height() * 2 / 5 + 20);
         User::press(u"alt+f s"_s);
         QStringList active;
         for (int i = 0; i < 2; ++i) { // in which order the engine has them asked is open
@@ -200,7 +199,7 @@ private slots:
         User::press(u"ctrl+h"_s);
         QTRY_SEES(u"Historie"_s);
         const int before = loads();
-        User::click(User::place(u"Historie"_s).topLeft() + QPoint(60, 45),
+        User::click(User::place(u"Historie"_s).topLeft() + QPoint(60, 65),
                     2); // the mouse opens at once
         QTRY_COMPARE_WITH_TIMEOUT(loads(), before + 1, patience);
     }

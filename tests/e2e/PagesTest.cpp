@@ -38,7 +38,7 @@ private slots:
         storeArchive(m_program->file(u"."_s),
                      {{u"Wiese"_s, m_server->address(u"/icon"_s).section(u'/', 2)}});
         open(u"/icon"_s, u"Wiese"_s);
-        const QPoint corner = User::place(maximised(u"Wiese"_s)).topLeft() + QPoint(7, -11);
+        const QPoint corner = User::place(maximised(u"Wiese"_s)).topLeft() + QPoint(8, 9);
         QTRY_COLOUR(corner, "lime");
         User::press(u"Tab Return"_s); // a download
         QTRY_SEES(u"Datei speichern unter"_s);
@@ -51,14 +51,14 @@ private slots:
         User::press(u"ctrl+w"_s);
         QTRY_SEES(title());
         User::press(u"ctrl+shift+t"_s);
-        const QPoint childCorner = User::place(title()).topLeft() + QPoint(12, 12);
+        const QPoint childCorner = User::place(title()).topLeft() + QPoint(13, 32);
         QTRY_COLOUR(childCorner, "aqua");
         User::typeAddress(m_server->address(u"/red"_s));
         QTRY_VERIFY_WITH_TIMEOUT(User::colourAt(childCorner) != QColor("aqua"), patience);
         User::press(u"alt+x b"_s);
         QTRY_SEES(u"Bookmark Archiv"_s);
         User::press(u"Down asterisk"_s);
-        QTRY_COLOUR(User::place(u"Bookmark Archiv"_s).topLeft() + QPoint(70, 44), "lime");
+        QTRY_COLOUR(User::place(u"Bookmark Archiv"_s).topLeft() + QPoint(71, 64), "lime");
         m_run->terminate();
         QVERIFY(hasEnded());
         QDirIterator files(m_program->home() + u"/.local"_s, QDir::Files,
@@ -226,7 +226,7 @@ private slots:
         QTest::qWait(2000);
         QVERIFY(!User::sees(u"Drucken"_s));
         const QRect frame = User::place(title());
-        User::click({frame.center().x(), frame.bottom() - 50});
+        User::click({frame.center().x(), frame.bottom() - 30});
         QTRY_SEES(u"Drucken"_s); // the page that the user has clicked in
     }
 

@@ -99,7 +99,7 @@ private slots:
         QTRY_SEES(title());
         QTest::qWait(700);
         const QRect frame = User::place(title());
-        User::carry(frame.topLeft() + QPoint(100, 150), frame.bottomRight() - QPoint(15, 45));
+        User::carry(frame.topLeft() + QPoint(100, 170), frame.bottomRight() - QPoint(15, 25));
         QVERIFY(fills(u"Rot (privat)"_s));
     }
 

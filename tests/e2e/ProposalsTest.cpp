@@ -1,8 +1,6 @@
 #include "tests/core/SampleArchive.h"
 #include "tests/e2e/Scenario.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -120,9 +118,9 @@ private:
     }
     static QString copied()
     {
-        QGuiApplication::clipboard()->clear();
+        Desk::here().clearClipboard();
         User::press(u"ctrl+a ctrl+c"_s);
-        const auto text = [] { return QGuiApplication::clipboard()->text(); };
+        const auto text = [] { return User::clipboard(); };
         const bool isThere = QTest::qWaitFor([&] { return !text().isEmpty(); }, patience);
         return isThere ? text() : u"nothing"_s;
     }

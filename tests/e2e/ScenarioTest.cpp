@@ -1,7 +1,5 @@
 #include "tests/e2e/Scenario.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QtTest>
 
 #include <csignal>
@@ -91,7 +89,7 @@ private slots:
         QVERIFY(m_server->lastRequest(u"/file"_s).contains("Range: bytes=40000-"));
         User::press(u"Escape"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(u"Downloads"_s), patience);
-        // The sign in the status bar; the tool may count the title bar twice.
+        // The sign in the status bar.
         for (int above = 8; above < 48 && !User::sees(u"Downloads"_s); above += 8) {
             User::click(frame.bottomRight() - QPoint(60, above));
             QTest::qWait(500);
@@ -160,7 +158,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
         QTest::qWait(700);
         User::press(u"ctrl+l ctrl+c"_s); // the line has the page's address again
-        QTRY_COMPARE_WITH_TIMEOUT(QGuiApplication::clipboard()->text(),
+        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(),
                                   m_server->address(u"/form"_s), patience);
         User::press(u"ctrl+w"_s);
         QTRY_SEES(question);

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "tests/e2e/Answers.h"
+#include "tests/e2e/Desk.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
-#include <QProcess>
-#include <QRegularExpression>
-#include <QScreen>
 #include <QtTest>
 
 /// Somebody in front of the display: looks at windows and pixels, and works with
@@ -16,46 +12,30 @@ public:
     /// Whether a window with exactly this title is to be seen.
     static bool sees(const QString& title) { return count(title) > 0; }
     /// How many windows have exactly this title.
-    static int count(const QString& title) { return int(windows(title).size()); }
+    static int count(const QString& title) { return int(desk().windows(title).size()); }
     /// The place of that window's content on the display, in pixels; empty if there is none.
     static QRect place(const QString& title)
     {
-        QString id;
-        if (!QTest::qWaitFor([&] { return !(id = window(title)).isEmpty(); }))
-            return {};
-        QHash<QString, int> values;
-        const QString geometry = tool("getwindowgeometry --shell", {id});
-        for (const QString& line : geometry.split(u'\n'))
-            values.insert(line.section(u'=', 0, 0), line.section(u'=', 1).toInt());
-        return {values[QStringLiteral("X")], values[QStringLiteral("Y")],
-                values[QStringLiteral("WIDTH")], values[QStringLiteral("HEIGHT")]};
+        const bool isThere = QTest::qWaitFor([&] { return sees(title); });
+        return isThere ? desk().placeOf(window(title)) : QRect();
     }
     /// The title of the window that has the keys.
-    static QString activeWindow() { return tool("getactivewindow getwindowname"); }
-    static QColor colourAt(const QPoint& place) { return picture().toImage().pixelColor(place); }
-    /// What the display says of the window with exactly this title, as "_NET_WM_STATE"
-    /// or "WM_CLASS"; its number where `name` is empty.
-    static QString property(const QString& title, const QString& name)
-    {
-        const QString id = window(title);
-        if (name.isEmpty() || id.isEmpty())
-            return id;
-        return outputOf("xprop -id", {id, name}).section(u'=', 1).trimmed();
-    }
+    static QString activeWindow() { return desk().titleOf(desk().active()); }
+    static QColor colourAt(const QPoint& place) { return desk().picture().pixelColor(place); }
+    static QString clipboard() { return desk().clipboard(); }
 
     /// Presses keys one after the other, as "ctrl+l Tab Return". Each comes when the program
     /// has handled the one before, so that a menu has opened before its next key comes.
     static void press(const QString& keys)
     {
-        Answers answers;
         const QStringList all = keys.split(u' ');
         for (const QString& key : all) {
-            tool("key", {key});
+            desk().press(key);
             QTest::qWait(pageTime);
-            answers.await(tool("getactivewindow").toUInt());
+            desk().awaitAnswer();
         }
     }
-    static void type(const QString& text) { tool("type --delay 15", {text}); }
+    static void type(const QString& text) { desk().type(text); }
     /// Types a text and ends it with Enter.
     static void enter(const QString& text)
     {
@@ -68,22 +48,22 @@ public:
         press(QStringLiteral("ctrl+l"));
         enter(typed);
     }
-    static void click(const QPoint& place, int times = 1)
+    static void click(const QPoint& place, int times = 1, int button = 1)
     {
         moveTo(place);
-        tool("click --delay 80 --repeat", {QString::number(times), QStringLiteral("1")});
+        for (int i = 0; i < times; ++i) {
+            QTest::qWait(i == 0 ? 0 : 80);
+            desk().hold(button, true);
+            desk().hold(button, false);
+        }
     }
-    static void moveTo(const QPoint& place)
-    {
-        // Not to be waited for: a pointer that is there already never moves.
-        tool("mousemove", numbers(place.x(), place.y()));
-    }
+    static void moveTo(const QPoint& place) { desk().moveTo(place); }
     /// Moves the mouse with the left button held, slowly enough for every window underway to
     /// answer; rests for a moment before it lets go.
     static void drag(const QPoint& from, const QPoint& to)
     {
         moveTo(from);
-        tool("mousedown 1");
+        desk().hold(1, true);
         pull(from, to);
     }
     /// The same for what a program lets be carried away. A page's process has to be asked first
@@ -92,27 +72,25 @@ public:
     static void carry(const QPoint& from, const QPoint& to, const QList<QPoint>& over = {})
     {
         constexpr int begin = 16; // pixels, more than a hand trembles
-        Answers answers;
-        answers.forgetDrag();
+        desk().forgetDrag();
         moveTo(from);
-        tool("mousedown 1");
+        desk().hold(1, true);
         QTest::qWait(pageTime);
         moveTo(from + QPoint(begin, 0));
-        if (!answers.awaitDrag())
+        if (!desk().awaitDrag(from + QPoint(begin, 0)))
             qWarning("Nothing is dragged.");
         pull(from, to, over);
-        answers.await(tool("getactivewindow").toUInt());
+        desk().awaitAnswer();
         QTest::qWait(pageTime); // the page hears that it is over
     }
-    static void minimise(const QString& title) { tool("windowminimize", {window(title)}); }
+    static bool minimise(const QString& title) { return desk().minimise(window(title)); }
     static void resize(const QString& title, const QSize& size)
     {
-        tool("windowsize --sync",
-             QStringList(window(title)) + numbers(size.width(), size.height()));
+        desk().resize(window(title), size);
     }
     static void move(const QString& title, const QPoint& place)
     {
-        tool("windowmove", QStringList(window(title)) + numbers(place.x(), place.y()));
+        desk().move(window(title), place);
     }
 
     /// Saves a picture of the display beside the test programs when the running
@@ -125,7 +103,7 @@ public:
         const QString file =
             folder.filePath(QLatin1String(QTest::currentTestFunction()) + QStringLiteral(".png"));
         if (folder.mkpath(QStringLiteral(".")) &&
-            picture().save(file, nullptr, 100)) // the quickest
+            desk().picture().save(file, nullptr, 100)) // the quickest
             qInfo("The display as it was: %s", qPrintable(file));
     }
 
@@ -144,29 +122,8 @@ private:
             QTest::qWait(place == to ? 300 : 800);
             from = place;
         }
-        tool("mouseup 1");
+        desk().hold(1, false);
     }
-    static QString outputOf(const char* command, const QStringList& further)
-    {
-        const QStringList words = QString::fromLatin1(command).split(u' ');
-        QProcess process;
-        process.start(words.first(), words.mid(1) + further);
-        process.waitForFinished();
-        return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-    }
-    static QString tool(const QByteArray& command, const QStringList& further = {})
-    {
-        return outputOf("xdotool " + command, further);
-    }
-    static QStringList numbers(int first, int second)
-    {
-        return {QString::number(first), QString::number(second)};
-    }
-    static QStringList windows(const QString& title)
-    {
-        const QString pattern = u'^' + QRegularExpression::escape(title) + u'$';
-        return tool("search --onlyvisible --name", {pattern}).split(u'\n', Qt::SkipEmptyParts);
-    }
-    static QString window(const QString& title) { return windows(title).value(0); }
-    static QPixmap picture() { return QGuiApplication::primaryScreen()->grabWindow(0); }
+    static QString window(const QString& title) { return desk().windows(title).value(0); }
+    static Desk& desk() { return Desk::here(); }
 };
