@@ -12,12 +12,13 @@ MemoryReturn::MemoryReturn(MDIForm1& frame) : QObject(&frame)
     using namespace std::chrono_literals;
     m_quiet.setSingleShot(true);
     m_quiet.setInterval(2s);
-    const auto wait = qOverload<>(&QTimer::start);
-    connect(&frame, &MDIForm1::browserAdded, &m_quiet, [this, wait](frmBrowser& window) {
-        connect(&window, &frmBrowser::pageChanged, &m_quiet, wait);
-        connect(&window, &QObject::destroyed, &m_quiet, wait);
+    connect(&frame, &MDIForm1::browserAdded, &m_quiet, [this](frmBrowser& window) {
+        connect(&window, &frmBrowser::pageChanged, &m_quiet, qOverload<>(&QTimer::start));
     });
+    connect(&m_quiet, &QTimer::timeout, this, [this] {
 #ifdef __GLIBC__
-    connect(&m_quiet, &QTimer::timeout, this, [] { ::malloc_trim(0); });
+        ::malloc_trim(0);
 #endif
+        deleteLater();
+    });
 }

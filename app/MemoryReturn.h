@@ -4,12 +4,13 @@
 
 class MDIForm1;
 
-/// Gives the system back what a page's coming or a window's going has left over: the allocator
-/// keeps it otherwise, and a frame that had many windows stays large. Belongs to the frame.
+/// Gives the system back, once, what the start has left over when its first page has come and
+/// nothing more has for a while. Not later: in the heap of a frame that had hundreds of windows
+/// that takes a second. Belongs to the frame.
 class MemoryReturn : public QObject {
 public:
     explicit MemoryReturn(MDIForm1& frame);
 
 private:
-    QTimer m_quiet; ///< until nothing has come or gone for a while
+    QTimer m_quiet;
 };

@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The list of the downloads with its buttons, and that of the visits.
+/// The list of the downloads, and that of the visits.
 class ListWindowsTest : public WindowTest {
     Q_OBJECT
 private slots:
@@ -32,24 +32,6 @@ private slots:
         m_canOpen = true;
     }
     void cleanup() { m_window.reset(); }
-
-    void downloadButtonsFollowTheSelection()
-    {
-        QCOMPARE(enabled(), QString());
-        int cancelled = 0;
-        const auto first = m_table->add({.path = u"/d/a"_s}, {.cancel = [&] { ++cancelled; }});
-        QCOMPARE(enabled(), u"cmdCancel cmdFolder"_s);
-        m_table->add({.path = u"/d/b"_s}, {.cancel = [&] { ++cancelled; }});
-        m_table->finish(first, DownloadState::Completed);
-        QCOMPARE(enabled(), u"cmdOpen cmdFolder cmdClear"_s); // the first one is still selected
-        find<QTableView>()->selectAll();
-        QCOMPARE(enabled(), u"cmdCancel cmdClear"_s);
-        press(u"cmdCancel"_s);
-        QCOMPARE(cancelled, 1);
-        press(u"cmdClear"_s);
-        QCOMPARE(m_table->rowCount(), 1);
-        QCOMPARE(enabled(), u"cmdCancel cmdFolder"_s);
-    }
 
     void downloadsAreOpened()
     {
@@ -105,15 +87,6 @@ private slots:
     }
 
 private:
-    QString enabled() const
-    {
-        QStringList names;
-        for (const auto& name : {u"cmdCancel"_s, u"cmdOpen"_s, u"cmdFolder"_s, u"cmdClear"_s})
-            if (find(name)->isEnabled())
-                names << name;
-        return names.join(u' ');
-    }
-
     FakeShell m_shell;
     std::unique_ptr<DownloadTable> m_table;
     std::unique_ptr<frmDownloads> m_window;
