@@ -95,8 +95,8 @@ void enlarge(QFileDialog& dialog)
     files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-/// Waits until it is closed, by whomever. Its own exec() would wait for the answer of a dialog of
-/// the desktop's even when the program has dismissed it (seen with Qt 6.4).
+/// Waits until it is closed, by whomever: its own exec() may go on waiting for the desktop's dialog
+/// when the program has dismissed it.
 void showUntilClosed(QFileDialog& dialog)
 {
     QEventLoop loop;
