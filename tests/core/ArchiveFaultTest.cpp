@@ -209,36 +209,6 @@ private slots:
                  u"-\n\n'1 .bkm' (Ordner 'O '):\nr"_s);
     }
 
-    void fullDiskLosesNothing()
-    {
-        const QStringList lost{u"Book.bkm"_s, u"3.bkm"_s}; // the others fit
-        Book book(path());
-        fillSample(book, path());
-        book.SaveAllThema();
-        for (const auto& folder : *book.colThema()) {
-            folder->DirName(folder->DirName() + u'!');
-            if (folder->colBookmark() && !folder->colBookmark()->IsEmpty())
-                folder->colBookmark()->Item(1)->Url(u"neu"_s);
-        }
-        {
-            const FullDisk disk(800);
-            book.SaveAllThema();
-        }
-        QCOMPARE(notWritten(book), lost);
-        for (const QString& name : lost) { // no file of the name, the old content beside it
-            QVERIFY(!QFile::exists(file(name)));
-            QCOMPARE(bytesOf(file(name + u".bak"_s)), golden(name));
-        }
-        Book other(path()); // who starts again now has the old content
-        QVERIFY(other.LoadAllThema());
-        QCOMPARE(other.colThema()->Item(1)->DirName(), u"Ämter <Süd>"_s);
-        book.markUnwrittenChanged();
-        book.SaveAllThema();
-        QVERIFY(book.filesNotWritten().empty());
-        QVERIFY(bytesOf(file(u"3.bkm"_s)).contains("neu"));
-        QVERIFY(QDir(path()).entryList({u"*.bak"_s}).empty());
-    }
-
     void aDayHasOneCopy()
     {
         const auto copy = [this](int day) { return makeDatedCopy(path(), copies(), dayOf(day)); };

@@ -59,23 +59,6 @@ private slots:
         QCOMPARE(m_window->engine().LocationName(), u"Frei"_s);
     }
 
-    void permissions()
-    {
-        // The answer is the site's, so that another window need not ask.
-        const QByteArray html = "<script>const say = e => { document.title += e.code };"
-                                "for (i = 0; i < 2; ++i)"
-                                "  navigator.geolocation.getCurrentPosition(say, say);"
-                                "Notification.requestPermission()"
-                                "  .then(answer => { document.title += answer[0] })</script>";
-        for (EngineWindow* const window : {m_window.get(), m_world.open()}) {
-            load(window, "<title>x</title>" + html);
-            QTRY_COMPARE(window->engine().LocationName().size(), 4);
-            QVERIFY(window->engine().LocationName().contains(u"11"_s)); // refused
-        }
-        QCOMPARE(m_world.prompt.questions.size(), 2);
-        QVERIFY(m_world.prompt.questions.constFirst().contains(u"Standort"_s));
-    }
-
     void hungPage()
     {
         visit("<title>Hängt</title>");

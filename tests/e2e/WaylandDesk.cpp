@@ -23,12 +23,14 @@ quint32 symbolOf(const QString& key, bool isShifted)
     if (isShifted && key.size() == 1)
         return key[0].toUpper().unicode();
     static const QHash<QString, quint32> symbols{
-        {u"ctrl"_s, 0xFFE3},   {u"shift"_s, shift},   {u"alt"_s, 0xFFE9},   {u"Return"_s, 0xFF0D},
-        {u"Tab"_s, 0xFF09},    {u"Escape"_s, 0xFF1B}, {u"space"_s, ' '},    {u"minus"_s, '-'},
-        {u"plus"_s, '+'},      {u"asterisk"_s, '*'},  {u"comma"_s, ','},    {u"period"_s, '.'},
-        {u"slash"_s, '/'},     {u"Home"_s, 0xFF50},   {u"Left"_s, 0xFF51},  {u"Up"_s, 0xFF52},
-        {u"Right"_s, 0xFF53},  {u"Down"_s, 0xFF54},   {u"Prior"_s, 0xFF55}, {u"Next"_s, 0xFF56},
-        {u"End"_s, 0xFF57},    {u"Menu"_s, 0xFF67},   {u"Delete"_s, 0xFFFF}, {u"Insert"_s, 0xFF63},
+        {u"ctrl"_s, 0xFFE3},     {u"shift"_s, shift},   {u"alt"_s, 0xFFE9},
+        {u"Return"_s, 0xFF0D},   {u"Tab"_s, 0xFF09},    {u"Escape"_s, 0xFF1B},
+        {u"space"_s, ' '},       {u"minus"_s, '-'},     {u"plus"_s, '+'},
+        {u"asterisk"_s, '*'},    {u"comma"_s, ','},     {u"period"_s, '.'},
+        {u"slash"_s, '/'},       {u"Home"_s, 0xFF50},   {u"Left"_s, 0xFF51},
+        {u"Up"_s, 0xFF52},       {u"Right"_s, 0xFF53},  {u"Down"_s, 0xFF54},
+        {u"Prior"_s, 0xFF55},    {u"Next"_s, 0xFF56},   {u"End"_s, 0xFF57},
+        {u"Menu"_s, 0xFF67},     {u"Delete"_s, 0xFFFF}, {u"Insert"_s, 0xFF63},
         {u"BackSpace"_s, 0xFF08}};
     if (key.size() > 1 && key[0] == u'F')
         return 0xFFBD + key.mid(1).toUInt();

@@ -261,33 +261,6 @@ private slots:
         QCOMPARE(prompt.takeTexts(), question);
         QCOMPARE(stored(2), u"m|http://a2|x\r\ny"_s);
     }
-
-    void theDialogOffersFolders()
-    {
-        ArchiveFixture f;
-        FakePrompt& prompt = f.shell.fakePrompt;
-        ClosedArchive archive(f.shell.programFolder());
-        QCOMPARE(archive.load(), QString());
-        ChosenFolder place(archive.parts(), [&archive](const QModelIndex&) { archive.save(); });
-        frmBMProperty dialog(place, prompt, QIcon(), nullptr);
-        dialog.bNewBkm(true);
-        dialog.offerFolders(place, u"2.bkm"_s);
-        dialog.TakeBookmark(*makeBookmark(0, u"n"_s, u"http://a2"_s, {}));
-        show(dialog);
-        QCOMPARE(find<QComboBox>(u"cboOrdner"_s)->currentText(), u"B"_s);
-        auto* const known = find<QLabel>(u"lblBekannt"_s);
-        QCOMPARE(known->text(), u"Die Adresse ist schon im Archiv, in „A“."_s);
-        find<QLineEdit>(u"Text2"_s)->setText(u"http://neu"_s);
-        QCOMPARE(known->text(), QString());
-
-        press(u"NeuerOrdner"_s);
-        auto* const name = find<QLineEdit>(u"txtOrdner"_s);
-        QCOMPARE(name->text(), u"Neuer Ordner"_s);
-        name->setText(u"a1"_s); // a bookmark's title
-        press(u"Ok"_s);
-        QCOMPARE(prompt.takeTexts().size(), 1);
-        QVERIFY(dialog.isVisible());
-    }
 };
 
 QTEST_MAIN(ArchiveWindowTest)

@@ -90,54 +90,6 @@ private slots:
         QCOMPARE(w.frame().History().Count(), 0);
     }
 
-    void theAddressLineGoesBackToThePage()
-    {
-        OneWindow w;
-        for (const auto& page : {u"a"_s, u"b"_s, u"c"_s})
-            w.page->arrive(page, page);
-        w.tick();
-        const auto press = [&](Qt::Key key) {
-            QTest::keyClick(w.combo->lineEdit(), key);
-            return w.combo->currentText();
-        };
-        for (int i = 0; i < 2; ++i) {
-            QCOMPARE(press(Qt::Key_Down), u"b"_s);
-            QCOMPARE(press(Qt::Key_Escape), u"c"_s);
-        }
-        press(Qt::Key_Down);
-        QCOMPARE(press(Qt::Key_Return), u"b"_s);
-        w.tick(); // nothing came of it: a download, an address of another program
-        QCOMPARE(w.combo->currentText(), u"c"_s);
-        press(Qt::Key_Down);
-        press(Qt::Key_Return);
-        w.click("Stop");
-        QCOMPARE(w.combo->currentText(), u"b"_s);
-    }
-
-    void theSignIsOfThePage()
-    {
-        OneWindow w;
-        const auto* sign = w.browser->findChild<QToolButton*>(u"SafetySign"_s);
-        const auto said = [&] { return sign->accessibleName().section(u": "_s, 1); };
-        const auto press = [&](Qt::Key key) {
-            QTest::keyClick(w.combo->lineEdit(), key);
-            return said();
-        };
-        w.page->safety.kind = PageSafety::Kind::Secured;
-        w.page->arrive(u"https://a/"_s, u"a"_s);
-        emit w.page->SafetyChange();
-        w.tick(); // from now on Escape has no load to stop
-        QCOMPARE(said(), u"Gesichert"_s);
-        QCOMPARE(press(Qt::Key_B), u"Keine Angabe"_s);
-        QCOMPARE(press(Qt::Key_Escape), u"Gesichert"_s);
-        press(Qt::Key_B);
-        QCOMPARE(press(Qt::Key_Return), u"Keine Angabe"_s); // the page is still the old one
-        w.tick();
-        QCOMPARE(said(), u"Gesichert"_s); // nothing came of it
-        w.page->arrive(u"https://b/"_s, u"b"_s);
-        QCOMPARE(said(), u"Gesichert"_s);
-    }
-
     void aPopUpIsRefusedOnceAfterAButton()
     {
         OneWindow w;

@@ -7,7 +7,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
 /// A started frame with one window.
 struct Started : StartedFrame {
     Started() : StartedFrame(u"x"_s) {}
@@ -149,19 +148,6 @@ private slots:
             QCOMPARE(f.item("mn_Historie")->isEnabled(), entries > 1);
             f.engine(0)->arrive(QString::number(entries), u"t"_s);
         }
-    }
-
-    void freeWindowsAreOpenedOnceAndCloseWithTheFrame()
-    {
-        Started f;
-        for (const char* name :
-             {"mn_ctxtHistorie", "mn_Historie", "mn_ctxtBookm", "mn_Bookmarks"}) // empty or not
-            f.choose(name);
-        QVERIFY(f.frame().bIsOpenHistory() && f.frame().bIsOpenBook());
-        QCOMPARE(f.frame().findChildren<QWidget*>(u"frmHistory"_s).size(), 1);
-        QCOMPARE(f.frame().findChildren<QWidget*>(u"frmBook"_s).size(), 1);
-        f.frame().close();
-        QVERIFY(!f.frame().bIsOpenHistory() && !f.frame().bIsOpenBook());
     }
 
     void theMailProgram()

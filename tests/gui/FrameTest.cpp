@@ -125,19 +125,6 @@ private slots:
         QVERIFY(!f.start.takeOver({true, {}, {}, {}})); // after the end
         QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
     }
-
-    void behindADialogAddressesAreRefused()
-    {
-        StartedFrame f;
-        f.frame().showMinimized();
-        f.frame().SetDropDisabled(true);
-        QVERIFY(f.start.takeOver({false, u"http://x/"_s, {}, {}}));
-        QVERIFY(!f.frame().isMinimized());
-        QCOMPARE(QGuiApplication::clipboard()->text(), u"http://x/"_s);
-        f.frame().SetDropDisabled(false);
-        QCoreApplication::processEvents();
-        QCOMPARE(f.keys(), u"1"_s); // nor does it come later
-    }
 };
 
 QTEST_MAIN(FrameTest)
