@@ -290,7 +290,7 @@ void Monkey::end()
     m_before << u"end"_s;
     m_run.terminate();
     for (int i = 0; i < 10 && !m_run.waitForFinished(patience / 10); ++i)
-        User::press(u"Return"_s); // what would be lost is asked about
+        User::press(u"alt+j Return"_s); // what would be lost is asked about
     if (m_run.state() != QProcess::NotRunning)
         find(u"does not end"_s);
     look();
