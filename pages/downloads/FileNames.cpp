@@ -68,7 +68,11 @@ QString fitted(const QString& name, const QString& number)
     const qsizetype room = longestName - end.toUtf8().size();
     // Each character takes a byte or more: so the loop below has little to cut off.
     QString stem = name.left(std::min(start, room));
-    while (stem.toUtf8().size() > room || (!stem.isEmpty() && stem.back().isHighSurrogate()))
+    const auto endsBadly = [&] {
+        const QChar last = stem.isEmpty() ? QChar() : stem.back();
+        return last.isHighSurrogate() || (end.isEmpty() && (last == u'.' || last.isSpace()));
+    };
+    while (stem.toUtf8().size() > room || endsBadly())
         stem.chop(1);
     return stem + end;
 }

@@ -33,6 +33,7 @@ private slots:
         check(QString(300, u'a') + u".tar.gz"_s, QString(239, u'a') + u".tar.gz"_s);
         check(QString(300, u'ä') + u".txt"_s, QString(121, u'ä') + u".txt"_s);
         check(u"\U0001F600"_s.repeated(100), u"\U0001F600"_s.repeated(61));
+        check(QString(245, u'a') + u" bb"_s, QString(245, u'a'));
         check(u"x."_s + QString(300, u'b'), u"x."_s + QString(244, u'b'));
     }
 
