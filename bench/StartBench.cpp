@@ -133,8 +133,7 @@ void measure(Report& report, int runs, int windows)
     const QString what = one ? u"start to page loaded"_s : u"%1 windows loaded"_s.arg(windows);
     const QString against =
         one ? u"bare main window and view"_s : u"%1 bare views, tiled"_s.arg(windows);
-    report.ratio(what, against, times.ours, times.bare, u"ms"_s,
-                 one ? 1.00 : 1.10);
+    report.ratio(what, against, times.ours, times.bare, u"ms"_s, one ? 1.00 : 1.10);
     report.ratio(u"memory (PSS) 3 s after "_s + what, against, median(shell.mebibytes),
                  median(bare.mebibytes), u"MiB"_s, one ? 1.03 : 1.10);
     if (!one)

@@ -87,7 +87,8 @@ QString partialFile(const QString& path)
 QString safeFileName(const QString& suggested)
 {
     static const QRegularExpression reserved(u"[<>:\"|?*]"_s);
-    static const QRegularExpression ends(u"^[.\\s]+|[.\\s]+$"_s);
+    static const QRegularExpression ends(u"^[.\\s]+|[.\\s]+$"_s,
+                                         QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression devices(
         u"^(?:CON|PRN|AUX|NUL|CLOCK\\$|COM[0-9]|LPT[0-9])(?=\\s*(?:\\.|$))"_s,
         QRegularExpression::CaseInsensitiveOption);

@@ -23,7 +23,7 @@ private slots:
         };
         check(u"Übersicht (1) – Größe.pdf"_s, u"Übersicht (1) – Größe.pdf"_s);
         check(u""_s, u"Download"_s);
-        check(u" .. "_s, u"Download"_s);
+        check(u" ..\u00A0"_s, u"Download"_s);
         check(u"../../etc/passwd"_s, u"passwd"_s);
         check(u"a\r\nb\x01\u202Egpj.exe"_s, u"abgpj.exe"_s);
         check(u"a<b>:\"|?*.txt"_s, u"a_b______.txt"_s);

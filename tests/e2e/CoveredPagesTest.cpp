@@ -62,10 +62,7 @@ private slots:
 
 private:
     /// What the frame has for its windows, between menu and status bar.
-    static QRect area()
-    {
-        return User::place(title()).adjusted(0, 22, 0, -22);
-    }
+    static QRect area() { return User::place(title()).adjusted(0, 22, 0, -22); }
     void openBoth()
     {
         Prefer stored(m_program->file(u"."_s));

@@ -142,8 +142,7 @@ private slots:
         User::enter(m_server->address(u"/Zwei"_s));
         QTRY_SEES(maximised(u"Zwei"_s));
         User::press(u"ctrl+l shift+F10 a"_s); // that of the line: cut
-        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(),
-                                  m_server->address(u"/Zwei"_s), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(), m_server->address(u"/Zwei"_s), patience);
     }
 
     void aPageAsksInTheActiveWindowWhetherItMayClose()

@@ -158,8 +158,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!User::sees(question), patience);
         QTest::qWait(700);
         User::press(u"ctrl+l ctrl+c"_s); // the line has the page's address again
-        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(),
-                                  m_server->address(u"/form"_s), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(User::clipboard(), m_server->address(u"/form"_s), patience);
         User::press(u"ctrl+w"_s);
         QTRY_SEES(question);
         User::press(u"shift+Tab Return"_s); // past the offer to be silenced, the second time
