@@ -1,5 +1,7 @@
 #include "pages/downloads/FileNames.h"
 
+#include "base/ShownText.h"
+
 #include <QFileInfo>
 #include <QMimeDatabase>
 #include <QRegularExpression>
@@ -15,18 +17,17 @@ const QLatin1StringView partialSuffix(".download");
 /// In bytes of UTF-8: what common file systems take, less the engine's suffix.
 constexpr qsizetype longestName = 255 - 9;
 
-bool isInvisible(char32_t c)
+/// Marks that change the direction of writing, which are invisible ones, hide the true suffix.
+bool isUnfit(char32_t c)
 {
     switch (QChar::category(c)) {
-    case QChar::Other_Control:
-    case QChar::Other_Format: // marks that change the direction of writing hide the true suffix
     case QChar::Other_Surrogate:
     case QChar::Other_NotAssigned:
     case QChar::Separator_Line:
     case QChar::Separator_Paragraph:
         return true;
     default:
-        return false;
+        return isInvisible(c);
     }
 }
 
@@ -47,7 +48,7 @@ QString visible(const QString& text)
 {
     QString kept;
     for (const char32_t c : text.toUcs4())
-        if (!isInvisible(c))
+        if (!isUnfit(c))
             kept += QString::fromUcs4(&c, 1);
     return kept;
 }

@@ -25,7 +25,7 @@ private slots:
         check(u""_s, u"Download"_s);
         check(u" ..\u00A0"_s, u"Download"_s);
         check(u"../../etc/passwd"_s, u"passwd"_s);
-        check(u"a\r\nb\x01\u202Egpj.exe"_s, u"abgpj.exe"_s);
+        check(u"a\r\nb\x01\u202Eg\U000E0164pj.exe"_s, u"abgpj.exe"_s);
         check(u"a<b>:\"|?*.txt"_s, u"a_b______.txt"_s);
         check(u"con"_s, u"_con"_s);
         check(u"control.txt"_s, u"control.txt"_s);
