@@ -2,8 +2,8 @@
 # Tries the program with the services of a desktop, on a display and a bus of its own: first
 # without any service; then with stand-ins for the one of notifications and for the portal, which
 # holds a session that is about to end and shows file dialogs; then in a network that goes and
-# comes back, also while the program sleeps. No page comes
-# from further away than this computer. build/check_desktop.png shows the display after a failure.
+# comes back, also while the program sleeps. No page comes from further away than this computer.
+# build/check_desktop.png shows the display after a failure.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
 . "$root/packaging/scripts/expect.sh"

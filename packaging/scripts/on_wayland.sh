@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# on_wayland.sh test [argument...]: runs a test program under a Wayland compositor of its own, which draws
-# into memory and takes pointer and keys from a socket. It refuses root: then all of it runs as
-# "nobody". Ends with 77 where there is no compositor, or none starts.
+# on_wayland.sh test [argument...]: runs a test program under a Wayland compositor of its own,
+# which draws into memory and takes pointer and keys from a socket. It refuses root: then all of
+# it runs as "nobody". Ends with 77 where there is no compositor, or none starts.
 set -euo pipefail
 . "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/common.sh"
 

@@ -17,7 +17,8 @@ const QLatin1StringView partialSuffix(".download");
 /// In bytes of UTF-8: what common file systems take, less the engine's suffix.
 constexpr qsizetype longestName = 255 - 9;
 
-/// Marks that change the direction of writing, which are invisible ones, hide the true suffix.
+/// Whether a name is better off without the character: one that is not seen, above all a mark that
+/// changes the direction of writing, hides the true suffix.
 bool isUnfit(char32_t c)
 {
     switch (QChar::category(c)) {

@@ -216,11 +216,12 @@ void WaylandDesk::hold(int button, bool isHeld)
 
 void WaylandDesk::awaitAnswer()
 {
-    QTest::qWait(150); // a program can be asked by nobody
+    QTest::qWait(150); // only the compositor could ask the program, and has no command for it
 }
 
 bool WaylandDesk::awaitDrag(const QPoint& near)
 {
+    // Nothing tells that a drag has begun: a page has as long as it needs even when all is busy.
     for (int i = 0; i < 20; ++i) {
         moveTo(near + QPoint(i % 4, 0));
         QTest::qWait(50);
