@@ -221,7 +221,7 @@ void WaylandDesk::awaitAnswer()
 
 bool WaylandDesk::awaitDrag(const QPoint& near)
 {
-    // Nothing tells that a drag has begun: a page has as long as it needs even when all is busy.
+    // Nothing tells that a drag has begun; a second has been enough.
     for (int i = 0; i < 20; ++i) {
         moveTo(near + QPoint(i % 4, 0));
         QTest::qWait(50);
